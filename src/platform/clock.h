@@ -1,0 +1,48 @@
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+
+namespace tarvendo {
+
+/// A calendar date and a time of day in local time, as the user types it. Month 1 to 12.
+struct CalendarTime {
+  int year = 0;
+  int month = 0;
+  int day = 0;
+  int hour = 0;
+  int minute = 0;
+  int second = 0;
+};
+
+/// The time of day, and the waits of the threads. Virtual, so that tests hand in their own time.
+class Clock {
+ public:
+  virtual ~Clock() = default;
+
+  /// Seconds since the epoch.
+  virtual std::int64_t Now() = 0;
+
+  /// Waits on `wake`, whose mutex `held` holds, at the most for `span`, or until it is notified (or for
+  /// no reason at all: the caller looks at what it waits for).
+  virtual void Wait(std::condition_variable& wake, std::unique_lock<std::mutex>& held,
+                    std::chrono::milliseconds span) = 0;
+};
+
+std::unique_ptr<Clock> MakeClock();
+
+/// The local time in the form of the C library's asctime: "Sun Sep 16 01:03:52 1973\n".
+std::string LocalTimeText(std::int64_t seconds);
+
+/// The local calendar time at a moment.
+CalendarTime LocalCalendar(std::int64_t seconds);
+
+/// The moment of a local calendar time, in seconds since the epoch; out of range parts are carried
+/// over as the C library's mktime does. -1 when there is no such moment.
+std::int64_t FromLocalCalendar(const CalendarTime& time);
+
+}  // namespace tarvendo

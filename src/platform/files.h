@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tarvendo {
+
+/// A file open for writing. Text is written in the host's text form: on Windows a line feed becomes
+/// CR LF. Destroying it closes the file without reporting anything; call Close to learn the outcome.
+class OutputFile {
+ public:
+  virtual ~OutputFile() = default;
+
+  /// False when the text could not be taken (a full disk, say). Once false, always false.
+  virtual bool Write(std::string_view text) = 0;
+
+  /// Hands everything written so far to the operating system.
+  virtual bool Flush() = 0;
+
+  /// Size of the file in bytes, with what has been written so far.
+  virtual std::int64_t Size() = 0;
+
+  /// Flushes and closes. True only when every byte since the opening was taken.
+  virtual bool Close() = 0;
+};
+
+/// The files of the host. Paths are taken as they were typed: on Linux `\` is read as `/`.
+/// May be called from any thread. Virtual, so that tests can hand in files that fail on purpose.
+class FileSystem {
+ public:
+  virtual ~FileSystem() = default;
+
+  /// The whole text of a file, CR LF folded to LF on every host; nothing when it cannot be opened
+  /// and read (missing, a directory, no permission).
+  virtual std::optional<std::string> ReadText(const std::string& path) = 0;
+
+  /// The bytes of a file from `offset` (0-based) to its present end, unfolded: for files that another
+  /// program is still writing. An offset behind the end gives an empty text.
+  virtual std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) = 0;
+
+  /// Opens for writing, emptying what is there; null when it cannot be opened.
+  virtual std::unique_ptr<OutputFile> Create(const std::string& path) = 0;
+
+  /// Opens for writing at the end, creating the file when missing; null when it cannot be opened.
+  virtual std::unique_ptr<OutputFile> Append(const std::string& path) = 0;
+
+  /// Whether anything of that name is there.
+  virtual bool Exists(const std::string& path) = 0;
+
+  /// Whether the file can be opened for reading (a directory cannot).
+  virtual bool IsReadable(const std::string& path) = 0;
+
+  /// Whether an ordinary file is there: not a directory, a device, a pipe or a symbolic link.
+  virtual bool IsPlainFile(const std::string& path) = 0;
+
+  /// Deletes a file. False when it was not there or could not be deleted. Never deletes a directory.
+  virtual bool Remove(const std::string& path) = 0;
+
+  /// Renames a file, replacing an existing one in one step.
+  virtual bool Rename(const std::string& from, const std::string& to) = 0;
+
+  virtual bool ChangeDirectory(const std::string& path) = 0;
+
+  /// The path made absolute against the current directory; as it was when that is not possible.
+  virtual std::string FullPath(const std::string& path) = 0;
+};
+
+/// The real files.
+std::unique_ptr<FileSystem> MakeFileSystem();
+
+}  // namespace tarvendo

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace tarvendo {
+
+/// Bytes that come in one after the other: the keyboard, a script. Used by the console thread only.
+class InputStream {
+ public:
+  virtual ~InputStream() = default;
+
+  /// The next byte (0 to 255), or -1 at the end. The keyboard's waits for it and throws Terminated
+  /// (faults.h) when the process is asked to end meanwhile. CR LF arrives as LF.
+  virtual int Get() = 0;
+};
+
+/// Standard input.
+std::unique_ptr<InputStream> OpenKeyboard();
+
+/// A script file; null when it cannot be opened for reading (a directory cannot).
+std::unique_ptr<InputStream> OpenScript(const std::string& path);
+
+/// Writes to standard output (the console) and flushes; text passes untouched by code pages, line
+/// feeds in the host's text form. What cannot be written is lost: there is nobody left to tell.
+void WriteConsole(const std::string& text);
+
+/// The same for standard error.
+void WriteConsoleError(const std::string& text);
+
+}  // namespace tarvendo
