@@ -32,6 +32,7 @@ constexpr std::chrono::milliseconds kLockPatience{2000};
 struct Application {
   explicit Application(Host& host)
       : tourney(host, ExecutableDirectory()),
+        brackets(tourney),
         interpreter(tourney, players, brackets),
         runner(tourney, brackets) {
     if (!runner.StartThreads()) Print("Initializing runner failed!\n");

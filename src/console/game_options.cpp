@@ -46,7 +46,7 @@ int MeaningOf(const std::array<Meaning, N>& meanings, const std::string& word) {
 
 /// Puts the option's value into the filter; 0, which would match everything, is no usable value.
 bool Apply(const GivenOption& option, GameFilter& filter) {
-  const std::string prefix = option.form->prefix;
+  const std::string_view prefix = option.form->prefix;
   if (prefix == "-all") return filter.all = true;
   int& criterion = prefix == "-pla"   ? filter.player
                    : prefix == "-whi" ? filter.white
@@ -68,7 +68,7 @@ bool Apply(const GivenOption& option, GameFilter& filter) {
 /// "both": the selection by colour (the later one, when both are there) becomes one by player.
 void WidenToBothColours(const GivenOptions& given, GameFilter& filter) {
   for (const GivenOption& option : given.options) {
-    const std::string prefix = option.form->prefix;
+    const std::string_view prefix = option.form->prefix;
     if (prefix == "-whi" || prefix == "-bla") filter.player = ToInt(option.value);
   }
   filter.white = 0;

@@ -33,7 +33,7 @@ std::string TextUpToNextOption(const CommandArgs& args, int first) {
 
 }  // namespace
 
-const GivenOption* GivenOptions::Find(const std::string& prefix) const {
+const GivenOption* GivenOptions::Find(std::string_view prefix) const {
   const GivenOption* found = nullptr;
   for (const GivenOption& option : options) {
     if (option.form->prefix == prefix) found = &option;
@@ -41,7 +41,7 @@ const GivenOption* GivenOptions::Find(const std::string& prefix) const {
   return found;
 }
 
-int GivenOptions::Number(const std::string& prefix) const {
+int GivenOptions::Number(std::string_view prefix) const {
   const GivenOption* option = Find(prefix);
   return option != nullptr ? ToInt(option->value) : 0;
 }

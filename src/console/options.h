@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tarvendo {
@@ -10,7 +11,7 @@ class CommandArgs;
 
 /// One option of a command: how its word begins (any case), and whether a value follows it.
 struct OptionForm {
-  const char* prefix;
+  std::string_view prefix;
   bool takes_value;
   bool whole_word = false;  ///< the word must be the prefix, not only begin with it
 };
@@ -27,13 +28,13 @@ struct GivenOptions {
   std::vector<GivenOption> options;  ///< in the order of the line
   std::vector<std::string> others;   ///< the words that are neither options nor their values
 
-  bool Has(const std::string& prefix) const { return Find(prefix) != nullptr; }
+  bool Has(std::string_view prefix) const { return Find(prefix) != nullptr; }
 
   /// The last option of that form; null when it is not given.
-  const GivenOption* Find(const std::string& prefix) const;
+  const GivenOption* Find(std::string_view prefix) const;
 
   /// The value of the last option of that form as a decimal number; 0 when there is none.
-  int Number(const std::string& prefix) const;
+  int Number(std::string_view prefix) const;
 };
 
 /// Sorts the words behind the command. Nothing, with "I just don't know what you mean by '%s'.\n" for the

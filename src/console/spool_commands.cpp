@@ -27,7 +27,7 @@ void SpoolGamesOf(Tourney& tourney, const std::string& participant) {
 }
 
 void SpoolByOption(Tourney& tourney, const GivenOption& option) {
-  const std::string prefix = option.form->prefix;
+  const std::string_view prefix = option.form->prefix;
   if (prefix == "-ro") {
     SpoolRoundOf(tourney, option.value);
   } else if (prefix == "-pla") {

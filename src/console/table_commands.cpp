@@ -22,17 +22,10 @@ const std::vector<OptionForm>& TableSwitches() {
   return kForms;
 }
 
-void Apply(const GivenOption& option, TableOptions& options) {
-  for (const TableSwitch& table_switch : kTableSwitches) {
-    if (std::string(option.form->prefix) == table_switch.on) options.*table_switch.flag = true;
-    if (std::string(option.form->prefix) == table_switch.off) options.*table_switch.flag = false;
-  }
-}
-
 void WriteTableCommand(CommandContext& context, TableOptions options, const char* default_file) {
   const auto given = ReadOptions(context.args, TableSwitches());
   if (!given) return;
-  for (const GivenOption& option : given->options) Apply(option, options);
+  for (const GivenOption& option : given->options) SetTableSwitch(options, option.form->prefix);
   const std::string first = context.args.Word(1);
   const bool names_file = !first.empty() && !first.starts_with("-");
   WriteTable(context.tourney, names_file ? first : default_file, options);
@@ -41,11 +34,11 @@ void WriteTableCommand(CommandContext& context, TableOptions options, const char
 }  // namespace
 
 void DoTable(CommandContext& context) {
-  WriteTableCommand(context, TableOptions::HtmlDefaults(context.tourney), "");
+  WriteTableCommand(context, HtmlTableDefaults(context.tourney), "");
 }
 
 void DoTextTable(CommandContext& context) {
-  WriteTableCommand(context, TableOptions::TextDefaults(context.tourney), "stdout");
+  WriteTableCommand(context, TextTableDefaults(), "stdout");
 }
 
 }  // namespace tarvendo

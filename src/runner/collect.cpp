@@ -76,7 +76,7 @@ void FinishCollection(Tourney& tourney, const std::vector<std::string>& leftover
   for (const std::string& name : leftovers) {
     if (files.Exists(name)) files.Remove(name);
   }
-  WriteTable(tourney, "", TableOptions::HtmlDefaults(tourney));
+  WriteTable(tourney, "", HtmlTableDefaults(tourney));
 }
 
 }  // namespace
