@@ -80,7 +80,8 @@ void LogFile::CutDown(std::int64_t limit) {
     LineReader reader(text);
     reader.Read(kCutLine);
     const bool written = working->Write(CopiedLineByLine(reader, kCutLine));
-    if (working->Close() && written) files_.Rename(WorkingName(name_), name_);
+    const bool whole = working->Close() && written;
+    if (!whole || !files_.Rename(WorkingName(name_), name_)) files_.Remove(WorkingName(name_));
   }
   stream_ = files_.Append(name_);
 }

@@ -42,7 +42,18 @@ class RunnerSwitch {
     state_.stop_time = time;
   }
 
+  /// Whether a start time is set and has come by `now`; it is cleared then, in the same step.
+  bool TakeStartTime(long long now) { return Take(&State::start_time, now); }
+  bool TakeStopTime(long long now) { return Take(&State::stop_time, now); }
+
  private:
+  bool Take(long long State::*time, long long now) {
+    const std::lock_guard guard(mutex_);
+    if (state_.*time == 0 || now < state_.*time) return false;
+    state_.*time = 0;
+    return true;
+  }
+
   mutable std::mutex mutex_;
   State state_;
 };

@@ -120,6 +120,7 @@ class Tourney : public RecordFile {
   int games_state = 1;       ///< see RecomputeGamesState
   int last_game_number = 0;  ///< of the game created last
   int spool_counter = 0;     ///< place in the running order that the next spooled game gets
+  int current_game = 0;      ///< number of the game that the runner plays, 0 = none
   int name_width = 0;        ///< width of the names in the one-line form of a game
 
  private:

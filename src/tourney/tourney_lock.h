@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 
@@ -16,6 +17,10 @@ class TourneyLock {
 
   /// Makes every present and later lock() throw.
   void Break();
+
+  /// Waits until nobody holds the lock, but at the most for `span`: a thread that died with it never
+  /// gives it back.
+  void AwaitRelease(std::chrono::milliseconds span);
 
  private:
   std::mutex mutex_;
