@@ -24,11 +24,13 @@ constexpr const char* kWaitWord = "--wait";
 constexpr const char* kLogFile = "Tarvendo.log";
 constexpr const char* kEmergencyFile = "emergency.ini";
 
-/// A save that hangs (a fault may have left the memory allocator's lock taken) must not hang for ever.
+/// A save that hangs (a fault may have left the memory allocator's lock taken) must not hang for
+/// ever.
 constexpr unsigned kEmergencySeconds = 30;
 constexpr std::chrono::milliseconds kLockPatience{2000};
 
-/// Everything that lives from start to end, in the order in which it is made; taken down in reverse.
+/// Everything that lives from start to end, in the order in which it is made; taken down in
+/// reverse.
 struct Application {
   explicit Application(Host& host)
       : tourney(host, ExecutableDirectory()),
@@ -84,8 +86,7 @@ void AwaitRunner(Application& application) {
 
 void SaveInEmergency(Tourney& tourney) {
   WriteConsole("An exception has occurred and tourney will be closed.\n");
-  WriteConsole(
-      "Trying to save current tourney to file 'emergency.ini' in current directory.\n");
+  WriteConsole("Trying to save current tourney to file 'emergency.ini' in current directory.\n");
   EndProcessAfter(kEmergencySeconds);
   tourney.Lock().Break();
   tourney.Lock().AwaitRelease(kLockPatience);

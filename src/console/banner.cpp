@@ -17,9 +17,9 @@ std::string BoxLine(std::string text) {
 std::string Banner() {
   std::string box = "\n " + std::string(kWidth, '_') + "\n";
   for (const char* text :
-       {"", "   Tarvendo", "   ========", "", "   version 0.32", "   25.09.2001", "", "   Author:",
-        "   The Tarvendo project", "", "   Email:", "   tarvendo@example.org", "", "   Download:",
-        "   tarvendo.example.org", ""}) {
+       {"", "   Tarvendo", "   ========", "", "   version 0.32", "   25.09.2001", "",
+        "   Author:", "   The Tarvendo project", "", "   Email:", "   tarvendo@example.org", "",
+        "   Download:", "   tarvendo.example.org", ""}) {
     box += BoxLine(text);
   }
   return box + "|" + std::string(kWidth, '_') + "|\n\n";

@@ -22,8 +22,7 @@ std::string CommandArgs::Word(int i) const {
 }
 
 std::string CommandArgs::RestFrom(int i) const {
-  return i >= 0 && i < Count() ? line_.substr(starts_[static_cast<std::size_t>(i)])
-                               : std::string();
+  return i >= 0 && i < Count() ? line_.substr(starts_[static_cast<std::size_t>(i)]) : std::string();
 }
 
 int CommandArgs::Find(const std::string& prefix, int position, int length) const {

@@ -15,17 +15,20 @@
 namespace tarvendo {
 namespace {
 
-/// The line from its first word on, when it begins with white space. The way to the next word leads over a
-/// blank, so what stands behind a leading tab up to the first blank is not seen.
+/// The line from its first word on, when it begins with white space. The way to the next word leads
+/// over a blank, so what stands behind a leading tab up to the first blank is not seen.
 std::string WithoutLeadingBlanks(const std::string& line) {
   if (!line.starts_with(' ') && !line.starts_with('\t')) return line;
   const auto start = SkipWord(line, 0);
   return start ? line.substr(*start) : std::string();
 }
 
-bool IsAutoSaveOn(const Tourney& tourney) { return tourney.settings.auto_save != 0; }
+bool IsAutoSaveOn(const Tourney& tourney) {
+  return tourney.settings.auto_save != 0;
+}
 
-/// Runs a command; with AutoSave on, saves the tourney when it has changed or the command asks for it.
+/// Runs a command; with AutoSave on, saves the tourney when it has changed or the command asks for
+/// it.
 void RunAndSave(const Command& command, CommandContext& context) {
   Tourney& tourney = context.tourney;
   std::optional<std::string> before;

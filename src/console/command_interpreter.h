@@ -10,16 +10,17 @@ class LineInput;
 class PlayerDatabase;
 class Tourney;
 
-/// Reads lines and does what they say, on the console thread. Holds no data of its own but what it works on.
+/// Reads lines and does what they say, on the console thread. Holds no data of its own but what it
+/// works on.
 class CommandInterpreter {
  public:
   CommandInterpreter(Tourney& tourney, PlayerDatabase& players, BracketList& brackets)
       : tourney_(tourney), players_(players), brackets_(brackets) {}
   virtual ~CommandInterpreter() = default;
 
-  /// One loop pass: reads and runs lines until the input ends (nothing is saved then) or a word begins with
-  /// "q" (the tourney is saved when AutoSave is on). A last line without line feed is not run. Prints the
-  /// banner first when asked to, and a prompt before each line of the keyboard.
+  /// One loop pass: reads and runs lines until the input ends (nothing is saved then) or a word
+  /// begins with "q" (the tourney is saved when AutoSave is on). A last line without line feed is
+  /// not run. Prints the banner first when asked to, and a prompt before each line of the keyboard.
   void RunCommandLoop(LineInput& input, bool with_banner);
 
  private:

@@ -48,10 +48,9 @@ std::string Named(const Game& game) {
 }
 
 void PrintRefusal(const char* what, const std::string& word, const char* choices) {
-  const std::string refusal = word.empty()
-                                  ? std::string("You didn't specify ") + what + ".\n"
-                                  : std::string("I don't understand the ") + what + " '" + word +
-                                        "'.\n";
+  const std::string refusal =
+      word.empty() ? std::string("You didn't specify ") + what + ".\n"
+                   : std::string("I don't understand the ") + what + " '" + word + "'.\n";
   PrintText(refusal + choices);
 }
 

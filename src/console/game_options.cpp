@@ -13,9 +13,9 @@ namespace tarvendo {
 namespace {
 
 const std::vector<OptionForm>& SelectionOptions() {
-  static const std::vector<OptionForm> kForms = {
-      {"-all", false}, {"-pla", true}, {"-whi", true}, {"-bla", true},
-      {"-ro", true},   {"-sub", true}, {"-sta", true}, {"-res", true}};
+  static const std::vector<OptionForm> kForms = {{"-all", false}, {"-pla", true}, {"-whi", true},
+                                                 {"-bla", true},  {"-ro", true},  {"-sub", true},
+                                                 {"-sta", true},  {"-res", true}};
   return kForms;
 }
 

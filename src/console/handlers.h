@@ -4,8 +4,9 @@ namespace tarvendo {
 
 struct CommandContext;
 
-// One handler for one command; the table of command_table.cpp calls them. Each reads its words from the
-// context, calls the operation behind the command and prints the outcome. docs/behaviour.md has the grammar.
+// One handler for one command; the table of command_table.cpp calls them. Each reads its words from
+// the context, calls the operation behind the command and prints the outcome. docs/behaviour.md has
+// the grammar.
 
 // tourney_commands.cpp
 void DoView(CommandContext& context);

@@ -7,9 +7,9 @@ namespace tarvendo {
 
 class InputStream;
 
-/// The lines of the keyboard or of a script, as the C library's fgets gives them: at most 254 characters
-/// with the line feed, a longer line in several pieces, nothing of a piece behind a NUL byte. Used by the
-/// console thread.
+/// The lines of the keyboard or of a script, as the C library's fgets gives them: at most 254
+/// characters with the line feed, a longer line in several pieces, nothing of a piece behind a NUL
+/// byte. Used by the console thread.
 class LineInput {
  public:
   /// `is_keyboard` tells whether somebody wants a prompt.
@@ -18,7 +18,8 @@ class LineInput {
   /// The next piece with its line feed; nothing when the input is used up. Waits at the keyboard.
   std::optional<std::string> Read();
 
-  /// Whether a read has met the end of the input: it found nothing, or a last line without line feed.
+  /// Whether a read has met the end of the input: it found nothing, or a last line without line
+  /// feed.
   bool AtEnd() const { return at_end_; }
 
   bool IsKeyboard() const { return is_keyboard_; }

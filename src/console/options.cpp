@@ -8,7 +8,9 @@
 namespace tarvendo {
 namespace {
 
-bool LooksLikeOption(const std::string& word) { return word.starts_with("-"); }
+bool LooksLikeOption(const std::string& word) {
+  return word.starts_with("-");
+}
 
 bool IsWordOf(const OptionForm& form, const std::string& word) {
   return form.whole_word ? EqualsNoCase(word, form.prefix) : BeginsWithNoCase(word, form.prefix);
@@ -24,7 +26,8 @@ const OptionForm* FindForm(const std::vector<OptionForm>& forms, const std::stri
 /// The words from `first` up to the next option, as they stand on the line.
 std::string TextUpToNextOption(const CommandArgs& args, int first) {
   int next = first;
-  while (next < args.Count() && !LooksLikeOption(args.Word(next))) ++next;
+  while (next < args.Count() && !LooksLikeOption(args.Word(next)))
+    ++next;
   const std::string rest = args.RestFrom(first);
   std::string text = rest.substr(0, rest.size() - args.RestFrom(next).size());
   TrimBothSides(text);

@@ -37,8 +37,8 @@ struct GivenOptions {
   int Number(std::string_view prefix) const;
 };
 
-/// Sorts the words behind the command. Nothing, with "I just don't know what you mean by '%s'.\n" for the
-/// first such word, when one begins with "-" and is no option of the command.
+/// Sorts the words behind the command. Nothing, with "I just don't know what you mean by '%s'.\n"
+/// for the first such word, when one begins with "-" and is no option of the command.
 std::optional<GivenOptions> ReadOptions(const CommandArgs& args,
                                         const std::vector<OptionForm>& forms);
 

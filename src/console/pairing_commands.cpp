@@ -40,8 +40,7 @@ PairingRequest RequestOf(const GivenOptions& given) {
 void DoPair(CommandContext& context) {
   Tourney& tourney = context.tourney;
   if (!tourney.IsSwiss()) {
-    return Print(
-        "This command has only effect on swiss tourneys. Try CreateRRGames instead.\n");
+    return Print("This command has only effect on swiss tourneys. Try CreateRRGames instead.\n");
   }
   if (tourney.Participants().size() % 2 != 0) {
     return Print("In swiss tourneys total number of players must be even.\n");

@@ -59,8 +59,8 @@ void SetField(PlayerDatabase& players, Player& player, const PlayerField& field,
   PrintText(value.empty() ? std::string(field.without_value) : field.set + value + ".\n");
 }
 
-/// Prints a question and reads one line as its answer, trailing white space cut; the end of the input is an
-/// empty answer.
+/// Prints a question and reads one line as its answer, trailing white space cut; the end of the
+/// input is an empty answer.
 std::string Ask(LineInput& input, const char* question) {
   PrintText(question);
   std::string answer = input.Read().value_or("");
@@ -91,17 +91,15 @@ void DoPlayer(CommandContext& context) {
 }
 
 void DoReadPlayers(CommandContext& context) {
-  const bool read =
-      ReadPlayerFile(context.tourney.GetHost().files, context.args.Word(1),
-                     context.tourney.settings.winboard_path, context.players);
+  const bool read = ReadPlayerFile(context.tourney.GetHost().files, context.args.Word(1),
+                                   context.tourney.settings.winboard_path, context.players);
   Print(read ? "Players read.\n" : "Reading players failed!\n");
 }
 
 void DoWritePlayers(CommandContext& context) {
   const std::string path = context.args.Word(1);
   if (path.empty()) return Print("I need a file where to write!\n");
-  const bool written =
-      WritePlayerFile(context.tourney.GetHost().files, path, context.players);
+  const bool written = WritePlayerFile(context.tourney.GetHost().files, path, context.players);
   Print(written ? "Players written.\n" : "Writing players to file failed!\n");
 }
 

@@ -14,8 +14,8 @@ namespace {
 
 constexpr long long kLargestPart = 99999;  ///< more than any part of a date may be
 
-/// The next number of a date or a time, behind `separator` when it is not the first; 0 when it is missing
-/// or negative.
+/// The next number of a date or a time, behind `separator` when it is not the first; 0 when it is
+/// missing or negative.
 int NextPart(Scanner& scanner, char separator) {
   long long part = 0;
   if (separator != '\0' && !scanner.ReadCharacter(separator)) return 0;
@@ -23,7 +23,9 @@ int NextPart(Scanner& scanner, char separator) {
   return static_cast<int>(std::clamp<long long>(part, 0, kLargestPart));
 }
 
-int UpTo(int part, int largest, int otherwise) { return part > largest ? otherwise : part; }
+int UpTo(int part, int largest, int otherwise) {
+  return part > largest ? otherwise : part;
+}
 
 /// Reads hours, minutes and seconds; what is out of range becomes 0.
 void ReadTimeOfDay(const std::string& word, CalendarTime& time) {
@@ -33,7 +35,8 @@ void ReadTimeOfDay(const std::string& word, CalendarTime& time) {
   time.second = UpTo(NextPart(scanner, ':'), 59, 0);
 }
 
-/// Reads day, month and year; a day or month out of range becomes 1, a year before 2001 becomes 2010.
+/// Reads day, month and year; a day or month out of range becomes 1, a year before 2001 becomes
+/// 2010.
 void ReadDate(const std::string& word, CalendarTime& time) {
   Scanner scanner(word);
   const auto from_one = [](int part) { return part == 0 ? 1 : part; };

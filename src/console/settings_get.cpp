@@ -14,12 +14,14 @@ namespace tarvendo {
 namespace {
 
 constexpr std::array kReadableSettings = {
-    "AutoRun", "AutoSave",     "BlackOptions",   "Computer",  "FilesPath",
-    "HashTables", "Name",      "PgnFile",        "PicsDir",   "Ponder",
-    "Rounds",  "RunnerStatus", "SaveDebugFiles", "SubRounds", "Tablebases",
-    "TimeControl", "Type",     "WhiteOptions",   "WinboardPath"};
+    "AutoRun",     "AutoSave",     "BlackOptions",   "Computer",    "FilesPath",
+    "HashTables",  "Name",         "PgnFile",        "PicsDir",     "Ponder",
+    "Rounds",      "RunnerStatus", "SaveDebugFiles", "SubRounds",   "Tablebases",
+    "TimeControl", "Type",         "WhiteOptions",   "WinboardPath"};
 
-const char* OnOff(int flag) { return flag != 0 ? "ON" : "OFF"; }
+const char* OnOff(int flag) {
+  return flag != 0 ? "ON" : "OFF";
+}
 
 std::string AutoSaveLine(const TourneySettings& settings) {
   // A switched off AutoSave is reported under AutoRun's name: that is the program's text.
@@ -45,7 +47,8 @@ std::string SaveDebugLine(const TourneySettings& settings) {
   return std::string("Debug files are saved ") + SaveDebugWord(settings) + ".\n";
 }
 
-/// Minutes and seconds of the base time, the increment and the moves, with `blanks` before each value.
+/// Minutes and seconds of the base time, the increment and the moves, with `blanks` before each
+/// value.
 std::string TimeControlLines(const TimeControl& control, const char* blanks) {
   return Format("TimeControl:\n    Time: %s%d:%02d\n    Inc:  %s%d\n    Mps:  %s%d\n", blanks,
                 control.seconds / 60, control.seconds % 60, blanks, control.inc, blanks,
@@ -56,23 +59,23 @@ std::string TimeControlLines(const TimeControl& control, const char* blanks) {
 struct Readable {
   const char* prefix;
   std::string (*text)(const Tourney& tourney);  ///< null for the runner's own report
-  bool anywhere = false;   ///< any word of the line may ask for it, not only the second
-  bool goes_on = false;    ///< the answer does not end the command, so that the unknown-word message follows
+  bool anywhere = false;  ///< any word of the line may ask for it, not only the second
+  bool goes_on =
+      false;  ///< the answer does not end the command, so that the unknown-word message follows
 };
 
 constexpr std::array<Readable, 19> kReadables = {{
-    {"pond",
-     [](const Tourney& t) { return Format("Ponder is %s.\n", OnOff(t.settings.ponder)); }, false,
-     true},
-    {"autor",
-     [](const Tourney& t) { return Format("AutoRun is %s.\n", OnOff(t.settings.auto_run)); },
+    {"pond", [](const Tourney& t) { return Format("Ponder is %s.\n", OnOff(t.settings.ponder)); },
      false, true},
+    {"autor",
+     [](const Tourney& t) { return Format("AutoRun is %s.\n", OnOff(t.settings.auto_run)); }, false,
+     true},
     {"autos", [](const Tourney& t) { return AutoSaveLine(t.settings); }, false, true},
     {"sav", [](const Tourney& t) { return SaveDebugLine(t.settings); }},
     {"run", nullptr},
     {"sub", [](const Tourney& t) { return Format("SubRounds = %d\n", t.settings.sub_rounds); }},
-    {"rou",
-     [](const Tourney& t) { return Format("Round = %d/%d\n", t.round, t.settings.rounds); }, true},
+    {"rou", [](const Tourney& t) { return Format("Round = %d/%d\n", t.round, t.settings.rounds); },
+     true},
     {"type",
      [](const Tourney& t) {
        return std::string(t.IsSwiss() ? "Type = SWISS.\n" : "Type = ROUND ROBIN.\n");
@@ -86,10 +89,8 @@ constexpr std::array<Readable, 19> kReadables = {{
     {"name", [](const Tourney& t) { return "Name = " + t.settings.name + "\n"; }},
     {"pgn", [](const Tourney& t) { return "PgnFile = " + t.settings.pgn_file + "\n"; }},
     {"win", [](const Tourney& t) { return "WinboardPath = " + t.settings.winboard_path + "\n"; }},
-    {"whi",
-     [](const Tourney& t) { return "WhiteOptions = '" + t.settings.white_options + "'\n"; }},
-    {"bla",
-     [](const Tourney& t) { return "BlackOptions = '" + t.settings.black_options + "'\n"; }},
+    {"whi", [](const Tourney& t) { return "WhiteOptions = '" + t.settings.white_options + "'\n"; }},
+    {"bla", [](const Tourney& t) { return "BlackOptions = '" + t.settings.black_options + "'\n"; }},
     {"tim", [](const Tourney& t) { return TimeControlLines(t.settings.time_control, ""); }},
 }};
 

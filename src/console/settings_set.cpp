@@ -14,19 +14,21 @@ namespace tarvendo {
 namespace {
 
 constexpr std::array kChangeableSettings = {
-    "BlackOptions", "Computer",       "FilesPath", "HashTables", "Name",
-    "PgnFile",      "PicsDir",        "Ponder",    "Rounds",     "SaveDebugFiles",
-    "SubRounds",    "Tablebases",     "TimeControl", "WhiteOptions", "WinboardPath"};
+    "BlackOptions", "Computer",   "FilesPath",   "HashTables",   "Name",
+    "PgnFile",      "PicsDir",    "Ponder",      "Rounds",       "SaveDebugFiles",
+    "SubRounds",    "Tablebases", "TimeControl", "WhiteOptions", "WinboardPath"};
 
 /// Whether the word switches a flag on; every other word switches it off.
 bool MeansOn(const std::string& word) {
   return BeginsWithNoCase(word, "on") || BeginsWithNoCase(word, "tr");
 }
 
-const char* NowOnOff(int flag) { return flag != 0 ? "now ON" : "now OFF"; }
+const char* NowOnOff(int flag) {
+  return flag != 0 ? "now ON" : "now OFF";
+}
 
-// Each setter is called with a value that is not empty, sets it and prints the outcome. False when it
-// refuses the value.
+// Each setter is called with a value that is not empty, sets it and prints the outcome. False when
+// it refuses the value.
 using Setter = bool (*)(Tourney& tourney, const CommandArgs& args);
 
 bool SetPonder(Tourney& tourney, const CommandArgs& args) {
@@ -135,8 +137,8 @@ struct RuledSetting {
 struct TextSetting {
   const char* prefix;
   std::string TourneySettings::*text;
-  const char* shown;        ///< how the messages name it
-  const char* quote;        ///< what stands around a value in its message
+  const char* shown;  ///< how the messages name it
+  const char* quote;  ///< what stands around a value in its message
   bool may_be_empty;
 };
 
@@ -199,7 +201,8 @@ bool SetText(const TextSetting& setting, CommandContext& context) {
   return true;
 }
 
-/// Changes the setting that the second word names. False when it is unknown or the value is refused.
+/// Changes the setting that the second word names. False when it is unknown or the value is
+/// refused.
 bool SetSetting(CommandContext& context) {
   const std::string word = context.args.Word(1);
   if (const auto* first = FindSetting(kFirstRuled, word)) return SetByRule(*first, context);

@@ -54,12 +54,20 @@ void DoSpool(CommandContext& context) {
   }
 }
 
-void DoUnspool(CommandContext& context) { Unspool(context.tourney); }
+void DoUnspool(CommandContext& context) {
+  Unspool(context.tourney);
+}
 
-void DoRespool(CommandContext& context) { RespoolAll(context.tourney); }
+void DoRespool(CommandContext& context) {
+  RespoolAll(context.tourney);
+}
 
-void DoReplay(CommandContext& context) { ReplayUnfinished(context.tourney); }
+void DoReplay(CommandContext& context) {
+  ReplayUnfinished(context.tourney);
+}
 
-void DoGetAllResults(CommandContext& context) { CollectAll(context.tourney); }
+void DoGetAllResults(CommandContext& context) {
+  CollectAll(context.tourney);
+}
 
 }  // namespace tarvendo

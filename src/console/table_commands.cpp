@@ -25,7 +25,8 @@ const std::vector<OptionForm>& TableSwitches() {
 void WriteTableCommand(CommandContext& context, TableOptions options, const char* default_file) {
   const auto given = ReadOptions(context.args, TableSwitches());
   if (!given) return;
-  for (const GivenOption& option : given->options) SetTableSwitch(options, option.form->prefix);
+  for (const GivenOption& option : given->options)
+    SetTableSwitch(options, option.form->prefix);
   const std::string first = context.args.Word(1);
   const bool names_file = !first.empty() && !first.starts_with("-");
   WriteTable(context.tourney, names_file ? first : default_file, options);

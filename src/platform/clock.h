@@ -28,8 +28,8 @@ class Clock {
   /// Seconds since the epoch.
   virtual std::int64_t Now() = 0;
 
-  /// Waits on `wake`, whose mutex `held` holds, until it is notified while `done` holds, but at the most
-  /// for `span`. Returns whether `done` holds.
+  /// Waits on `wake`, whose mutex `held` holds, until it is notified while `done` holds, but at the
+  /// most for `span`. Returns whether `done` holds.
   virtual bool Wait(std::condition_variable& wake, std::unique_lock<std::mutex>& held,
                     std::chrono::milliseconds span, const std::function<bool()>& done) = 0;
 };

@@ -6,13 +6,17 @@
 namespace tarvendo {
 namespace {
 
-bool HoldsBlank(const std::string& text) { return text.find(' ') != std::string::npos; }
+bool HoldsBlank(const std::string& text) {
+  return text.find(' ') != std::string::npos;
+}
 
 std::string QuotedWhenBlank(const std::string& text) {
   return HoldsBlank(text) ? "\"" + text + "\"" : text;
 }
 
-std::string WithBlank(const std::string& options) { return options.empty() ? "" : options + " "; }
+std::string WithBlank(const std::string& options) {
+  return options.empty() ? "" : options + " ";
+}
 
 /// "/tc 5", "/tc 5:30", "/tc 0:05": minutes, and the seconds when there are any.
 std::string TimeOption(const TimeControl& control) {

@@ -13,7 +13,7 @@
 namespace tarvendo {
 namespace {
 
-constexpr std::size_t kTagName = 1;     ///< where a tag's name stands in its line, behind the bracket
+constexpr std::size_t kTagName = 1;  ///< where a tag's name stands in its line, behind the bracket
 constexpr std::size_t kResultValue = 9;  ///< where the value of a Result tag stands: [Result "
 
 std::string_view Behind(const std::string& line, std::size_t position) {
@@ -50,8 +50,8 @@ void Announce(const Game& game) {
             "\n" + kStars + "\n> ");
 }
 
-/// Collects one game but for its files, whose names go to `leftovers`: they are deleted when the tourney
-/// that no longer needs them is on the disk. Whether there was something to collect.
+/// Collects one game but for its files, whose names go to `leftovers`: they are deleted when the
+/// tourney that no longer needs them is on the disk. Whether there was something to collect.
 bool TakeResult(Tourney& tourney, Game& game, std::vector<std::string>& leftovers) {
   const auto pgn = tourney.GetHost().files.ReadText(game.pgn_file);
   if (!pgn) return false;
@@ -68,8 +68,9 @@ bool TakeResult(Tourney& tourney, Game& game, std::vector<std::string>& leftover
   return true;
 }
 
-/// With AutoSave on, the results are on the disk before the files that they came from are gone, so that
-/// a crash in between loses no game. A save that fails here is reported by the one that follows every step.
+/// With AutoSave on, the results are on the disk before the files that they came from are gone, so
+/// that a crash in between loses no game. A save that fails here is reported by the one that
+/// follows every step.
 void FinishCollection(Tourney& tourney, const std::vector<std::string>& leftovers) {
   if (tourney.settings.auto_save != 0) tourney.Save("");
   FileSystem& files = tourney.GetHost().files;

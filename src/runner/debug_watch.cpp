@@ -35,7 +35,8 @@ DebugNews DebugWatch::Look(FileSystem& files) {
 
 DebugNews DebugWatch::Examine(const std::string& added) {
   LineReader lines(added);
-  for (int i = 0; position_ == 0 && i < kHeaderLines; ++i) lines.Read(kRecordLine);
+  for (int i = 0; position_ == 0 && i < kHeaderLines; ++i)
+    lines.Read(kRecordLine);
   std::size_t start = lines.Position();
   while (const auto line = lines.Read(kRecordLine)) {
     // A line that is not whole yet is looked at again, unless it has stopped growing.

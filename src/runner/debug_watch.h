@@ -14,10 +14,10 @@ enum class DebugNews {
   kGameOver,   ///< a line that begins with "gameends" ends the game
 };
 
-/// Watches the debug file of one game. WinBoard writes a line such as "GameEnds(27, Black mates, 6)" when
-/// the game is over, and "GameEnds(0, (null), 2)" when it sets up the board, which ends no game. Only what
-/// has been added since the last look is read. The first five lines are WinBoard's header.
-/// Used by the runner thread only.
+/// Watches the debug file of one game. WinBoard writes a line such as "GameEnds(27, Black mates,
+/// 6)" when the game is over, and "GameEnds(0, (null), 2)" when it sets up the board, which ends no
+/// game. Only what has been added since the last look is read. The first five lines are WinBoard's
+/// header. Used by the runner thread only.
 class DebugWatch {
  public:
   /// Watches `path` from its start.

@@ -26,13 +26,15 @@ constexpr milliseconds kPanicWait{100};
 
 constexpr int kTriesBetweenMessages = 10;
 
-/// So many passes (a minute) after its process has ended, a WinBoard that said nothing has crashed. It is
-/// long, because the started process may have handed the game on to another one.
+/// So many passes (a minute) after its process has ended, a WinBoard that said nothing has crashed.
+/// It is long, because the started process may have handed the game on to another one.
 constexpr int kPassesForTheDead = 30;
 
 constexpr const char* kDebugFile = "winboard.debug";
 
-std::string Stars(std::size_t count) { return std::string(count, '*'); }
+std::string Stars(std::size_t count) {
+  return std::string(count, '*');
+}
 
 bool WriteFile(FileSystem& files, const std::string& path, const std::string& text) {
   const auto file = files.Create(path);
@@ -92,11 +94,11 @@ bool GameRunner::FreeDebugFile(const std::string& debug_path) {
 
 void GameRunner::StartGame(Game& game) {
   FileSystem& files = tourney_.GetHost().files;
-  PrintText("\n" + Stars(70) + "\n" + Format("Starting game no. %d\n", game.number) +
-            Format("White: %-20s Black: %-20s\n", game.white_player.c_str(),
-                   game.black_player.c_str()) +
-            Format("Bat: %-22s\nPgn: %-22s\n", game.bat_file.c_str(), game.pgn_file.c_str()) +
-            Stars(70) + "\n");
+  PrintText(
+      "\n" + Stars(70) + "\n" + Format("Starting game no. %d\n", game.number) +
+      Format("White: %-20s Black: %-20s\n", game.white_player.c_str(), game.black_player.c_str()) +
+      Format("Bat: %-22s\nPgn: %-22s\n", game.bat_file.c_str(), game.pgn_file.c_str()) + Stars(70) +
+      "\n");
   Print("\n> ");
   if (files.Exists(kDebugFile)) files.Remove(kDebugFile);
   if (!files.IsReadable(game.bat_file)) Spool(tourney_, game.number);
@@ -139,9 +141,10 @@ milliseconds GameRunner::PanicStop() {
             "the game's bat-file, or your player's directory or exe-file name are\n"
             "incorrect or your winboard-path is incorrect.\n" +
             stars + "\n> ");
-  // The ordinary way of ending a game ends this one too: it finds the line behind the five header lines.
-  const bool written = WriteFile(files, kDebugFile,
-                                 "Panic stop by Tarvendo\n \n \n \n \ngameends \n \n");
+  // The ordinary way of ending a game ends this one too: it finds the line behind the five header
+  // lines.
+  const bool written =
+      WriteFile(files, kDebugFile, "Panic stop by Tarvendo\n \n \n \n \ngameends \n \n");
   if (written && files.IsReadable(kDebugFile)) {
     watch_.Begin(kDebugFile);
     return kPanicWait;
@@ -195,8 +198,8 @@ void GameRunner::KeepOrLeaveDebugFile() {
 
 Game* GameRunner::FindPlayedGame() {
   Game* game = tourney_.FindGame(played_.number);
-  const bool is_same = game != nullptr && game->white_player == played_.white &&
-                       game->black_player == played_.black;
+  const bool is_same =
+      game != nullptr && game->white_player == played_.white && game->black_player == played_.black;
   return is_same ? game : nullptr;
 }
 

@@ -11,14 +11,13 @@ class BracketList;
 class Game;
 class Tourney;
 
-/// Plays the spooled games one after another, a pass at a time: starts a batch file, looks whether WinBoard's
-/// debug file tells the end of the game, collects the result. It never sleeps: each pass tells how long to
-/// wait before the next one. Used by one thread, the runner's; a pass takes the tourney's lock for every step
-/// but the reading of the debug file.
+/// Plays the spooled games one after another, a pass at a time: starts a batch file, looks whether
+/// WinBoard's debug file tells the end of the game, collects the result. It never sleeps: each pass
+/// tells how long to wait before the next one. Used by one thread, the runner's; a pass takes the
+/// tourney's lock for every step but the reading of the debug file.
 class GameRunner {
  public:
-  GameRunner(Tourney& tourney, BracketList& brackets)
-      : tourney_(tourney), brackets_(brackets) {}
+  GameRunner(Tourney& tourney, BracketList& brackets) : tourney_(tourney), brackets_(brackets) {}
 
   /// Does what is to be done now. Returns how long to wait until the next pass.
   std::chrono::milliseconds Pass();
@@ -29,7 +28,8 @@ class GameRunner {
  private:
   enum class Phase { kIdle, kStart, kWatch };
 
-  /// What must be known of the game that is being played, even when the tourney has been changed meanwhile.
+  /// What must be known of the game that is being played, even when the tourney has been changed
+  /// meanwhile.
   struct PlayedGame {
     int number = 0;
     std::string white;
@@ -40,7 +40,8 @@ class GameRunner {
   std::chrono::milliseconds StartPass();
   std::chrono::milliseconds WatchPass();
 
-  /// Deletes the debug file of the last game. False, now and then with a message, when something holds it.
+  /// Deletes the debug file of the last game. False, now and then with a message, when something
+  /// holds it.
   bool FreeDebugFile(const std::string& debug_path);
   void StartGame(Game& game);
   /// Whether WinBoard ended long ago and its debug file has nothing more to tell.

@@ -27,7 +27,8 @@ Game* FirstSpooledGame(Tourney& tourney) {
   return first;
 }
 
-/// AutoRun of a Swiss tourney: spools the next game, pairing a round or replaying games when it has to.
+/// AutoRun of a Swiss tourney: spools the next game, pairing a round or replaying games when it has
+/// to.
 bool SpoolNextSwissGame(Tourney& tourney, BracketList& brackets) {
   if (Spool(tourney, 0)) return true;
   if (PairSwissRound(tourney, brackets, PairingRequest())) return Spool(tourney, 0);

@@ -15,14 +15,16 @@ namespace tarvendo {
 class BracketList;
 class Tourney;
 
-/// The two threads that work without the user: one plays the games (GameRunner), one switches the runner on
-/// and off at the set times (RunnerTimer). Owned by the console's composition, behind the tourney. A fault in
-/// one of them breaks the tourney's lock and asks the console thread to save and end.
+/// The two threads that work without the user: one plays the games (GameRunner), one switches the
+/// runner on and off at the set times (RunnerTimer). Owned by the console's composition, behind the
+/// tourney. A fault in one of them breaks the tourney's lock and asks the console thread to save
+/// and end.
 class Runner {
  public:
   Runner(Tourney& tourney, BracketList& brackets);
 
-  /// Tells both threads to end, wakes them and waits for them. A game that is being played goes on by itself.
+  /// Tells both threads to end, wakes them and waits for them. A game that is being played goes on
+  /// by itself.
   ~Runner();
   Runner(const Runner&) = delete;
   Runner& operator=(const Runner&) = delete;
@@ -30,8 +32,8 @@ class Runner {
   /// Starts both threads. False when the system gives none.
   bool StartThreads();
 
-  /// Waits until a pass that began after this call has found nothing to do and no start time is set, or a
-  /// thread has died. Called on the console thread without the tourney's lock.
+  /// Waits until a pass that began after this call has found nothing to do and no start time is
+  /// set, or a thread has died. Called on the console thread without the tourney's lock.
   void AwaitIdle();
 
  private:

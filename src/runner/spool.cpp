@@ -14,9 +14,12 @@
 namespace tarvendo {
 namespace {
 
-bool IsNothingDone(const Game& game) { return game.status == kNothingDone; }
+bool IsNothingDone(const Game& game) {
+  return game.status == kNothingDone;
+}
 
-/// The NOTHING DONE game of the lowest round; the first of the list among equals; null when there is none.
+/// The NOTHING DONE game of the lowest round; the first of the list among equals; null when there
+/// is none.
 Game* NextGameToSpool(Tourney& tourney) {
   Game* next = nullptr;
   for (Game& game : tourney.Games()) {
@@ -25,7 +28,8 @@ Game* NextGameToSpool(Tourney& tourney) {
   return next;
 }
 
-/// Number 0 has a meaning of its own in a command, so a game that a damaged file gives it is not found.
+/// Number 0 has a meaning of its own in a command, so a game that a damaged file gives it is not
+/// found.
 Game* UnplayedGame(Tourney& tourney, int number) {
   for (Game& game : tourney.Games()) {
     if (game.number == number && !game.IsReady()) return &game;
@@ -40,7 +44,8 @@ bool SpoolGame(Tourney& tourney, Game& game) {
   Game spooled = game;
   spooled.bat_file = GameFileName(tourney.settings.files_path, game.number, ".BAT");
   spooled.pgn_file = GameFileName(tourney.settings.files_path, game.number, ".PGN");
-  // A new spool starts from no game record; one that cannot be deleted keeps the game from being played.
+  // A new spool starts from no game record; one that cannot be deleted keeps the game from being
+  // played.
   if (files.IsReadable(spooled.pgn_file)) files.Remove(spooled.pgn_file);
   if (!SaveWholeFile(files, spooled.bat_file, BatchText(tourney, spooled))) {
     PrintText("Error opening file for writing:  " + spooled.bat_file + "\n");
@@ -100,7 +105,8 @@ void SpoolAll(Tourney& tourney) {
   std::stable_sort(waiting.begin(), waiting.end(),
                    [](const Game* a, const Game* b) { return a->round < b->round; });
   if (waiting.empty()) Print("All games are either ready or spooled!\n");
-  for (Game* game : waiting) SpoolGame(tourney, *game);
+  for (Game* game : waiting)
+    SpoolGame(tourney, *game);
 }
 
 bool ReplayUnfinished(Tourney& tourney) {

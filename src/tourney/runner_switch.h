@@ -5,8 +5,9 @@
 
 namespace tarvendo {
 
-/// What the user says to the runner: whether it is on, and when it goes on and off by itself. Part of the
-/// tourney, saved with it. It has a lock of its own, so that any thread may call it at any time.
+/// What the user says to the runner: whether it is on, and when it goes on and off by itself. Part
+/// of the tourney, saved with it. It has a lock of its own, so that any thread may call it at any
+/// time.
 class RunnerSwitch {
  public:
   struct State {
