@@ -26,8 +26,8 @@ class ManualClock : public Clock {
 
   /// Moves the clock by `span`, writes it down, calls the test's on_wait and returns. The caller's
   /// lock is free meanwhile, as in a real wait.
-  void Wait(std::condition_variable& /*wake*/, std::unique_lock<std::mutex>& held,
-            std::chrono::milliseconds span) override {
+  bool Wait(std::condition_variable& /*wake*/, std::unique_lock<std::mutex>& held,
+            std::chrono::milliseconds span, const std::function<bool()>& done) override {
     held.unlock();
     {
       const std::lock_guard guard(mutex_);
@@ -37,6 +37,7 @@ class ManualClock : public Clock {
     if (on_wait) on_wait(span);
     std::this_thread::yield();
     held.lock();
+    return done();
   }
 
   /// Called in every wait, on the thread that waits, with its lock free: the place for a test to
