@@ -27,10 +27,11 @@ class SystemClock : public Clock {
  public:
   std::int64_t Now() override { return HostSeconds(); }
 
-  void Wait(std::condition_variable& wake, std::unique_lock<std::mutex>& held,
-            std::chrono::milliseconds span) override {
+  bool Wait(std::condition_variable& wake, std::unique_lock<std::mutex>& held,
+            std::chrono::milliseconds span, const std::function<bool()>& done) override {
     // The end of a wait for "ever" would lie outside what a time point holds.
-    wake.wait_for(held, std::min<std::chrono::milliseconds>(span, std::chrono::hours(24)));
+    const auto bounded = std::min<std::chrono::milliseconds>(span, std::chrono::hours(24));
+    return wake.wait_for(held, bounded, done);
   }
 };
 

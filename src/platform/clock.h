@@ -3,6 +3,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -27,10 +28,10 @@ class Clock {
   /// Seconds since the epoch.
   virtual std::int64_t Now() = 0;
 
-  /// Waits on `wake`, whose mutex `held` holds, at the most for `span`, or until it is notified (or
-  /// for no reason at all: the caller looks at what it waits for).
-  virtual void Wait(std::condition_variable& wake, std::unique_lock<std::mutex>& held,
-                    std::chrono::milliseconds span) = 0;
+  /// Waits on `wake`, whose mutex `held` holds, until it is notified while `done` holds, but at the
+  /// most for `span`. Returns whether `done` holds.
+  virtual bool Wait(std::condition_variable& wake, std::unique_lock<std::mutex>& held,
+                    std::chrono::milliseconds span, const std::function<bool()>& done) = 0;
 };
 
 std::unique_ptr<Clock> MakeClock();

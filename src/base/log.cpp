@@ -1,0 +1,154 @@
+#include "base/log.h"
+
+#include <algorithm>
+#include <cstdarg>
+
+#include "base/line_reader.h"
+#include "base/text.h"
+#include "platform/files.h"
+#include "platform/processes.h"
+
+namespace tarvendo {
+namespace {
+
+constexpr std::int64_t kSmallestLimit = 2048;
+constexpr std::size_t kCutLine = 1023;
+
+constexpr const char* kStars = "**********************************************";
+
+std::string Framed(const std::string& message) {
+  return std::string("\n") + kStars + "\n" + message + "\n" + kStars + "\n";
+}
+
+/// The pieces of the rest of a text, as a loop that writes its buffer after every read gives them:
+/// a text that ends in a line feed has its last line twice, an empty one gives one empty piece.
+std::string CopiedLineByLine(LineReader reader, std::size_t size) {
+  std::string copy;
+  std::string buffer;
+  while (!reader.AtEnd()) {
+    if (const auto line = reader.Read(size)) buffer = *line;
+    copy += buffer;
+  }
+  return copy;
+}
+
+/// CR LF as LF.
+std::string FoldLineEnds(const std::string& bytes) {
+  std::string text;
+  text.reserve(bytes.size());
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    if (bytes[i] == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n') continue;
+    text += bytes[i];
+  }
+  return text;
+}
+
+/// The name of the working file: ".$$$" in place of the extension.
+std::string WorkingName(const std::string& name) {
+  const std::size_t dot = name.rfind('.');
+  const std::size_t separator = name.find_last_of("/\\");
+  const bool has_extension =
+      dot != std::string::npos && (separator == std::string::npos || dot > separator);
+  return name.substr(0, has_extension ? dot : name.size()) + ".$$$";
+}
+
+}  // namespace
+
+Log* TheLog = nullptr;
+
+LogFile::LogFile(FileSystem& files, std::string full_name)
+    : files_(files), name_(std::move(full_name)), stream_(files.Create(name_)) {}
+
+LogFile::~LogFile() = default;
+
+void LogFile::Write(const std::string& text) {
+  if (!stream_) return;
+  // A full disk must not stop the tourney, and there is no other place to tell of it than the
+  // console, which gets the message all the same.
+  stream_->Write(text);
+  stream_->Flush();
+}
+
+void LogFile::CutDown(std::int64_t limit) {
+  if (!stream_ || stream_->Size() < limit) return;
+  const std::int64_t size = stream_->Size();
+  stream_.reset();
+  const auto newer_half = files_.ReadFrom(name_, static_cast<std::uint64_t>(size / 2));
+  const std::unique_ptr<OutputFile> working = files_.Create(WorkingName(name_));
+  if (newer_half && working) {
+    const std::string text = FoldLineEnds(*newer_half);
+    LineReader reader(text);
+    reader.Read(kCutLine);
+    const bool written = working->Write(CopiedLineByLine(reader, kCutLine));
+    const bool whole = working->Close() && written;
+    if (!whole || !files_.Rename(WorkingName(name_), name_)) files_.Remove(WorkingName(name_));
+  }
+  stream_ = files_.Append(name_);
+}
+
+Log::Log(Host& host, Sink console, Sink error)
+    : host_(host), console_(std::move(console)), error_(std::move(error)) {}
+
+Log::~Log() = default;
+
+bool Log::AddFile(const std::string& name) {
+  const std::lock_guard lock(mutex_);
+  auto file = std::make_unique<LogFile>(host_.files, host_.files.FullPath(name));
+  if (!file->IsOpen()) return false;
+  const bool known = std::any_of(files_.begin(), files_.end(),
+                                 [&](const auto& other) { return other->Name() == file->Name(); });
+  if (!known) files_.push_back(std::move(file));
+  return true;
+}
+
+void Log::Write(const std::string& text) {
+  const std::lock_guard lock(mutex_);
+  for (const auto& file : files_)
+    file->Write(text);
+  console_(text);
+}
+
+void Log::Echo(const std::string& line) {
+  const std::lock_guard lock(mutex_);
+  for (const auto& file : files_)
+    file->Write(line);
+}
+
+bool Log::RunShellCommand(const std::string& line) {
+  // Made absolute now: the runner may change the current directory while the command runs.
+  const std::string temporary = host_.files.FullPath("tmpfile.$$$");
+  if (host_.processes.RunShell(line, temporary) == ShellOutcome::kNoOutputFile) {
+    host_.processes.RunShell(line, "");
+    error_(Framed("Error creating temporary file!"));
+    return false;
+  }
+  const auto output = host_.files.ReadText(temporary);
+  if (!output) {
+    error_(Framed("Error reopening temporary file!"));
+    return false;
+  }
+  Write(CopiedLineByLine(LineReader(*output), kLongLine));
+  host_.files.Remove(temporary);
+  return true;
+}
+
+void Log::Housekeep(std::int64_t limit) {
+  const std::lock_guard lock(mutex_);
+  if (files_.empty()) return;
+  if (limit < 1) limit = default_limit_;
+  files_.front()->CutDown(std::max(limit, kSmallestLimit));
+}
+
+void Print(const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  const std::string text = FormatList(format, arguments);
+  va_end(arguments);
+  PrintText(text);
+}
+
+void PrintText(const std::string& text) {
+  if (TheLog != nullptr) TheLog->Write(text);
+}
+
+}  // namespace tarvendo

@@ -1,0 +1,68 @@
+#include "players/player_database.h"
+
+#include <algorithm>
+
+#include "base/log.h"
+#include "base/text.h"
+
+namespace tarvendo {
+namespace {
+
+void MergeOptions(std::string& stored, const std::string& added) {
+  if (stored.empty()) {
+    stored = added;
+  } else if (stored != added) {
+    stored += " " + added;
+  }
+}
+
+}  // namespace
+
+bool PlayerDatabase::CreatePlayer(PlayerTexts texts) {
+  Player player(std::move(texts));
+  if (Player* existing = FindByName(player.texts.name)) {
+    MergeOptions(existing->texts.white_options, player.texts.white_options);
+    MergeOptions(existing->texts.black_options, player.texts.black_options);
+    return true;
+  }
+  if (player.texts.program_exe.empty()) return false;
+  player.number = static_cast<int>(players_.size()) + 1;
+  PrintText("Player " + player.texts.name + " created.\n");
+  players_.push_back(std::move(player));
+  return true;
+}
+
+bool PlayerDatabase::DeletePlayer(int number) {
+  const auto found = std::find_if(players_.begin(), players_.end(),
+                                  [&](const Player& player) { return player.number == number; });
+  if (found != players_.end()) {
+    PrintText("Player '" + found->texts.name + "' deleted from player list.\n");
+    players_.erase(found);
+  }
+  int next = 1;
+  for (Player& player : players_)
+    player.number = next++;
+  return true;
+}
+
+bool PlayerDatabase::ListPlayers(const std::string& pattern, bool by_group) const {
+  for (const Player& player : players_) {
+    const bool listed =
+        by_group ? player.texts.group == pattern : BeginsWithNoCase(player.texts.name, pattern);
+    if (listed) PrintText(PlayerGroupLine(player));
+  }
+  return true;
+}
+
+Player* PlayerDatabase::FindByNumber(int number) {
+  const bool there = number >= 1 && static_cast<std::size_t>(number) <= players_.size();
+  return there ? &players_[static_cast<std::size_t>(number) - 1] : nullptr;
+}
+
+Player* PlayerDatabase::FindByName(const std::string& name) {
+  const auto found = std::find_if(players_.begin(), players_.end(),
+                                  [&](const Player& player) { return player.texts.name == name; });
+  return found == players_.end() ? nullptr : &*found;
+}
+
+}  // namespace tarvendo

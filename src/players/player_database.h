@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "players/player.h"
+
+namespace tarvendo {
+
+/// The engines that the user knows, in number order: element i has the number i + 1. Owned by main,
+/// used by the console thread.
+class PlayerDatabase {
+ public:
+  virtual ~PlayerDatabase() = default;
+
+  const std::vector<Player>& Players() const { return players_; }
+
+  /// Adds a player and prints "Player %s created.\n". A player of that exact name is there already:
+  /// nothing is added or printed, the two option texts are merged into it (an empty one is taken
+  /// over, a differing one appended behind a blank). An empty name counts as "PlayerName". False,
+  /// silently, when a new player has no program.
+  bool CreatePlayer(PlayerTexts texts);
+
+  /// Deletes the player with that number (1-based) and prints "Player '%s' deleted from player
+  /// list.\n"; the players are numbered anew. An unknown number deletes nobody and prints nothing.
+  /// Always true.
+  bool DeletePlayer(int number);
+
+  /// Prints a line for every player whose name begins with `pattern` (any case) or, by group, whose
+  /// whole group text is `pattern`. Always true.
+  bool ListPlayers(const std::string& pattern, bool by_group) const;
+
+  /// The player with that number or that exact name; null when there is none.
+  Player* FindByNumber(int number);
+  Player* FindByName(const std::string& name);
+
+ private:
+  std::vector<Player> players_;
+};
+
+}  // namespace tarvendo

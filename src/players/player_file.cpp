@@ -1,0 +1,109 @@
+#include "players/player_file.h"
+
+#include <array>
+
+#include "base/line_reader.h"
+#include "base/log.h"
+#include "base/text.h"
+#include "base/whole_file.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "players/player_database.h"
+#include "players/winboard_import.h"
+
+namespace tarvendo {
+namespace {
+
+struct Key {
+  const char* prefix;   ///< how a key line begins, any case
+  const char* written;  ///< how it is written
+  std::string PlayerTexts::*value;
+};
+
+/// In the order in which they are written.
+constexpr std::array<Key, 7> kKeys = {{
+    {"name", "Name:", &PlayerTexts::name},
+    {"whi", "WhiteOptions:", &PlayerTexts::white_options},
+    {"bla", "BlackOptions:", &PlayerTexts::black_options},
+    {"program", "ProgramExe:", &PlayerTexts::program_exe},
+    {"group", "Group:", &PlayerTexts::group},
+    {"init", "InitString:", &PlayerTexts::init_string},
+    {"dir", "Dir:", &PlayerTexts::dir},
+}};
+
+const Key* FindKey(const std::string& line) {
+  for (const Key& key : kKeys) {
+    if (BeginsWithNoCase(line, key.prefix)) return &key;
+  }
+  return nullptr;
+}
+
+void SkipToBlock(LineReader& lines) {
+  while (const auto line = lines.Read(kRecordLine)) {
+    if (line->starts_with("PLAYER")) return;
+  }
+}
+
+/// The configuration beside WinBoard; empty when its path names no directory.
+std::string ConfigurationBeside(const std::string& winboard_path) {
+  const std::size_t separator = LastSeparator(winboard_path);
+  if (separator == std::string::npos) return "";
+  return winboard_path.substr(0, separator + 1) + "winboard.ini";
+}
+
+}  // namespace
+
+bool WritePlayerFile(FileSystem& files, const std::string& path, const PlayerDatabase& database) {
+  std::string text = "PLAYER_FILE\n";
+  for (const Player& player : database.Players()) {
+    text += "PLAYER\n";
+    for (const Key& key : kKeys) {
+      text.append(key.written).append("\n").append(player.texts.*key.value).append("\n");
+    }
+    text += "END_PLAYER\n\n";
+  }
+  return SaveWholeFile(files, path, text);
+}
+
+bool ReadPlayerFile(FileSystem& files, const std::string& path, const std::string& winboard_path,
+                    PlayerDatabase& database) {
+  std::string name = path;
+  if (name.empty()) {
+    name = ConfigurationBeside(winboard_path);
+    if (name.empty()) return false;
+    PrintText("Because no player file was specified, file\n'" + name + "' is tried.\n");
+  }
+  const auto text = files.ReadText(name);
+  if (!text) {
+    PrintText("Error opening file '" + name + "'\n");
+    return false;
+  }
+  LineReader lines(*text);
+  const auto first = lines.Read(kRecordLine);
+  if (!first || !first->starts_with("PLAYER_FILE")) {
+    return ImportWinboardIni(files, *text, database);
+  }
+  while (!lines.AtEnd() && ReadPlayerBlock(lines, database)) {
+  }
+  return true;
+}
+
+bool ReadPlayerBlock(LineReader& lines, PlayerDatabase& database) {
+  SkipToBlock(lines);
+  PlayerTexts texts;
+  bool any_value = false;
+  while (const auto line = lines.Read(kRecordLine)) {
+    if (const Key* key = FindKey(*line)) {
+      std::string value = lines.Read(kRecordLine).value_or("");
+      TrimRight(value);
+      texts.*(key->value) = value;
+      any_value = true;
+    } else if (line->starts_with("END_PLAYER")) {
+      break;
+    }
+  }
+  if (any_value) database.CreatePlayer(std::move(texts));
+  return any_value;
+}
+
+}  // namespace tarvendo

@@ -1,0 +1,38 @@
+#include "tourney/game.h"
+
+namespace tarvendo {
+
+void Game::WriteRecord() {
+  for (const int value : {black, number, result, round, spool_index, status, sub_round, white}) {
+    WriteInt(value);
+  }
+  for (const std::string* text : {&bat_file, &black_player, &pgn_file, &white_player}) {
+    WriteString(*text);
+  }
+}
+
+void Game::ReadRecord() {
+  for (int* field : {&black, &number, &result, &round, &spool_index, &status, &sub_round, &white}) {
+    ReadInt(*field);
+  }
+  for (std::string* text : {&bat_file, &black_player, &pgn_file, &white_player}) {
+    ReadString(*text);
+  }
+}
+
+const char* ResultText(int result) {
+  switch (result) {
+    case kWhiteWins:
+      return "1 - 0";
+    case kBlackWins:
+      return "0 - 1";
+    case kDraw:
+      return "1/2 - 1/2";
+    case kBothLose:
+      return "0 - 0";
+    default:
+      return "*";
+  }
+}
+
+}  // namespace tarvendo

@@ -1,0 +1,174 @@
+#include "tourney/game_list.h"
+
+#include "base/log.h"
+#include "base/text.h"
+#include "platform/files.h"
+#include "tourney/participants.h"
+#include "tourney/tourney.h"
+
+namespace tarvendo {
+namespace {
+
+bool IsUnsetOr(int criterion, int value) {
+  return criterion == 0 || criterion == value;
+}
+
+void DeleteIfThere(FileSystem& files, std::string& name) {
+  // A file that cannot be deleted is left: the next spooling of the game tries again.
+  if (!name.empty() && files.Exists(name)) files.Remove(name);
+  name.clear();
+}
+
+/// Deletes the files of the games at these places, says so for each, and takes them out of the
+/// list.
+void RemoveAt(Tourney& tourney, const std::vector<std::size_t>& places) {
+  for (const std::size_t place : places) {
+    Game& game = tourney.Games()[place];
+    DeleteGameFiles(tourney, game);
+    Print("Removing game %d...", game.number);
+    Print("removed.\n");
+  }
+  if (!places.empty()) tourney.EraseGames(places);
+}
+
+const char* ResultColumn(int result) {
+  switch (result) {
+    case kWhiteWins:
+      return "   1 - 0    ";
+    case kBlackWins:
+      return "   0 - 1    ";
+    case kDraw:
+      return "   1 / 2";
+    case kBothLose:
+      return "   0 - 0    ";
+    default:
+      return "     *";
+  }
+}
+
+std::string StatusAndResultColumns(const Game& game) {
+  switch (game.status) {
+    case kNothingDone:
+      return "NOTHING DONE";
+    case kSpooled:
+      return "SPOOLED     ";
+    case kReady:
+      return std::string("READY       ") + ResultColumn(game.result);
+    default:
+      return "";
+  }
+}
+
+/// The result line of the detailed form; a game that both lose has none.
+std::string ResultLine(const Game& game) {
+  switch (game.result) {
+    case kUnknown:
+      return "    Result: UNKNOWN\n";
+    case kUnfinished:
+      return "    Result: UNFINISHED\n";
+    case kWhiteWins:
+    case kBlackWins:
+    case kDraw:
+      return std::string("    Result: ") + ResultText(game.result) + "\n";
+    default:
+      return "";
+  }
+}
+
+std::string StatusLines(const Game& game) {
+  switch (game.status) {
+    case kNothingDone:
+      return "    Status: NOTHING DONE\n";
+    case kSpooled:
+      return "    Status: SPOOLED\n    BatFile: '" + game.bat_file + "'    PgnFile: '" +
+             game.pgn_file + "'\n";
+    case kReady:
+      return "    Status: READY\n" + ResultLine(game);
+    default:
+      return "";
+  }
+}
+
+}  // namespace
+
+bool Matches(const Game& game, const GameFilter& filter) {
+  if (filter.all) return true;
+  return IsUnsetOr(filter.number, game.number) &&
+         (filter.player == 0 || game.IsPlayedBy(filter.player)) &&
+         IsUnsetOr(filter.white, game.white) && IsUnsetOr(filter.black, game.black) &&
+         IsUnsetOr(filter.round, game.round) && IsUnsetOr(filter.sub_round, game.sub_round) &&
+         IsUnsetOr(filter.status, game.status) && IsUnsetOr(filter.result, game.result);
+}
+
+std::string GameLine(Tourney& tourney, const Game& game) {
+  if (tourney.name_width < 6) ComputeNameWidth(tourney);
+  const int width = tourney.name_width;
+  return Format("%3d. Round %d-%d  %2d.%-*s - %2d.%-*s   -", game.number, game.round,
+                game.sub_round, game.white, width, game.white_player.c_str(), game.black, width,
+                game.black_player.c_str()) +
+         StatusAndResultColumns(game) + "\n";
+}
+
+std::string GameData(const Game& game) {
+  const std::string sub_round = game.sub_round != 0 ? Format(" - %d\n", game.sub_round) : "\n";
+  return Format("Game number %d:\n    Round : %2d", game.number, game.round) + sub_round +
+         Format("    White : %2d %s\n", game.white, game.white_player.c_str()) +
+         Format("    Black : %2d %s\n", game.black, game.black_player.c_str()) + StatusLines(game);
+}
+
+void ListGames(Tourney& tourney, const GameFilter& filter) {
+  for (const Game& game : tourney.Games()) {
+    if (Matches(game, filter)) PrintText(GameLine(tourney, game));
+  }
+}
+
+int RemoveGames(Tourney& tourney, const GameFilter& filter) {
+  std::vector<std::size_t> places;
+  for (std::size_t i = 0; i < tourney.Games().size(); ++i) {
+    if (Matches(tourney.Games()[i], filter)) places.push_back(i);
+  }
+  RemoveAt(tourney, places);
+  return static_cast<int>(places.size());
+}
+
+int RemoveFirstGame(Tourney& tourney, int number, const GameFilter& filter) {
+  for (std::size_t i = 0; i < tourney.Games().size(); ++i) {
+    const Game& game = tourney.Games()[i];
+    if ((number == 0 || game.number != number) && !Matches(game, filter)) continue;
+    RemoveAt(tourney, {i});
+    return 1;
+  }
+  return 0;
+}
+
+void RemoveGamesOfNobody(Tourney& tourney) {
+  std::vector<std::size_t> places;
+  for (std::size_t i = tourney.Games().size(); i-- > 0;) {
+    if (tourney.Games()[i].IsPlayedBy(0)) places.push_back(i);
+  }
+  RemoveAt(tourney, places);
+}
+
+void DeleteGameFiles(Tourney& tourney, Game& game) {
+  DeleteIfThere(tourney.GetHost().files, game.bat_file);
+  DeleteIfThere(tourney.GetHost().files, game.pgn_file);
+}
+
+bool Forfeit(Tourney& tourney, int player_number) {
+  const Player* player = tourney.FindParticipant(player_number);
+  if (player == nullptr) {
+    Print("Can't find a player by number %d!\n", player_number);
+    return false;
+  }
+  for (Game& game : tourney.Games()) {
+    if (game.IsReady() || !game.IsPlayedBy(player_number)) continue;
+    game.status = kReady;
+    game.result = game.black == player_number ? kWhiteWins : kBlackWins;
+    DeleteGameFiles(tourney, game);
+  }
+  PrintText("All games of player " + player->texts.name +
+            " adjudicated as win for the opponent.\n");
+  return true;
+}
+
+}  // namespace tarvendo

@@ -1,0 +1,72 @@
+// Worked example, four participants (three rounds), White first:
+//   1-2 in round 2, 3-1 in round 3, 2-3 in round 1, then those with participant 4:
+//   1-4 in round 1, 2-4 in round 3, 4-3 in round 2.
+
+#include "tourney/round_robin.h"
+
+#include "base/log.h"
+#include "tourney/game_list.h"
+#include "tourney/rounds.h"
+#include "tourney/tourney.h"
+
+namespace tarvendo {
+namespace {
+
+/// Round numbers run 1 to `rounds` in a circle.
+int WrappedRound(int round, int rounds) {
+  return round > rounds ? round - rounds : round;
+}
+
+Pairing MainPairing(int low, int high, int rounds) {
+  const int round = WrappedRound(low + high - 1, rounds);
+  const bool low_has_white = (high - low) % 2 != 0;
+  return low_has_white ? Pairing{round, high, low} : Pairing{round, low, high};
+}
+
+/// Participant k meets the last one in the round that the main pairings leave free for it.
+Pairing PairingWithLast(int k, int last, int rounds) {
+  const int round = WrappedRound(2 * k - 1, rounds);
+  return round % 2 != 0 ? Pairing{round, last, k} : Pairing{round, k, last};
+}
+
+void AddGamesOf(Tourney& tourney, const Pairing& pairing) {
+  for (int sub_round = 1; sub_round <= EffectiveSubRounds(tourney); ++sub_round) {
+    const bool swapped = sub_round % 2 == 0;
+    tourney.AddGame(swapped ? pairing.second : pairing.first,
+                    swapped ? pairing.first : pairing.second, pairing.round, sub_round);
+  }
+}
+
+}  // namespace
+
+std::vector<Pairing> RoundRobinSchedule(int participants) {
+  if (participants < 2) return {};
+  if (participants == 2) return {{1, 2, 1}};
+  const bool is_even = participants % 2 == 0;
+  const int last = is_even ? participants : participants + 1;
+  const int rounds = last - 1;
+  std::vector<Pairing> schedule;
+  for (int low = 1; low <= last - 2; ++low) {
+    for (int high = low + 1; high <= last - 1; ++high) {
+      schedule.push_back(MainPairing(low, high, rounds));
+    }
+  }
+  for (int k = 1; is_even && k <= last - 1; ++k) {
+    schedule.push_back(PairingWithLast(k, last, rounds));
+  }
+  return schedule;
+}
+
+void CreateRRGames(Tourney& tourney) {
+  Print("Creating Round Robin games...");
+  for (Game& game : tourney.Games())
+    DeleteGameFiles(tourney, game);
+  tourney.EraseAllGames();
+  const int participants = static_cast<int>(tourney.Participants().size());
+  tourney.settings.rounds = RoundRobinRounds(participants);
+  for (const Pairing& pairing : RoundRobinSchedule(participants))
+    AddGamesOf(tourney, pairing);
+  Print("ready.\n");
+}
+
+}  // namespace tarvendo
