@@ -4,7 +4,8 @@
 // both players have floated there. So it must fail when
 //   - the players cannot all be paired, brackets or not;
 //   - the brackets up to some place leave more players over than may float out of there, or those behind it
-//     leave more over than may float in (floater_limits.h);
+//     leave more over than may float in, or a run of brackets between leaves more over than may float in
+//     and out together (floater_limits.h);
 //   - the players cannot all be paired when nobody goes farther than a floater can;
 //   - while floaters are chosen: the players cannot all be paired when those who are known to stay meet only
 //     in the bracket and those who are known to go only behind it.
@@ -13,8 +14,13 @@
 
 #include "pairing/chain_outlook.h"
 
+#include <algorithm>
+
 namespace tarvendo {
 namespace {
+
+/// Longer runs of brackets are not looked at.
+constexpr std::size_t kLongestRun = 12;
 
 /// Players who stand in the same bracket and have the same choices.
 struct Party {
@@ -110,6 +116,29 @@ void ChainOutlook::CountNeededFromAbove() {
   }
 }
 
+void ChainOutlook::CountLeftOver() {
+  left_over_.assign(brackets_.size(), {});
+  for (std::size_t first = 0; first < brackets_.size(); ++first) {
+    MatchProblem problem(graph_, own_[first]);
+    Matching matching(graph_.SeatCount());
+    const std::size_t end = std::min(first + kLongestRun, brackets_.size() - 1);
+    for (std::size_t last = first; last < end; ++last) {
+      if (last > first) own_[last].ForEach([&](Seat seat) { problem.Insert(seat, 0); });
+      left_over_[first].push_back(matching.MakeLargest(problem));
+    }
+  }
+}
+
+bool ChainOutlook::RunsSuffice(std::size_t place, const FloaterLimits& limits) const {
+  for (std::size_t first = place + 1; first < brackets_.size(); ++first) {
+    for (std::size_t more = 0; more < left_over_[first].size(); ++more) {
+      const std::size_t floaters = limits.Of(first - 1) + limits.Of(first + more);
+      if (left_over_[first][more] > floaters) return false;
+    }
+  }
+  return true;
+}
+
 bool ChainOutlook::LimitsSuffice(std::size_t place, const std::vector<std::size_t>& must_float,
                                  const FloaterLimits& limits) {
   if (needed_from_above_.empty()) CountNeededFromAbove();
@@ -117,7 +146,8 @@ bool ChainOutlook::LimitsSuffice(std::size_t place, const std::vector<std::size_
     const std::size_t limit = limits.Of(last);
     if (must_float[last - place] > limit || needed_from_above_[last + 1] > limit) return false;
   }
-  return true;
+  if (left_over_.empty()) CountLeftOver();
+  return RunsSuffice(place, limits);
 }
 
 bool ChainOutlook::ReachSuffices(std::size_t place, const FloaterLimits& limits) {

@@ -42,15 +42,23 @@ class ChainOutlook {
   bool ChoiceCanWork(std::size_t place, std::size_t decided, const FloaterLimits* limits);
 
  private:
-  /// How many players of each bracket from `place` on to the end cannot be paired behind its start.
   void CountNeededFromAbove();
+  void CountLeftOver();
+
+  /// Whether so few players are left over by each run of brackets behind `place` that they can float
+  /// out of it, or others in.
+  bool RunsSuffice(std::size_t place, const FloaterLimits& limits) const;
 
   const PairGraph& graph_;
   const std::vector<Bracket>& brackets_;
   std::vector<PlayerSet> own_;   ///< the players of each bracket as it was made
   std::vector<PlayerSet> from_;  ///< ... and of all behind it
-  std::vector<std::size_t> needed_from_above_;  ///< by place; empty until it is asked for
-  Matching wide_;                ///< of the last question, a start for the next one
+  /// How many players of a bracket and all behind it cannot be paired among themselves, by place. This and
+  /// the next are empty until they are asked for.
+  std::vector<std::size_t> needed_from_above_;
+  /// How many of the bracket at that place and of the next so many behind it cannot.
+  std::vector<std::vector<std::size_t>> left_over_;
+  Matching wide_;  ///< of the last question, a start for the next one
 };
 
 }  // namespace tarvendo

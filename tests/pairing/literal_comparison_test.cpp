@@ -17,7 +17,7 @@
 namespace tarvendo {
 namespace {
 
-constexpr std::int64_t kBudget = 100'000;
+constexpr std::int64_t kBudget = 1'000'000;
 
 std::int64_t FromEnvironment(const char* name, std::int64_t otherwise) {
   const char* text = std::getenv(name);
