@@ -20,8 +20,8 @@ std::string Framed(const std::string& message) {
   return std::string("\n") + kStars + "\n" + message + "\n" + kStars + "\n";
 }
 
-/// The pieces of the rest of a text, as a loop that writes its buffer after every read gives them: a
-/// text that ends in a line feed has its last line twice, an empty one gives one empty piece.
+/// The pieces of the rest of a text, as a loop that writes its buffer after every read gives them:
+/// a text that ends in a line feed has its last line twice, an empty one gives one empty piece.
 std::string CopiedLineByLine(LineReader reader, std::size_t size) {
   std::string copy;
   std::string buffer;
@@ -63,8 +63,8 @@ LogFile::~LogFile() = default;
 
 void LogFile::Write(const std::string& text) {
   if (!stream_) return;
-  // A full disk must not stop the tourney, and there is no other place to tell of it than the console,
-  // which gets the message all the same.
+  // A full disk must not stop the tourney, and there is no other place to tell of it than the
+  // console, which gets the message all the same.
   stream_->Write(text);
   stream_->Flush();
 }
@@ -80,7 +80,8 @@ void LogFile::CutDown(std::int64_t limit) {
     LineReader reader(text);
     reader.Read(kCutLine);
     const bool written = working->Write(CopiedLineByLine(reader, kCutLine));
-    if (working->Close() && written) files_.Rename(WorkingName(name_), name_);
+    const bool whole = working->Close() && written;
+    if (!whole || !files_.Rename(WorkingName(name_), name_)) files_.Remove(WorkingName(name_));
   }
   stream_ = files_.Append(name_);
 }
@@ -102,13 +103,15 @@ bool Log::AddFile(const std::string& name) {
 
 void Log::Write(const std::string& text) {
   const std::lock_guard lock(mutex_);
-  for (const auto& file : files_) file->Write(text);
+  for (const auto& file : files_)
+    file->Write(text);
   console_(text);
 }
 
 void Log::Echo(const std::string& line) {
   const std::lock_guard lock(mutex_);
-  for (const auto& file : files_) file->Write(line);
+  for (const auto& file : files_)
+    file->Write(line);
 }
 
 bool Log::RunShellCommand(const std::string& line) {

@@ -25,8 +25,8 @@ class LogFile {
 
   void Write(const std::string& text);
 
-  /// Keeps roughly the newer half when the file has reached `limit` bytes: what begins behind the first
-  /// line end after its middle. The last line then stands there twice.
+  /// Keeps roughly the newer half when the file has reached `limit` bytes: what begins behind the
+  /// first line end after its middle. The last line then stands there twice.
   void CutDown(std::int64_t limit);
 
  private:
@@ -36,8 +36,8 @@ class LogFile {
 };
 
 /// Everything that the program tells the user: into each log file first, then to the console. Made
-/// first and destroyed last by main, reached through TheLog. Any thread may call it; a message is written
-/// whole, two threads never mix inside one.
+/// first and destroyed last by main, reached through TheLog. Any thread may call it; a message is
+/// written whole, two threads never mix inside one.
 class Log {
  public:
   using Sink = std::function<void(const std::string&)>;
@@ -48,8 +48,8 @@ class Log {
   Log(const Log&) = delete;
   Log& operator=(const Log&) = delete;
 
-  /// Adds a log file, emptying it; the name is made a full path first. True when it is in the list now,
-  /// false when it could not be opened.
+  /// Adds a log file, emptying it; the name is made a full path first. True when it is in the list
+  /// now, false when it could not be opened.
   bool AddFile(const std::string& name);
 
   /// Writes a message to every log file and to the console.
@@ -60,8 +60,8 @@ class Log {
 
   /// Runs a line by the host's command processor and copies its standard output, by way of the file
   /// "tmpfile.$$$" in the current directory, to the log files and the console. The last line comes
-  /// twice when it ends in a line feed. False, with a message on standard error, when the temporary file
-  /// could not be made (the line has then been run without capture) or not be read back.
+  /// twice when it ends in a line feed. False, with a message on standard error, when the temporary
+  /// file could not be made (the line has then been run without capture) or not be read back.
   bool RunShellCommand(const std::string& line);
 
   /// Cuts the first log file down when it has reached `limit` bytes. Below 1 stands for 1048578;

@@ -7,9 +7,9 @@ namespace tarvendo {
 
 class FileSystem;
 
-/// The base of the records that are kept one value a line (tourney, game, player): numbers as "%d\n",
-/// texts as "%s\n". A record opens a file of its own, or takes part in one that another record has open.
-/// Copies of a record never share its open file. Used by one thread at a time.
+/// The base of the records that are kept one value a line (tourney, game, player): numbers as
+/// "%d\n", texts as "%s\n". A record opens a file of its own, or takes part in one that another
+/// record has open. Copies of a record never share its open file. Used by one thread at a time.
 class RecordFile {
  public:
   struct Stream;
@@ -19,8 +19,8 @@ class RecordFile {
   RecordFile& operator=(const RecordFile&) noexcept { return *this; }
   virtual ~RecordFile();
 
-  /// Begins writing to the file `name`, closing an open one. What is written reaches the file when it is
-  /// closed, whole or not at all (base/whole_file.h). False when there is no name.
+  /// Begins writing to the file `name`, closing an open one. What is written reaches the file when
+  /// it is closed, whole or not at all (base/whole_file.h). False when there is no name.
   bool OpenWrite(FileSystem& files, const std::string& name);
 
   /// Begins reading the file `name`, closing an open one. False when it cannot be opened.
@@ -45,13 +45,13 @@ class RecordFile {
   void WriteInt(long long value);
   void WriteString(const std::string& text);
 
-  /// Reads one line and the number at its start. A line without a number, or no line, leaves the field as
-  /// it was; a number out of the field's range becomes the nearest one in it.
+  /// Reads one line and the number at its start. A line without a number, or no line, leaves the
+  /// field as it was; a number out of the field's range becomes the nearest one in it.
   void ReadInt(int& field);
   void ReadLong(long long& field);
 
-  /// Reads one line (at most 255 characters) without its last character, the line feed. No line leaves the
-  /// field as it was.
+  /// Reads one line (at most 255 characters) without its last character, the line feed. No line
+  /// leaves the field as it was.
   void ReadString(std::string& field);
 
  private:

@@ -16,7 +16,8 @@ std::string HalfPointText(QuarterPoints score);
 /// "10.75" for 43 quarters, ".00" for none: Sonneborn-Berger.
 std::string QuarterPointText(QuarterPoints score);
 
-/// "7.75", "7.5", "7.25", "7.0": the Buchholz column of the tables, whose endings are not all alike.
+/// "7.75", "7.5", "7.25", "7.0": the Buchholz column of the tables, whose endings are not all
+/// alike.
 std::string BuchholzColumnText(QuarterPoints score);
 
 }  // namespace tarvendo

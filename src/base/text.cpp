@@ -10,9 +10,13 @@ namespace {
 constexpr std::string_view kTrimmed = " \t\n";
 constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
 
-char ToLowerLetter(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char ToLowerLetter(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 /// `value` with one more decimal digit, stopping at the largest 64-bit number.
 long long AppendDigit(long long value, int digit) {

@@ -17,10 +17,11 @@ struct BatchStep {
 };
 
 /// Reads the small language of the game batch files, for hosts without a batch processor: a leading
-/// `@`, `rem`, `if [not] exist PATH COMMAND`, `del PATH`, and a program with its words; keywords in any
-/// case. Words end at blanks; "..." and '...' hold blanks together and are taken off, either kind
-/// standing literally inside the other; nothing else is special, so no text can become a command.
-/// Lines that are empty or remarks give no step; an `if` or `del` without its path gives none either.
+/// `@`, `rem`, `if [not] exist PATH COMMAND`, `del PATH`, and a program with its words; keywords in
+/// any case. Words end at blanks; "..." and '...' hold blanks together and are taken off, either
+/// kind standing literally inside the other; nothing else is special, so no text can become a
+/// command. Lines that are empty or remarks give no step; an `if` or `del` without its path gives
+/// none either.
 ///
 ///     @if NOT EXIST g7.PGN winboard.exe /scp='beta.exe xboard'
 /// gives one step with the condition {false, "g7.PGN"} and the words `winboard.exe`,

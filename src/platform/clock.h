@@ -3,6 +3,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -27,22 +28,24 @@ class Clock {
   /// Seconds since the epoch.
   virtual std::int64_t Now() = 0;
 
-  /// Waits on `wake`, whose mutex `held` holds, at the most for `span`, or until it is notified (or for
-  /// no reason at all: the caller looks at what it waits for).
-  virtual void Wait(std::condition_variable& wake, std::unique_lock<std::mutex>& held,
-                    std::chrono::milliseconds span) = 0;
+  /// Waits on `wake`, whose mutex `held` holds, until it is notified while `done` holds, but at the
+  /// most for `span`. Returns whether `done` holds.
+  virtual bool Wait(std::condition_variable& wake, std::unique_lock<std::mutex>& held,
+                    std::chrono::milliseconds span, const std::function<bool()>& done) = 0;
 };
 
 std::unique_ptr<Clock> MakeClock();
 
-/// The local time in the form of the C library's asctime: "Sun Sep 16 01:03:52 1973\n".
+/// The local time in the form of the C library's asctime: "Sun Sep 16 01:03:52 1973\n". A number
+/// that is no moment between 1970 and the year 3000 is written as it is: "-7\n". Any thread, like
+/// those below.
 std::string LocalTimeText(std::int64_t seconds);
 
-/// The local calendar time at a moment.
+/// The local calendar time at a moment; all parts 0 outside the years 1970 to 3000.
 CalendarTime LocalCalendar(std::int64_t seconds);
 
 /// The moment of a local calendar time, in seconds since the epoch; out of range parts are carried
-/// over as the C library's mktime does. -1 when there is no such moment.
+/// over as the C library's mktime does. -1 when there is no such moment in the years 1970 to 3000.
 std::int64_t FromLocalCalendar(const CalendarTime& time);
 
 }  // namespace tarvendo

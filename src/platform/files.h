@@ -9,7 +9,8 @@
 namespace tarvendo {
 
 /// A file open for writing. Text is written in the host's text form: on Windows a line feed becomes
-/// CR LF. Destroying it closes the file without reporting anything; call Close to learn the outcome.
+/// CR LF. Destroying it closes the file without reporting anything; call Close to learn the
+/// outcome.
 class OutputFile {
  public:
   virtual ~OutputFile() = default;
@@ -37,8 +38,8 @@ class FileSystem {
   /// and read (missing, a directory, no permission).
   virtual std::optional<std::string> ReadText(const std::string& path) = 0;
 
-  /// The bytes of a file from `offset` (0-based) to its present end, unfolded: for files that another
-  /// program is still writing. An offset behind the end gives an empty text.
+  /// The bytes of a file from `offset` (0-based) to its present end, unfolded: for files that
+  /// another program is still writing. An offset behind the end gives an empty text.
   virtual std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) = 0;
 
   /// Opens for writing, emptying what is there; null when it cannot be opened.
@@ -56,7 +57,8 @@ class FileSystem {
   /// Whether an ordinary file is there: not a directory, a device, a pipe or a symbolic link.
   virtual bool IsPlainFile(const std::string& path) = 0;
 
-  /// Deletes a file. False when it was not there or could not be deleted. Never deletes a directory.
+  /// Deletes a file. False when it was not there or could not be deleted. Never deletes a
+  /// directory.
   virtual bool Remove(const std::string& path) = 0;
 
   /// Renames a file, replacing an existing one in one step.

@@ -6,8 +6,8 @@ class Clock;
 class FileSystem;
 class Processes;
 
-/// What the program uses of the machine it runs on. Owned by main (or by a test); everything that is
-/// handed a Host may keep the reference as long as the program runs.
+/// What the program uses of the machine it runs on. Owned by main (or by a test); everything that
+/// is handed a Host may keep the reference as long as the program runs.
 struct Host {
   FileSystem& files;
   Processes& processes;

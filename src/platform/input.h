@@ -10,8 +10,9 @@ class InputStream {
  public:
   virtual ~InputStream() = default;
 
-  /// The next byte (0 to 255), or -1 at the end. The keyboard's waits for it and throws Terminated
-  /// (faults.h) when the process is asked to end meanwhile. CR LF arrives as LF.
+  /// The next byte (0 to 255), or -1 at the end, which stays. Waits for it; when the process was
+  /// asked to end and there is nothing left in the stream's own buffer, throws Terminated
+  /// (faults.h). CR LF arrives as LF.
   virtual int Get() = 0;
 };
 

@@ -19,18 +19,18 @@ void Player::WriteRecord() {
     WriteString(*text);
   }
   WriteInt(static_cast<long long>(games.size()));
-  for (const int game : games) WriteInt(game);
+  for (const int game : games)
+    WriteInt(game);
 }
 
 void Player::ReadRecord() {
-  for (int* field : {&tourney_flag, &buchholz, &colour_state, &games_played, &number, &points, &rank,
-                     &sonneborn_berger}) {
+  for (int* field : {&tourney_flag, &buchholz, &colour_state, &games_played, &number, &points,
+                     &rank, &sonneborn_berger}) {
     ReadInt(*field);
   }
   tourney_flag = tourney_flag != 0 ? 1 : 0;
-  for (std::string* text :
-       {&texts.black_options, &texts.dir, &texts.group, &texts.init_string, &texts.name,
-        &texts.program_exe, &texts.white_options}) {
+  for (std::string* text : {&texts.black_options, &texts.dir, &texts.group, &texts.init_string,
+                            &texts.name, &texts.program_exe, &texts.white_options}) {
     ReadString(*text);
   }
   int count = 0;
@@ -43,7 +43,8 @@ void Player::ReadRecord() {
 }
 
 std::string PlayerPointsLine(const Player& player) {
-  return Format("%2d. %-20s: %d points.\n", player.number, player.texts.name.c_str(), player.points);
+  return Format("%2d. %-20s: %d points.\n", player.number, player.texts.name.c_str(),
+                player.points);
 }
 
 std::string PlayerGroupLine(const Player& player) {
@@ -54,18 +55,18 @@ std::string PlayerGroupLine(const Player& player) {
 
 std::string PlayerData(const Player& player) {
   const PlayerTexts& texts = player.texts;
-  return Format("Player number %d:\n", player.number) +             //
-         "    Name         : " + texts.name + "\n" +                //
-         "    ProgramExe   : " + texts.program_exe + "\n" +         //
-         "    Group        : " + texts.group + "\n" +               //
-         "    WhiteOptions : " + texts.white_options + "\n" +       //
-         "    BlackOptions : " + texts.black_options + "\n" +       //
-         "    Dir          : " + texts.dir + "\n" +                 //
-         "    InitString   : " + texts.init_string + "\n\n" +       //
-         Format("    Rank         : %d.\n", player.rank) +          //
-         "    Points       : " + HalfPointText(player.points) +     //
-         Format(" / %d.0\n", player.games_played) +                 //
-         "    Buchholz     : " + HalfPointText(player.buchholz) +   //
+  return Format("Player number %d:\n", player.number) +            //
+         "    Name         : " + texts.name + "\n" +               //
+         "    ProgramExe   : " + texts.program_exe + "\n" +        //
+         "    Group        : " + texts.group + "\n" +              //
+         "    WhiteOptions : " + texts.white_options + "\n" +      //
+         "    BlackOptions : " + texts.black_options + "\n" +      //
+         "    Dir          : " + texts.dir + "\n" +                //
+         "    InitString   : " + texts.init_string + "\n\n" +      //
+         Format("    Rank         : %d.\n", player.rank) +         //
+         "    Points       : " + HalfPointText(player.points) +    //
+         Format(" / %d.0\n", player.games_played) +                //
+         "    Buchholz     : " + HalfPointText(player.buchholz) +  //
          "\n    Sonneborn-B  : " + QuarterPointText(player.sonneborn_berger) + "\n";
 }
 

@@ -19,7 +19,8 @@ enum ColourState : int {
   kMustHaveWhite = 17,
 };
 
-/// The texts of a player: what the user, a player file or WinBoard's configuration tells of an engine.
+/// The texts of a player: what the user, a player file or WinBoard's configuration tells of an
+/// engine.
 struct PlayerTexts {
   std::string name;           ///< unique; the key of the record
   std::string dir;            ///< the engine's working directory
@@ -30,8 +31,8 @@ struct PlayerTexts {
   std::string group;          ///< group words separated by blanks
 };
 
-/// One chess engine. The player database holds them by value; a tourney holds copies of its own, which
-/// also carry the standing and the history. Used under the tourney's lock.
+/// One chess engine. The player database holds them by value; a tourney holds copies of its own,
+/// which also carry the standing and the history. Used under the tourney's lock.
 class Player : public RecordFile {
  public:
   Player() = default;
@@ -41,8 +42,8 @@ class Player : public RecordFile {
   /// Writes the record as a block of the tourney file into the file that it takes part in.
   void WriteRecord();
 
-  /// Reads such a block. Fields that the file no longer holds stay as they are; a count of positions
-  /// that is negative or larger than what follows gives those that are there.
+  /// Reads such a block. Fields that the file no longer holds stay as they are; a count of
+  /// positions that is negative or larger than what follows gives those that are there.
   void ReadRecord();
 
   PlayerTexts texts;
@@ -55,17 +56,20 @@ class Player : public RecordFile {
   QuarterPoints sonneborn_berger = 0;
   QuarterPoints buchholz = 0;
   QuarterPoints points = 0;
-  int rank = 0;            ///< 1 is best
-  std::vector<int> games;  ///< its history: 0-based places in the tourney's game list, as they were added
+  int rank = 0;  ///< 1 is best
+  std::vector<int>
+      games;  ///< its history: 0-based places in the tourney's game list, as they were added
 };
 
-/// "%2d. %-20s: %d points.\n" with the points as stored, in quarters (the full display divides them).
+/// "%2d. %-20s: %d points.\n" with the points as stored, in quarters (the full display divides
+/// them).
 std::string PlayerPointsLine(const Player& player);
 
 /// "%2d. %-20s" and "  Groups: %s" when the player has a group; ends in a line feed.
 std::string PlayerGroupLine(const Player& player);
 
-/// The full display without the games: texts, rank, points, Buchholz and Sonneborn-Berger, a line each.
+/// The full display without the games: texts, rank, points, Buchholz and Sonneborn-Berger, a line
+/// each.
 std::string PlayerData(const Player& player);
 
 }  // namespace tarvendo

@@ -40,14 +40,15 @@ bool PlayerDatabase::DeletePlayer(int number) {
     players_.erase(found);
   }
   int next = 1;
-  for (Player& player : players_) player.number = next++;
+  for (Player& player : players_)
+    player.number = next++;
   return true;
 }
 
 bool PlayerDatabase::ListPlayers(const std::string& pattern, bool by_group) const {
   for (const Player& player : players_) {
-    const bool listed = by_group ? player.texts.group == pattern
-                                 : BeginsWithNoCase(player.texts.name, pattern);
+    const bool listed =
+        by_group ? player.texts.group == pattern : BeginsWithNoCase(player.texts.name, pattern);
     if (listed) PrintText(PlayerGroupLine(player));
   }
   return true;

@@ -16,13 +16,14 @@ class PlayerDatabase {
   const std::vector<Player>& Players() const { return players_; }
 
   /// Adds a player and prints "Player %s created.\n". A player of that exact name is there already:
-  /// nothing is added or printed, the two option texts are merged into it (an empty one is taken over, a
-  /// differing one appended behind a blank). An empty name counts as "PlayerName". False, silently,
-  /// when a new player has no program.
+  /// nothing is added or printed, the two option texts are merged into it (an empty one is taken
+  /// over, a differing one appended behind a blank). An empty name counts as "PlayerName". False,
+  /// silently, when a new player has no program.
   bool CreatePlayer(PlayerTexts texts);
 
-  /// Deletes the player with that number (1-based) and prints "Player '%s' deleted from player list.\n";
-  /// the players are numbered anew. An unknown number deletes nobody and prints nothing. Always true.
+  /// Deletes the player with that number (1-based) and prints "Player '%s' deleted from player
+  /// list.\n"; the players are numbered anew. An unknown number deletes nobody and prints nothing.
+  /// Always true.
   bool DeletePlayer(int number);
 
   /// Prints a line for every player whose name begins with `pattern` (any case) or, by group, whose

@@ -13,14 +13,14 @@ enum class EngineList {
   kSecond,  ///< "/secondChessProgramNames": its options become BlackOptions
 };
 
-/// Adds every engine of the two lists of WinBoard's configuration `text` to the database. True when both
-/// lists were read to their end. Otherwise false, with "Can't understand the line '%s'" (no line feed)
-/// and the last line read; the engines found until then stay.
+/// Adds every engine of the two lists of WinBoard's configuration `text` to the database. True when
+/// both lists were read to their end. Otherwise false, with "Can't understand the line '%s'" (no
+/// line feed) and the last line read; the engines found until then stay.
 bool ImportWinboardIni(FileSystem& files, const std::string& text, PlayerDatabase& database);
 
-/// Adds the engine of one line of such a list, such as `"fairymax" /fd="c:\fmax" /name="Fairy-Max"`.
-/// `in_braces` tells a line of a braced list from one of a quoted one-line value, in which only the
-/// single quote quotes. A line without a program adds nobody.
+/// Adds the engine of one line of such a list, such as `"fairymax" /fd="c:\fmax"
+/// /name="Fairy-Max"`. `in_braces` tells a line of a braced list from one of a quoted one-line
+/// value, in which only the single quote quotes. A line without a program adds nobody.
 void ImportEngineLine(const std::string& line, bool in_braces, EngineList list,
                       PlayerDatabase& database);
 

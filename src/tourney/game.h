@@ -23,8 +23,8 @@ enum GameResult : int {
   kBothLose = 32,
 };
 
-/// One scheduled game between two participants. The tourney owns it. Its number is unique in the tourney and
-/// never used again. Used under the tourney's lock.
+/// One scheduled game between two participants. The tourney owns it. Its number is unique in the
+/// tourney and never used again. Used under the tourney's lock.
 class Game : public RecordFile {
  public:
   /// Writes the record as a block of the tourney file into the file that it takes part in.

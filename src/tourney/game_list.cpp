@@ -9,7 +9,9 @@
 namespace tarvendo {
 namespace {
 
-bool IsUnsetOr(int criterion, int value) { return criterion == 0 || criterion == value; }
+bool IsUnsetOr(int criterion, int value) {
+  return criterion == 0 || criterion == value;
+}
 
 void DeleteIfThere(FileSystem& files, std::string& name) {
   // A file that cannot be deleted is left: the next spooling of the game tries again.
@@ -17,7 +19,8 @@ void DeleteIfThere(FileSystem& files, std::string& name) {
   name.clear();
 }
 
-/// Deletes the files of the games at these places, says so for each, and takes them out of the list.
+/// Deletes the files of the games at these places, says so for each, and takes them out of the
+/// list.
 void RemoveAt(Tourney& tourney, const std::vector<std::size_t>& places) {
   for (const std::size_t place : places) {
     Game& game = tourney.Games()[place];

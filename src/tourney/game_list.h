@@ -24,8 +24,9 @@ struct GameFilter {
 /// Whether the game passes every criterion of the filter (or the filter takes all).
 bool Matches(const Game& game, const GameFilter& filter);
 
-/// "%3d. Round %d-%d  %2d.%-12s - %2d.%-12s   -" with the names as wide as the tourney's NameWidth (which
-/// is computed anew when it is below 6), and the status and result columns; ends in a line feed.
+/// "%3d. Round %d-%d  %2d.%-12s - %2d.%-12s   -" with the names as wide as the tourney's NameWidth
+/// (which is computed anew when it is below 6), and the status and result columns; ends in a line
+/// feed.
 std::string GameLine(Tourney& tourney, const Game& game);
 
 /// The detailed form of a game, several lines.
@@ -34,12 +35,13 @@ std::string GameData(const Game& game);
 /// Prints the one-line form of every game that matches.
 void ListGames(Tourney& tourney, const GameFilter& filter);
 
-/// Removes all games that match, in list order, with their files, and prints "Removing game %d..." and
-/// "removed.\n" for each. Returns how many.
+/// Removes all games that match, in list order, with their files, and prints "Removing game %d..."
+/// and "removed.\n" for each. Returns how many.
 int RemoveGames(Tourney& tourney, const GameFilter& filter);
 
-/// Removes the first game of the list that has that number or passes the filter, as RemoveGames does. So a
-/// number with an empty filter removes the first game of the list, whatever its number. Returns how many.
+/// Removes the first game of the list that has that number or passes the filter, as RemoveGames
+/// does. So a number with an empty filter removes the first game of the list, whatever its number.
+/// Returns how many.
 int RemoveFirstGame(Tourney& tourney, int number, const GameFilter& filter);
 
 /// Removes the games that have lost a player (number 0), from the last to the first.
@@ -48,8 +50,9 @@ void RemoveGamesOfNobody(Tourney& tourney);
 /// Deletes the game's batch file and PGN file and forgets their names.
 void DeleteGameFiles(Tourney& tourney, Game& game);
 
-/// Adjudicates every game of the participant that is not READY as a win for the opponent, deletes its files
-/// and says so. False, with "Can't find a player by number %d!\n", when nobody has the number.
+/// Adjudicates every game of the participant that is not READY as a win for the opponent, deletes
+/// its files and says so. False, with "Can't find a player by number %d!\n", when nobody has the
+/// number.
 bool Forfeit(Tourney& tourney, int player_number);
 
 }  // namespace tarvendo

@@ -17,7 +17,8 @@ bool IsParticipantName(const Tourney& tourney, const std::string& name) {
                      [&](const Player& player) { return player.texts.name == name; });
 }
 
-/// "+", "-" or "=" for a game that this side won, lost or drew; any other: "*" when READY, else a blank.
+/// "+", "-" or "=" for a game that this side won, lost or drew; any other: "*" when READY, else a
+/// blank.
 char ResultMark(const Game& game, bool is_black) {
   switch (game.result) {
     case kDraw:
@@ -55,7 +56,8 @@ void ReplacePlayerNumber(Tourney& tourney, int from, int to) {
 /// Closes the gap that participant `removed` has left: m becomes m - 1 for all behind it.
 void RenumberBehind(Tourney& tourney, int removed) {
   const auto closed = [&](int number) { return number > removed ? number - 1 : number; };
-  for (Player& player : tourney.Participants()) player.number = closed(player.number);
+  for (Player& player : tourney.Participants())
+    player.number = closed(player.number);
   for (Game& game : tourney.Games()) {
     game.white = closed(game.white);
     game.black = closed(game.black);
@@ -73,10 +75,9 @@ bool AddPlayerToTourney(Tourney& tourney, const Player& player) {
   participant.texts = player.texts;
   participant.number = static_cast<int>(tourney.Participants().size()) + 1;
   participant.tourney_flag = 1;
-  for (std::string* text :
-       {&participant.texts.dir, &participant.texts.init_string, &participant.texts.white_options,
-        &participant.texts.black_options, &participant.texts.program_exe,
-        &participant.texts.group}) {
+  for (std::string* text : {&participant.texts.dir, &participant.texts.init_string,
+                            &participant.texts.white_options, &participant.texts.black_options,
+                            &participant.texts.program_exe, &participant.texts.group}) {
     TrimBothSides(*text);
   }
   const int width = static_cast<int>(participant.texts.name.size());
@@ -98,7 +99,8 @@ void AddGroups(Tourney& tourney, const std::vector<Player>& database,
 }
 
 void AddAllPlayers(Tourney& tourney, const std::vector<Player>& database) {
-  for (const Player& player : database) AddPlayerToTourney(tourney, player);
+  for (const Player& player : database)
+    AddPlayerToTourney(tourney, player);
 }
 
 void ShowParticipants(const Tourney& tourney, int number) {
@@ -155,6 +157,8 @@ bool RemoveParticipant(Tourney& tourney, int number) {
   return true;
 }
 
-void ComputeNameWidth(Tourney& tourney) { tourney.name_width = std::max(LongestName(tourney), 4); }
+void ComputeNameWidth(Tourney& tourney) {
+  tourney.name_width = std::max(LongestName(tourney), 4);
+}
 
 }  // namespace tarvendo

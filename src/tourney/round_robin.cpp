@@ -13,7 +13,9 @@ namespace tarvendo {
 namespace {
 
 /// Round numbers run 1 to `rounds` in a circle.
-int WrappedRound(int round, int rounds) { return round > rounds ? round - rounds : round; }
+int WrappedRound(int round, int rounds) {
+  return round > rounds ? round - rounds : round;
+}
 
 Pairing MainPairing(int low, int high, int rounds) {
   const int round = WrappedRound(low + high - 1, rounds);
@@ -57,11 +59,13 @@ std::vector<Pairing> RoundRobinSchedule(int participants) {
 
 void CreateRRGames(Tourney& tourney) {
   Print("Creating Round Robin games...");
-  for (Game& game : tourney.Games()) DeleteGameFiles(tourney, game);
+  for (Game& game : tourney.Games())
+    DeleteGameFiles(tourney, game);
   tourney.EraseAllGames();
   const int participants = static_cast<int>(tourney.Participants().size());
   tourney.settings.rounds = RoundRobinRounds(participants);
-  for (const Pairing& pairing : RoundRobinSchedule(participants)) AddGamesOf(tourney, pairing);
+  for (const Pairing& pairing : RoundRobinSchedule(participants))
+    AddGamesOf(tourney, pairing);
   Print("ready.\n");
 }
 

@@ -33,7 +33,8 @@ int FirstIncompleteRound(const Tourney& tourney, const Player& player) {
 
 /// Whether 2 to the power of `rounds` reaches `participants`.
 bool IsEnoughForOneWinner(int rounds, std::size_t participants) {
-  return participants == 0 || rounds >= 63 || (rounds >= 0 && (std::uint64_t{1} << rounds) >= participants);
+  return participants == 0 || rounds >= 63 ||
+         (rounds >= 0 && (std::uint64_t{1} << rounds) >= participants);
 }
 
 }  // namespace
@@ -58,7 +59,8 @@ void AdjustRounds(Tourney& tourney) {
     Print("Number of rounds adjusted to %d (maximum).\n", rounds);
   } else if (!IsEnoughForOneWinner(rounds, participants)) {
     rounds = std::max(rounds, 0);
-    while (!IsEnoughForOneWinner(rounds, participants)) ++rounds;
+    while (!IsEnoughForOneWinner(rounds, participants))
+      ++rounds;
     Print("Number of rounds adjusted to %d (minimum).\n", rounds);
   }
 }
@@ -78,10 +80,9 @@ int RoundRobinRounds(int participants) {
 bool AdvanceCurrentRound(Tourney& tourney) {
   if (!tourney.IsSwiss() || tourney.round >= tourney.settings.rounds) return false;
   const auto& participants = tourney.Participants();
-  const bool all_have_played =
-      std::all_of(participants.begin(), participants.end(), [&](const Player& player) {
-        return HasGameInRound(tourney, player, tourney.round, true);
-      });
+  const bool all_have_played = std::all_of(
+      participants.begin(), participants.end(),
+      [&](const Player& player) { return HasGameInRound(tourney, player, tourney.round, true); });
   if (all_have_played) ++tourney.round;
   return all_have_played;
 }

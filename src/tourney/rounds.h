@@ -4,14 +4,15 @@ namespace tarvendo {
 
 class Tourney;
 
-/// Sets the current round of a Swiss tourney to the first round in which some participant has no game of
-/// some sub-round (in any status). Leaves it when there is none, when Rounds is 0, and in a round robin.
+/// Sets the current round of a Swiss tourney to the first round in which some participant has no
+/// game of some sub-round (in any status). Leaves it when there is none, when Rounds is 0, and in a
+/// round robin.
 void RecomputeCurrentRound(Tourney& tourney);
 
-/// Brings Rounds within its limits before a table is written. Round robin: what the number of participants
-/// asks for, silently. Swiss: at most half of the participants ("Number of rounds adjusted to %d
-/// (maximum).\n"), and otherwise at least enough for one winner, 2 to the power of Rounds not below the
-/// number of participants ("... (minimum).\n").
+/// Brings Rounds within its limits before a table is written. Round robin: what the number of
+/// participants asks for, silently. Swiss: at most half of the participants ("Number of rounds
+/// adjusted to %d (maximum).\n"), and otherwise at least enough for one winner, 2 to the power of
+/// Rounds not below the number of participants ("... (minimum).\n").
 void AdjustRounds(Tourney& tourney);
 
 /// Cuts Rounds of a Swiss tourney to half of the participants, with a message when it was more.
@@ -20,8 +21,8 @@ void CutRoundsToHalf(Tourney& tourney);
 /// How many rounds a round robin of so many participants has.
 int RoundRobinRounds(int participants);
 
-/// Moves the current round of a Swiss tourney on by one when every participant has played in it (or there
-/// is no participant), but never past Rounds. Returns whether it moved.
+/// Moves the current round of a Swiss tourney on by one when every participant has played in it (or
+/// there is no participant), but never past Rounds. Returns whether it moved.
 bool AdvanceCurrentRound(Tourney& tourney);
 
 }  // namespace tarvendo

@@ -5,8 +5,9 @@
 
 namespace tarvendo {
 
-/// What the user says to the runner: whether it is on, and when it goes on and off by itself. Part of the
-/// tourney, saved with it. It has a lock of its own, so that any thread may call it at any time.
+/// What the user says to the runner: whether it is on, and when it goes on and off by itself. Part
+/// of the tourney, saved with it. It has a lock of its own, so that any thread may call it at any
+/// time.
 class RunnerSwitch {
  public:
   struct State {
@@ -42,7 +43,18 @@ class RunnerSwitch {
     state_.stop_time = time;
   }
 
+  /// Whether a start time is set and has come by `now`; it is cleared then, in the same step.
+  bool TakeStartTime(long long now) { return Take(&State::start_time, now); }
+  bool TakeStopTime(long long now) { return Take(&State::stop_time, now); }
+
  private:
+  bool Take(long long State::*time, long long now) {
+    const std::lock_guard guard(mutex_);
+    if (state_.*time == 0 || now < state_.*time) return false;
+    state_.*time = 0;
+    return true;
+  }
+
   mutable std::mutex mutex_;
   State state_;
 };

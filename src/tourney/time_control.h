@@ -11,10 +11,11 @@ struct TimeControl {
   int mps = 0;       ///< moves per time period, 0 = the whole game
 };
 
-/// Reads "moves time increment", the time as minutes or minutes:seconds. What is missing or unreadable
-/// is 0; a number out of range becomes the nearest one in it.
+/// Reads "moves time increment", the time as minutes or minutes:seconds. What is missing or
+/// unreadable is 0; a number out of range becomes the nearest one in it.
 ///
-///     "40 2:30 5" is 40 moves in 150 seconds, 5 seconds for each move; "0 5 0" is 300 seconds for the game
+///     "40 2:30 5" is 40 moves in 150 seconds, 5 seconds for each move; "0 5 0" is 300 seconds for
+///     the game
 TimeControl ParseTimeControl(const std::string& text);
 
 }  // namespace tarvendo

@@ -10,9 +10,12 @@ namespace tarvendo {
 namespace {
 
 /// The number behind `number`; behind the largest one the count starts again at the smallest.
-int NextNumber(int number) { return static_cast<int>(static_cast<unsigned>(number) + 1U); }
+int NextNumber(int number) {
+  return static_cast<int>(static_cast<unsigned>(number) + 1U);
+}
 
-/// Finds an element by its number: where it belongs, or, in a list whose numbers have gaps, anywhere.
+/// Finds an element by its number: where it belongs, or, in a list whose numbers have gaps,
+/// anywhere.
 template <typename List>
 auto FindByNumber(List& list, int number) -> decltype(list.data()) {
   const auto place = static_cast<std::size_t>(number) - 1;
@@ -47,7 +50,9 @@ bool Tourney::Reset() {
   return true;
 }
 
-Player* Tourney::FindParticipant(int number) { return FindByNumber(participants_, number); }
+Player* Tourney::FindParticipant(int number) {
+  return FindByNumber(participants_, number);
+}
 
 const Player* Tourney::FindParticipant(int number) const {
   return FindByNumber(participants_, number);
@@ -90,7 +95,8 @@ void Tourney::AddGame(int white, int black, int game_round, int sub_round) {
 
 void Tourney::EraseGames(const std::vector<std::size_t>& places) {
   std::vector<int> new_place(games_.size(), 0);
-  for (const std::size_t place : places) new_place[place] = -1;
+  for (const std::size_t place : places)
+    new_place[place] = -1;
   std::size_t kept = 0;
   for (std::size_t i = 0; i < games_.size(); ++i) {
     if (new_place[i] < 0) continue;
@@ -105,14 +111,16 @@ void Tourney::EraseGames(const std::vector<std::size_t>& places) {
   };
   for (Player& player : participants_) {
     std::erase_if(player.games, is_gone);
-    for (int& index : player.games) index = new_place[static_cast<std::size_t>(index)];
+    for (int& index : player.games)
+      index = new_place[static_cast<std::size_t>(index)];
   }
   RecomputeGamesState();
 }
 
 void Tourney::EraseAllGames() {
   games_.clear();
-  for (Player& player : participants_) player.games.clear();
+  for (Player& player : participants_)
+    player.games.clear();
   RecomputeGamesState();
 }
 
@@ -130,6 +138,8 @@ void Tourney::RecomputeGamesState() {
   }
 }
 
-int EffectiveSubRounds(const Tourney& tourney) { return std::max(tourney.settings.sub_rounds, 1); }
+int EffectiveSubRounds(const Tourney& tourney) {
+  return std::max(tourney.settings.sub_rounds, 1);
+}
 
 }  // namespace tarvendo

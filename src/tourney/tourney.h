@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "base/record_file.h"
-#include "players/player.h"
 #include "platform/host.h"
+#include "players/player.h"
 #include "tourney/game.h"
 #include "tourney/runner_switch.h"
 #include "tourney/time_control.h"
@@ -34,10 +34,11 @@ struct TourneySettings {
   int auto_save = 0;  ///< the tourney is saved after every change
   int save_debug_files = kSaveNever;
   std::string save_file;  ///< the tourney file of a save without a name
-  std::string files_path;  ///< directory of the games' files, with its separator; prefix of their names
-  std::string report_path;  ///< kept and saved beside files_path
+  std::string
+      files_path;  ///< directory of the games' files, with its separator; prefix of their names
+  std::string report_path;               ///< kept and saved beside files_path
   std::string pgn_file = "default.pgn";  ///< where finished games are collected
-  std::string pics_dir;  ///< prefix of the pictures' names in the HTML table
+  std::string pics_dir;                  ///< prefix of the pictures' names in the HTML table
   std::string winboard_path = "winboard.exe";
   std::string white_options;  ///< WinBoard options, added to every game
   std::string black_options;  ///< likewise
@@ -46,13 +47,14 @@ struct TourneySettings {
   std::string tablebases = "I don't know. Are they related to Excel sheets?";
 };
 
-/// The one tourney: settings, participants, games, rounds and the runner's switch. It knows how to change
-/// and to save itself and nothing of who runs it. Spooling, collection, pairing and reports are operations
-/// of their own folders on it. All of it but the switch and the lock is used by the holder of Lock() only.
+/// The one tourney: settings, participants, games, rounds and the runner's switch. It knows how to
+/// change and to save itself and nothing of who runs it. Spooling, collection, pairing and reports
+/// are operations of their own folders on it. All of it but the switch and the lock is used by the
+/// holder of Lock() only.
 class Tourney : public RecordFile {
  public:
-  /// An empty tourney. `work_dir` is the directory of the program's executable with its separator; the
-  /// tourney file "tourney.ini" in it is loaded when it is there.
+  /// An empty tourney. `work_dir` is the directory of the program's executable with its separator;
+  /// the tourney file "tourney.ini" in it is loaded when it is there.
   Tourney(Host& host, std::string work_dir);
 
   TourneyLock& Lock() { return lock_; }
@@ -62,19 +64,21 @@ class Tourney : public RecordFile {
 
   bool IsSwiss() const { return settings.type == kSwiss; }
 
-  /// Sets everything back to the defaults of a new tourney, which are not in all places those of a new
-  /// program (5 minutes a game, debug files AUTOMATICALLY, a Computer). Keeps WinboardPath, PicsDir and
-  /// SaveFile. Always true.
+  /// Sets everything back to the defaults of a new tourney, which are not in all places those of a
+  /// new program (5 minutes a game, debug files AUTOMATICALLY, a Computer). Keeps WinboardPath,
+  /// PicsDir and SaveFile. Always true.
   bool Reset();
 
   // The tourney file (docs/files.md).
 
-  /// Saves to the file `name`, or without a name to SaveFile, or to "tourney.ini" behind FilesPath. A
-  /// save without a name never replaces a file that is no tourney file. Prints nothing; false on failure.
+  /// Saves to the file `name`, or without a name to SaveFile, or to "tourney.ini" behind FilesPath.
+  /// A save without a name never replaces a file that is no tourney file. Prints nothing; false on
+  /// failure.
   bool Save(const std::string& name);
 
-  /// Loads the file `name`, chosen as in Save. A file that cannot be opened gives false; one that is no
-  /// tourney file prints "Not a tourney file.\n" and gives false; either changes nothing but SaveFile.
+  /// Loads the file `name`, chosen as in Save. A file that cannot be opened gives false; one that
+  /// is no tourney file prints "Not a tourney file.\n" and gives false; either changes nothing but
+  /// SaveFile.
   bool Load(const std::string& name);
 
   /// The text of the tourney file but for its own name: what AutoSave compares to see a change.
@@ -100,12 +104,12 @@ class Tourney : public RecordFile {
   /// The game at a 0-based place of a participant's history; null when there is none.
   const Game* GameAt(int index) const;
 
-  /// Creates a game with the next number, adds it to the history of both participants (whose colour states
-  /// it changes in a Swiss tourney) and prints "Adding game %2d %-12s - %2d %-12s\n".
+  /// Creates a game with the next number, adds it to the history of both participants (whose colour
+  /// states it changes in a Swiss tourney) and prints "Adding game %2d %-12s - %2d %-12s\n".
   void AddGame(int white, int black, int round, int sub_round);
 
-  /// Takes the games at these places (0-based, any order, no place twice) out of the list and out of the
-  /// histories. Numbers do not change. Prints nothing.
+  /// Takes the games at these places (0-based, any order, no place twice) out of the list and out
+  /// of the histories. Numbers do not change. Prints nothing.
   void EraseGames(const std::vector<std::size_t>& places);
 
   /// Takes all games out of the list and out of the histories.
@@ -120,6 +124,7 @@ class Tourney : public RecordFile {
   int games_state = 1;       ///< see RecomputeGamesState
   int last_game_number = 0;  ///< of the game created last
   int spool_counter = 0;     ///< place in the running order that the next spooled game gets
+  int current_game = 0;      ///< number of the game that the runner plays, 0 = none
   int name_width = 0;        ///< width of the names in the one-line form of a game
 
  private:

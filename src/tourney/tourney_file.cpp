@@ -1,4 +1,5 @@
-// The tourney file: one value a line, in a fixed order, behind the header line. docs/files.md has the layout.
+// The tourney file: one value a line, in a fixed order, behind the header line. docs/files.md has
+// the layout.
 
 #include "base/line_reader.h"
 #include "base/log.h"
@@ -10,7 +11,8 @@ namespace {
 
 constexpr const char* kHeader = "TOURNEY_FILE";
 
-/// A count in a damaged file may be anything; so many records are made of nothing before it is given up.
+/// A count in a damaged file may be anything; so many records are made of nothing before it is
+/// given up.
 constexpr int kMostEmptyRecords = 10000;
 
 /// A record without any text, to be read into.
@@ -67,7 +69,8 @@ void Tourney::WriteSettings(bool with_save_file) {
     WriteString(*text);
   }
   const TimeControl& control = settings.time_control;
-  for (const int value : {control.mps, control.seconds, control.inc}) WriteInt(value);
+  for (const int value : {control.mps, control.seconds, control.inc})
+    WriteInt(value);
 }
 
 void Tourney::WriteContent() {
@@ -109,9 +112,9 @@ void Tourney::ReadSettings() {
   ReadString(settings.save_file);
   ReadInt(settings.auto_save);
   settings.auto_save = settings.auto_save != 0 ? 1 : 0;
-  for (int* field : {&settings.auto_run, &games_state, &settings.save_debug_files,
-                     &settings.ponder, &round, &settings.rounds, &last_game_number,
-                     &settings.sub_rounds, &settings.type}) {
+  for (int* field :
+       {&settings.auto_run, &games_state, &settings.save_debug_files, &settings.ponder, &round,
+        &settings.rounds, &last_game_number, &settings.sub_rounds, &settings.type}) {
     ReadInt(*field);
   }
   ReadLong(runner.start_time);
@@ -125,7 +128,8 @@ void Tourney::ReadSettings() {
     ReadString(*field);
   }
   TimeControl& control = settings.time_control;
-  for (int* field : {&control.mps, &control.seconds, &control.inc}) ReadInt(*field);
+  for (int* field : {&control.mps, &control.seconds, &control.inc})
+    ReadInt(*field);
 }
 
 void Tourney::ReadParticipants() {

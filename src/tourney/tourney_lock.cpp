@@ -14,13 +14,18 @@ void TourneyLock::lock() {
 void TourneyLock::unlock() {
   const std::lock_guard guard(mutex_);
   held_ = false;
-  changed_.notify_one();
+  changed_.notify_all();
 }
 
 void TourneyLock::Break() {
   const std::lock_guard guard(mutex_);
   broken_ = true;
   changed_.notify_all();
+}
+
+void TourneyLock::AwaitRelease(std::chrono::milliseconds span) {
+  std::unique_lock guard(mutex_);
+  changed_.wait_for(guard, span, [this] { return !held_; });
 }
 
 }  // namespace tarvendo

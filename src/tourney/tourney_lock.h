@@ -1,21 +1,27 @@
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 
 namespace tarvendo {
 
-/// The one lock of the tourney, between the console thread and the runner thread. Unlike a plain mutex it
-/// can be broken: when a thread has died in a fault while holding it, the thread that waits for it is not
-/// lost but learns of it and saves what there is. Used with std::lock_guard.
+/// The one lock of the tourney, between the console thread and the runner thread. Unlike a plain
+/// mutex it can be broken: when a thread has died in a fault while holding it, the thread that
+/// waits for it is not lost but learns of it and saves what there is. Used with std::lock_guard.
 class TourneyLock {
  public:
-  /// Waits until the lock is free and takes it. Throws Terminated (platform/faults.h) when it is broken.
+  /// Waits until the lock is free and takes it. Throws Terminated (platform/faults.h) when it is
+  /// broken.
   void lock();
   void unlock();
 
   /// Makes every present and later lock() throw.
   void Break();
+
+  /// Waits until nobody holds the lock, but at the most for `span`: a thread that died with it
+  /// never gives it back.
+  void AwaitRelease(std::chrono::milliseconds span);
 
  private:
   std::mutex mutex_;

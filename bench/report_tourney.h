@@ -1,0 +1,74 @@
+#pragma once
+
+#include <string>
+
+#include "platform/clock.h"
+#include "platform/files.h"
+#include "platform/processes.h"
+#include "tourney/tourney.h"
+
+namespace tarvendo {
+
+/// A tourney of a given size for the benchmarks, on the real machine (of which it uses nothing).
+class ReportTourney {
+ public:
+  /// Every participant is called "Engine N".
+  ReportTourney(int participants, int type) {
+    tourney.settings.type = type;
+    for (int number = 1; number <= participants; ++number) {
+      Player player;
+      player.texts.name = "Engine " + std::to_string(number);
+      player.number = number;
+      tourney.Participants().push_back(player);
+    }
+  }
+
+  /// Adds a played game; the results take turns.
+  void Play(int white, int black, int round) {
+    static constexpr int kResults[] = {kWhiteWins, kDraw, kBlackWins, kWhiteWins, kDraw};
+    Game game;
+    game.white = white;
+    game.black = black;
+    game.round = round;
+    game.sub_round = 1;
+    game.status = kReady;
+    const std::size_t index = tourney.Games().size();
+    game.result = kResults[(static_cast<std::size_t>(white) + index) % 5];
+    game.number = static_cast<int>(index) + 1;
+    tourney.Games().push_back(game);
+    for (const int number : {white, black}) {
+      tourney.FindParticipant(number)->games.push_back(static_cast<int>(index));
+    }
+  }
+
+  /// Plays `rounds` rounds in which everybody has a game, against an ever farther neighbour.
+  void PlayRounds(int rounds) {
+    const int participants = static_cast<int>(tourney.Participants().size());
+    for (int round = 1; round <= rounds; ++round) {
+      for (int white = 1; white + 1 <= participants; white += 2) {
+        const int black = (white + 2 * round - 1) % participants;
+        Play(white, black == 0 ? participants : black, round);
+      }
+    }
+  }
+
+  /// Plays a game of every pair.
+  void PlayEveryPair() {
+    const int participants = static_cast<int>(tourney.Participants().size());
+    for (int white = 1; white <= participants; ++white) {
+      for (int black = white + 1; black <= participants; ++black)
+        Play(white, black, 1);
+    }
+  }
+
+ private:
+  std::unique_ptr<FileSystem> files_ = MakeFileSystem();
+  std::unique_ptr<Processes> processes_ = MakeProcesses();
+  std::unique_ptr<Clock> clock_ = MakeClock();
+  Host host_{*files_, *processes_, *clock_};
+
+ public:
+  Tourney tourney{host_, "/no-such-directory/"};
+};
+
+}  // namespace tarvendo

@@ -1,0 +1,141 @@
+#include "console/application.h"
+
+#include <chrono>
+#include <memory>
+#include <mutex>
+
+#include "base/log.h"
+#include "console/command_interpreter.h"
+#include "console/line_input.h"
+#include "pairing/bracket_list.h"
+#include "platform/faults.h"
+#include "platform/input.h"
+#include "platform/paths.h"
+#include "platform/processes.h"
+#include "players/player_database.h"
+#include "runner/next_game.h"
+#include "runner/runner.h"
+#include "tourney/tourney.h"
+
+namespace tarvendo {
+namespace {
+
+constexpr const char* kWaitWord = "--wait";
+constexpr const char* kLogFile = "Tarvendo.log";
+constexpr const char* kEmergencyFile = "emergency.ini";
+
+/// A save that hangs (a fault may have left the memory allocator's lock taken) must not hang for
+/// ever.
+constexpr unsigned kEmergencySeconds = 30;
+constexpr std::chrono::milliseconds kLockPatience{2000};
+
+/// Everything that lives from start to end, in the order in which it is made; taken down in
+/// reverse.
+struct Application {
+  explicit Application(Host& host)
+      : tourney(host, ExecutableDirectory()),
+        brackets(tourney),
+        interpreter(tourney, players, brackets),
+        runner(tourney, brackets) {
+    if (!runner.StartThreads()) Print("Initializing runner failed!\n");
+  }
+
+  Tourney tourney;
+  PlayerDatabase players;
+  BracketList brackets;
+  CommandInterpreter interpreter;
+  Runner runner;
+};
+
+/// Makes TheLog for as long as it lives.
+struct LogScope {
+  explicit LogScope(Host& host) : log(host, WriteConsole, WriteConsoleError) {
+    TheLog = &log;
+    log.AddFile(kLogFile);
+  }
+  ~LogScope() { TheLog = nullptr; }
+  LogScope(const LogScope&) = delete;
+  LogScope& operator=(const LogScope&) = delete;
+
+  Log log;
+};
+
+void RunKeyboardPass(Application& application, bool with_banner) {
+  const std::unique_ptr<InputStream> keyboard = OpenKeyboard();
+  LineInput input(*keyboard, true);
+  application.interpreter.RunCommandLoop(input, with_banner);
+}
+
+void RunPasses(Application& application, const StartUp& start) {
+  const std::unique_ptr<InputStream> script =
+      start.script.empty() ? nullptr : OpenScript(start.script);
+  if (script) {
+    LineInput input(*script, false);
+    application.interpreter.RunCommandLoop(input, true);
+  }
+  if (!script || start.continues) RunKeyboardPass(application, !script);
+}
+
+/// The end with `--wait`: what the runner has still to do is done first.
+void AwaitRunner(Application& application) {
+  application.runner.AwaitIdle();
+  if (TerminationRequested()) throw Terminated("asked to end while the runner was playing");
+  const std::lock_guard lock(application.tourney.Lock());
+  if (application.tourney.settings.auto_save != 0) AutoSave(application.tourney);
+}
+
+void SaveInEmergency(Tourney& tourney) {
+  WriteConsole("An exception has occurred and tourney will be closed.\n");
+  WriteConsole("Trying to save current tourney to file 'emergency.ini' in current directory.\n");
+  EndProcessAfter(kEmergencySeconds);
+  tourney.Lock().Break();
+  tourney.Lock().AwaitRelease(kLockPatience);
+  bool saved = false;
+  const bool ended_well = CallGuarded([&] { saved = tourney.Save(kEmergencyFile); });
+  if (!ended_well) {
+    WriteConsole("Saving failed, exiting.\n");
+  } else if (!saved) {
+    WriteConsole("Saving tourney failed!\n");
+  }
+}
+
+}  // namespace
+
+StartUp ReadCommandLine(const std::vector<std::string>& words) {
+  StartUp start;
+  std::vector<std::string> arguments;
+  for (const std::string& word : words) {
+    if (word == kWaitWord) {
+      start.waits = true;
+    } else {
+      arguments.push_back(word);
+    }
+  }
+  if (arguments.size() == 1) {
+    start.script = arguments.front();
+    return start;
+  }
+  for (const std::string& argument : arguments) {
+    if (!argument.starts_with("-")) {
+      if (start.script.empty()) start.script = argument;
+    } else if (argument.size() > 1 && argument[1] == 'c') {
+      start.continues = true;
+    }
+  }
+  return start;
+}
+
+int RunProgram(Host& host, const std::vector<std::string>& words) {
+  const FaultGuard guard;
+  const LogScope log(host);
+  const StartUp start = ReadCommandLine(words);
+  Application application(host);
+  const bool ended_well = CallGuarded([&] {
+    RunPasses(application, start);
+    if (start.waits) AwaitRunner(application);
+  });
+  if (!ended_well) SaveInEmergency(application.tourney);
+  return 1;
+}
+
+}  // namespace tarvendo

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+
+namespace tarvendo {
+
+class BracketList;
+class CommandArgs;
+class LineInput;
+class PlayerDatabase;
+class Tourney;
+
+/// Reads lines and does what they say, on the console thread. Holds no data of its own but what it
+/// works on.
+class CommandInterpreter {
+ public:
+  CommandInterpreter(Tourney& tourney, PlayerDatabase& players, BracketList& brackets)
+      : tourney_(tourney), players_(players), brackets_(brackets) {}
+  virtual ~CommandInterpreter() = default;
+
+  /// One loop pass: reads and runs lines until the input ends (nothing is saved then) or a word
+  /// begins with "q" (the tourney is saved when AutoSave is on). A last line without line feed is
+  /// not run. Prints the banner first when asked to, and a prompt before each line of the keyboard.
+  void RunCommandLoop(LineInput& input, bool with_banner);
+
+ private:
+  /// Runs one line, which is not empty and has no blanks in front. False for a quit word.
+  bool RunLine(const std::string& line, CommandArgs& args, LineInput& input);
+
+  Tourney& tourney_;
+  PlayerDatabase& players_;
+  BracketList& brackets_;
+};
+
+/// The box with the program's name, version and origin.
+std::string Banner();
+
+}  // namespace tarvendo

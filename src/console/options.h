@@ -1,0 +1,45 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvendo {
+
+class CommandArgs;
+
+/// One option of a command: how its word begins (any case), and whether a value follows it.
+struct OptionForm {
+  std::string_view prefix;
+  bool takes_value;
+  bool whole_word = false;  ///< the word must be the prefix, not only begin with it
+};
+
+/// An option that stands on the line.
+struct GivenOption {
+  const OptionForm* form;
+  std::string value;  ///< the word behind it, unless that begins with "-"; empty when there is none
+  std::string rest;   ///< everything behind it up to the next word that begins with "-"
+};
+
+/// The words of a line, sorted. A word that begins with "-" is an option, never a value.
+struct GivenOptions {
+  std::vector<GivenOption> options;  ///< in the order of the line
+  std::vector<std::string> others;   ///< the words that are neither options nor their values
+
+  bool Has(std::string_view prefix) const { return Find(prefix) != nullptr; }
+
+  /// The last option of that form; null when it is not given.
+  const GivenOption* Find(std::string_view prefix) const;
+
+  /// The value of the last option of that form as a decimal number; 0 when there is none.
+  int Number(std::string_view prefix) const;
+};
+
+/// Sorts the words behind the command. Nothing, with "I just don't know what you mean by '%s'.\n"
+/// for the first such word, when one begins with "-" and is no option of the command.
+std::optional<GivenOptions> ReadOptions(const CommandArgs& args,
+                                        const std::vector<OptionForm>& forms);
+
+}  // namespace tarvendo

@@ -1,0 +1,76 @@
+#include "base/log.h"
+#include "base/text.h"
+#include "console/command_args.h"
+#include "console/command_context.h"
+#include "console/handlers.h"
+#include "console/options.h"
+#include "pairing/bracket_list.h"
+#include "pairing/swiss_driver.h"
+#include "reports/standings.h"
+#include "tourney/tourney.h"
+
+namespace tarvendo {
+namespace {
+
+const std::vector<OptionForm>& PairOptions() {
+  static const std::vector<OptionForm> kForms = {
+      {"-ti", true}, {"-si", true}, {"-do", false}, {"-up", false}};
+  return kForms;
+}
+
+const std::vector<OptionForm>& BracketOptions() {
+  static const std::vector<OptionForm> kForms = {{"-si", true}, {"-do", false}, {"-up", false}};
+  return kForms;
+}
+
+/// Any option turns the automatic mode off; without a direction both are tried, down first.
+PairingRequest RequestOf(const GivenOptions& given) {
+  PairingRequest request;
+  request.automatic = given.options.empty();
+  request.time_limit = given.Number("-ti");
+  request.size = given.Number("-si");
+  const bool has_direction = given.Has("-do") || given.Has("-up");
+  request.down = !request.automatic && (given.Has("-do") || !has_direction);
+  request.up = !request.automatic && (given.Has("-up") || !has_direction);
+  return request;
+}
+
+}  // namespace
+
+void DoPair(CommandContext& context) {
+  Tourney& tourney = context.tourney;
+  if (!tourney.IsSwiss()) {
+    return Print("This command has only effect on swiss tourneys. Try CreateRRGames instead.\n");
+  }
+  if (tourney.Participants().size() % 2 != 0) {
+    return Print("In swiss tourneys total number of players must be even.\n");
+  }
+  const auto given = ReadOptions(context.args, PairOptions());
+  if (!given) return;
+  const std::string first = context.args.Word(1);
+  if (IsAllDigits(first)) {
+    PairBracket(tourney, context.brackets, ToInt(first));
+  } else if (!given->others.empty()) {
+    PrintUnknownWord(given->others.front());
+  } else {
+    PairSwissRound(tourney, context.brackets, RequestOf(*given));
+  }
+}
+
+void DoCreateBrackets(CommandContext& context) {
+  const auto given = ReadOptions(context.args, BracketOptions());
+  if (!given) return;
+  CalculateStandings(context.tourney);
+  const BracketMode mode = given->Has("-up") ? BracketMode::kPairUp : BracketMode::kPairDown;
+  const int width = std::max(given->Number("-si"), 0) * 2;
+  if (!CreateBrackets(context.tourney, context.brackets, width, mode)) {
+    return Print("Can't create brackets. Maybe there are still games to be played?\n");
+  }
+  ShowBrackets(context.tourney, context.brackets);
+}
+
+void DoShowBrackets(CommandContext& context) {
+  if (context.tourney.IsSwiss()) ShowBrackets(context.tourney, context.brackets);
+}
+
+}  // namespace tarvendo

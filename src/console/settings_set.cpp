@@ -1,0 +1,222 @@
+#include <array>
+#include <string>
+
+#include "base/log.h"
+#include "base/text.h"
+#include "console/command_args.h"
+#include "console/command_context.h"
+#include "console/handlers.h"
+#include "console/name_list.h"
+#include "platform/paths.h"
+#include "tourney/tourney.h"
+
+namespace tarvendo {
+namespace {
+
+constexpr std::array kChangeableSettings = {
+    "BlackOptions", "Computer",   "FilesPath",   "HashTables",   "Name",
+    "PgnFile",      "PicsDir",    "Ponder",      "Rounds",       "SaveDebugFiles",
+    "SubRounds",    "Tablebases", "TimeControl", "WhiteOptions", "WinboardPath"};
+
+/// Whether the word switches a flag on; every other word switches it off.
+bool MeansOn(const std::string& word) {
+  return BeginsWithNoCase(word, "on") || BeginsWithNoCase(word, "tr");
+}
+
+const char* NowOnOff(int flag) {
+  return flag != 0 ? "now ON" : "now OFF";
+}
+
+// Each setter is called with a value that is not empty, sets it and prints the outcome. False when
+// it refuses the value.
+using Setter = bool (*)(Tourney& tourney, const CommandArgs& args);
+
+bool SetPonder(Tourney& tourney, const CommandArgs& args) {
+  tourney.settings.ponder = MeansOn(args.Word(2)) ? 1 : 0;
+  Print("Ponder is %s.\n", NowOnOff(tourney.settings.ponder));
+  return true;
+}
+
+bool SetAutoRun(Tourney& tourney, const CommandArgs& args) {
+  tourney.settings.auto_run = MeansOn(args.Word(2)) ? 1 : 0;
+  Print("AutoRun is %s.\n", NowOnOff(tourney.settings.auto_run));
+  return true;
+}
+
+bool SetAutoSave(Tourney& tourney, const CommandArgs& args) {
+  TourneySettings& settings = tourney.settings;
+  settings.auto_save = MeansOn(args.Word(2)) ? 1 : 0;
+  if (settings.auto_save == 0) {
+    Print("AutoSave is now OFF.\n");
+    return true;
+  }
+  if (args.Count() > 3) settings.save_file = args.Word(3);
+  PrintText("AutoSave is now ON, save file: " + settings.save_file + "\n");
+  return true;
+}
+
+bool SetSaveDebug(Tourney& tourney, const CommandArgs& args) {
+  int& wish = tourney.settings.save_debug_files;
+  if (BeginsWithNoCase(args.Word(2), "al")) {
+    wish = kSaveAlways;
+    Print("Debug files are now saved ALWAYS.\n");
+  } else if (BeginsWithNoCase(args.Word(2), "au")) {
+    wish = kSaveAutomatically;
+    Print("Debug files to be saved are now selected AUTOMATICALLY.\n");
+  } else {
+    wish = kSaveNever;
+    Print("Debug files are now saved NEVER.\n");
+  }
+  return true;
+}
+
+bool SetSubRounds(Tourney& tourney, const CommandArgs& args) {
+  tourney.settings.sub_rounds = ToInt(args.Word(2));
+  Print("SubRounds = %d\n", tourney.settings.sub_rounds);
+  return true;
+}
+
+bool SetPgnFile(Tourney& tourney, const CommandArgs& args) {
+  const std::string name = args.Word(2);
+  tourney.settings.pgn_file = IsBareName(name) ? tourney.settings.files_path + name : name;
+  PrintText("PgnFile = " + tourney.settings.pgn_file + "\n");
+  return true;
+}
+
+bool SetTimeControl(Tourney& tourney, const CommandArgs& args) {
+  tourney.settings.time_control = ParseTimeControl(args.RestFrom(2));
+  const TimeControl& control = tourney.settings.time_control;
+  std::string text = Format("TimeControl = Time: %d", control.seconds / 60);
+  if (control.seconds % 60 != 0) text += Format(":%d", control.seconds % 60);
+  PrintText(text + Format(", Inc: %d, Mps: %d\n", control.inc, control.mps));
+  return true;
+}
+
+bool SetRounds(Tourney& tourney, const CommandArgs& args) {
+  if (!tourney.IsSwiss()) {
+    Print("Tourney type not SWISS, so number of rounds will be determined automatically.\n");
+    return false;
+  }
+  if (args.Count() < 3) {
+    Print("You should specify a value, too.\n");
+    return false;
+  }
+  const int rounds = ToInt(args.Word(2));
+  if (rounds < 1) {
+    Print("How about a positive value?\n");
+    return false;
+  }
+  const int half = static_cast<int>(tourney.Participants().size() / 2);
+  if (rounds > half) {
+    // The correction is announced, but what the user asked for is stored all the same.
+    Print("Amount of rounds can't be more than half of players in the tourney.\n");
+    Print("Setting Rounds to %d.\n", half);
+  }
+  tourney.settings.rounds = rounds;
+  Print("Rounds: %d\n", rounds);
+  return true;
+}
+
+bool SetType(Tourney& tourney, const CommandArgs& args) {
+  const bool swiss = BeginsWithNoCase(args.Word(2), "s");
+  tourney.settings.type = swiss ? kSwiss : kRoundRobin;
+  Print(swiss ? "Tourney type now SWISS.\n" : "Tourney type now ROUND ROBIN.\n");
+  return true;
+}
+
+constexpr const char* kWantsValue = "How about specifying a value, too?\n";
+
+/// A setting with a rule of its own.
+struct RuledSetting {
+  const char* prefix;
+  const char* without_value;  ///< printed when there is no value; null when the setter sees to that
+  Setter set;
+};
+
+/// A setting that is the rest of the line.
+struct TextSetting {
+  const char* prefix;
+  std::string TourneySettings::*text;
+  const char* shown;  ///< how the messages name it
+  const char* quote;  ///< what stands around a value in its message
+  bool may_be_empty;
+};
+
+constexpr std::array<RuledSetting, 6> kFirstRuled = {{
+    {"pond", "You want ponder on or off?\n", SetPonder},
+    {"autor", "You want autorun on or off?\n", SetAutoRun},
+    {"autos", "You want autosave on or off?\n", SetAutoSave},
+    {"sav", "Do you want to save winboard.debug-files always, never or automatically?\n",
+     SetSaveDebug},
+    {"sub", kWantsValue, SetSubRounds},
+    {"pgn", kWantsValue, SetPgnFile},
+}};
+
+constexpr std::array<TextSetting, 9> kTexts = {{
+    {"fil", &TourneySettings::files_path, "FilesPath", "", true},
+    {"pic", &TourneySettings::pics_dir, "PicsDir", "", true},
+    {"com", &TourneySettings::computer, "Computer", "", true},
+    {"has", &TourneySettings::hash_tables, "Hashtables", "", true},
+    {"tab", &TourneySettings::tablebases, "Tablebases", "", true},
+    {"name", &TourneySettings::name, "Name", "", true},
+    {"whi", &TourneySettings::white_options, "WhiteOptions", "'", true},
+    {"bla", &TourneySettings::black_options, "BlackOptions", "'", true},
+    {"win", &TourneySettings::winboard_path, "WinBoardPath", "", false},
+}};
+
+constexpr std::array<RuledSetting, 3> kLastRuled = {{
+    {"tim", "Time control: <Moves per sesion> <Time> <Inc>\n", SetTimeControl},
+    {"rounds", nullptr, SetRounds},
+    {"type", nullptr, SetType},
+}};
+
+template <typename Settings>
+auto FindSetting(const Settings& settings, const std::string& word) -> decltype(settings.data()) {
+  for (const auto& setting : settings) {
+    if (BeginsWithNoCase(word, setting.prefix)) return &setting;
+  }
+  return nullptr;
+}
+
+bool SetByRule(const RuledSetting& setting, CommandContext& context) {
+  if (context.args.Count() < 3 && setting.without_value != nullptr) {
+    Print("%s", setting.without_value);
+    return false;
+  }
+  return setting.set(context.tourney, context.args);
+}
+
+bool SetText(const TextSetting& setting, CommandContext& context) {
+  std::string value = context.args.RestFrom(2);
+  if (value.empty() && !setting.may_be_empty) {
+    Print(kWantsValue);
+    return false;
+  }
+  const char* quote = value.empty() ? "'" : setting.quote;
+  if (value.empty() && setting.text == &TourneySettings::name) value = "My own tourney";
+  const bool is_directory = setting.text == &TourneySettings::files_path;
+  if (is_directory && !value.empty() && !value.ends_with('\\')) value += '\\';
+  context.tourney.settings.*setting.text = value;
+  PrintText(std::string(setting.shown) + " = " + quote + value + quote + "\n");
+  return true;
+}
+
+/// Changes the setting that the second word names. False when it is unknown or the value is
+/// refused.
+bool SetSetting(CommandContext& context) {
+  const std::string word = context.args.Word(1);
+  if (const auto* first = FindSetting(kFirstRuled, word)) return SetByRule(*first, context);
+  if (const auto* text = FindSetting(kTexts, word)) return SetText(*text, context);
+  if (const auto* last = FindSetting(kLastRuled, word)) return SetByRule(*last, context);
+  PrintUnknownWord(word);
+  return false;
+}
+
+}  // namespace
+
+void DoSet(CommandContext& context) {
+  if (context.args.Count() < 2) return PrintNameList(kChangeableSettings);
+  if (SetSetting(context)) context.must_save = true;
+}
+
+}  // namespace tarvendo

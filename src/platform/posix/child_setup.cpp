@@ -1,0 +1,69 @@
+#include "platform/posix/child_setup.h"
+
+#include <fcntl.h>
+#include <pthread.h>
+#include <unistd.h>
+
+#include <array>
+
+namespace tarvendo {
+
+ChildSetup::ChildSetup() : flags_(POSIX_SPAWN_SETSIGDEF) {
+  posix_spawn_file_actions_init(&actions_);
+  posix_spawnattr_init(&attributes_);
+  // Signals with a handler go back by themselves, what is ignored stays ignored.
+  sigset_t restored;
+  sigemptyset(&restored);
+  sigaddset(&restored, SIGPIPE);
+  posix_spawnattr_setsigdefault(&attributes_, &restored);
+}
+
+ChildSetup::~ChildSetup() {
+  posix_spawn_file_actions_destroy(&actions_);
+  posix_spawnattr_destroy(&attributes_);
+}
+
+void ChildSetup::ReadNothing() {
+  posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+}
+
+void ChildSetup::WriteTo(int descriptor) {
+  posix_spawn_file_actions_adddup2(&actions_, descriptor, STDOUT_FILENO);
+}
+
+void ChildSetup::LeaveProcessGroup() {
+  posix_spawnattr_setpgroup(&attributes_, 0);
+  flags_ = static_cast<short>(flags_ | POSIX_SPAWN_SETPGROUP);
+}
+
+std::optional<pid_t> ChildSetup::Spawn(char* const* arguments) {
+  posix_spawnattr_setflags(&attributes_, flags_);
+  pid_t child = 0;
+  if (posix_spawnp(&child, arguments[0], &actions_, &attributes_, arguments, environ) != 0) {
+    return std::nullopt;
+  }
+  return child;
+}
+
+void ResetChildSignals() {
+  constexpr std::array kHandled = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT,
+                                   SIGTERM, SIGHUP, SIGINT, SIGALRM};
+  for (const int number : kHandled) {
+    struct sigaction action {};
+    sigaction(number, nullptr, &action);
+    if (action.sa_handler != SIG_IGN) signal(number, SIG_DFL);
+  }
+  signal(SIGPIPE, SIG_DFL);
+}
+
+SignalsHeldBack::SignalsHeldBack() {
+  sigset_t all;
+  sigfillset(&all);
+  pthread_sigmask(SIG_SETMASK, &all, &before_);
+}
+
+void SignalsHeldBack::Release() const {
+  pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+}
+
+}  // namespace tarvendo

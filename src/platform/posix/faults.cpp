@@ -1,0 +1,164 @@
+// How a machine fault becomes something that can be caught: each guarded call leaves a landing
+// point (sigsetjmp) in its thread, and the signal handler of a fault jumps to the innermost one.
+// The handler runs on a stack of its own, or an overflow of the thread's stack could not be handled
+// at all.
+#include "platform/faults.h"
+
+#include <pthread.h>
+#include <setjmp.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <vector>
+
+#include "platform/posix/termination.h"
+
+namespace tarvendo {
+namespace {
+
+constexpr std::array kFaults = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
+constexpr std::array kRequests = {SIGTERM, SIGHUP, SIGINT};
+
+struct Landing {
+  sigjmp_buf point;
+  Landing* outer;
+};
+
+thread_local Landing* innermost_landing = nullptr;
+
+// A signal handler reaches nothing but globals.
+std::array<struct sigaction, kFaults.size()> actions_before{};
+
+void PassFaultOn(int fault) {
+  const auto position = std::find(kFaults.begin(), kFaults.end(), fault) - kFaults.begin();
+  sigaction(fault, &actions_before[static_cast<std::size_t>(position)], nullptr);
+  raise(fault);
+}
+
+void OnFault(int fault, siginfo_t* /*info*/, void* /*context*/) {
+  if (innermost_landing == nullptr) {
+    PassFaultOn(fault);
+  } else {
+    siglongjmp(innermost_landing->point, 1);
+  }
+}
+
+void OnRequest(int /*request*/) {
+  NoteTermination();
+}
+
+void OnDeadline(int /*alarm*/) {
+  _exit(1);
+}
+
+void CatchFaults() {
+  struct sigaction action {};
+  action.sa_sigaction = OnFault;
+  action.sa_flags = SA_ONSTACK | SA_SIGINFO;
+  sigemptyset(&action.sa_mask);
+  for (std::size_t i = 0; i < kFaults.size(); ++i) {
+    sigaction(kFaults[i], &action, &actions_before[i]);
+  }
+}
+
+/// Whoever sends SIGTERM or SIGINT twice means it: the second one ends the process at once. A
+/// closed terminal sends SIGHUP twice by itself (the kernel and the shell), so that one stays
+/// caught.
+void CatchRequest(int request) {
+  struct sigaction action {};
+  sigaction(request, nullptr, &action);
+  if (action.sa_handler == SIG_IGN) return;  // nohup, or a shell's background job
+  action = {};
+  action.sa_handler = OnRequest;
+  action.sa_flags = SA_RESTART | (request == SIGHUP ? 0 : static_cast<int>(SA_RESETHAND));
+  sigemptyset(&action.sa_mask);
+  sigaction(request, &action, nullptr);
+}
+
+void ReleaseRequest(int request) {
+  struct sigaction action {};
+  sigaction(request, nullptr, &action);
+  if (action.sa_handler == OnRequest) signal(request, SIG_DFL);
+}
+
+/// Gives the thread a stack for its signal handlers as long as it lives, unless it has one already.
+class HandlerStack {
+ public:
+  HandlerStack() {
+    if (sigaltstack(nullptr, &before_) != 0) return;
+    if ((before_.ss_flags & SS_DISABLE) == 0 && before_.ss_size >= kSize / 2) return;
+    memory_.resize(kSize);
+    stack_t own{};
+    own.ss_sp = memory_.data();
+    own.ss_size = memory_.size();
+    sigaltstack(&own, nullptr);
+  }
+  ~HandlerStack() {
+    if (!memory_.empty()) sigaltstack(&before_, nullptr);
+  }
+  HandlerStack(const HandlerStack&) = delete;
+  HandlerStack& operator=(const HandlerStack&) = delete;
+
+ private:
+  static constexpr std::size_t kSize = 65536;
+  std::vector<char> memory_;
+  stack_t before_{};
+};
+
+/// The frame in which sigsetjmp is called must not hold anything that changes afterwards.
+[[gnu::noinline]] bool CallWithLanding(Landing& landing, const std::function<void()>& body) {
+  if (sigsetjmp(landing.point, 1) != 0) return false;
+  try {
+    body();
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
+}  // namespace
+
+FaultGuard::FaultGuard() {
+  TerminationDescriptor();  // Made here, for a signal handler cannot make it.
+  CatchFaults();
+  for (const int request : kRequests) {
+    CatchRequest(request);
+  }
+  // Writing to a console that was closed must not end a tourney that is being played.
+  signal(SIGPIPE, SIG_IGN);
+}
+
+FaultGuard::~FaultGuard() {
+  for (std::size_t i = 0; i < kFaults.size(); ++i) {
+    sigaction(kFaults[i], &actions_before[i], nullptr);
+  }
+  for (const int request : kRequests) {
+    ReleaseRequest(request);
+  }
+}
+
+bool CallGuarded(const std::function<void()>& body) {
+  const HandlerStack handler_stack;
+  Landing landing{{}, innermost_landing};
+  innermost_landing = &landing;
+  const bool returned = CallWithLanding(landing, body);
+  innermost_landing = landing.outer;
+  return returned;
+}
+
+void EndProcessAfter(unsigned seconds) {
+  struct sigaction action {};
+  action.sa_handler = OnDeadline;
+  sigemptyset(&action.sa_mask);
+  sigaction(SIGALRM, &action, nullptr);
+  sigset_t deadline;
+  sigemptyset(&deadline);
+  sigaddset(&deadline, SIGALRM);
+  pthread_sigmask(SIG_UNBLOCK, &deadline, nullptr);
+  alarm(std::max(seconds, 1U));
+}
+
+}  // namespace tarvendo

@@ -1,0 +1,154 @@
+#include "platform/files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <limits>
+
+#include "platform/line_ends.h"
+#include "platform/paths.h"
+#include "platform/posix/descriptor.h"
+#include "platform/posix/full_path.h"
+
+namespace tarvendo {
+namespace {
+
+/// The path for a system call. A name with a NUL byte in it names nothing, as an empty one does:
+/// what stands before the NUL is another file.
+std::string CallPath(const std::string& path) {
+  return path.find('\0') == std::string::npos ? HostPath(path) : std::string();
+}
+
+class StdioFile : public OutputFile {
+ public:
+  explicit StdioFile(std::FILE* stream) : stream_(stream) {}
+  ~StdioFile() override {
+    if (stream_ != nullptr) std::fclose(stream_);
+  }
+  StdioFile(const StdioFile&) = delete;
+  StdioFile& operator=(const StdioFile&) = delete;
+
+  bool Write(std::string_view text) override {
+    return Keep(stream_ != nullptr &&
+                std::fwrite(text.data(), 1, text.size(), stream_) == text.size());
+  }
+
+  bool Flush() override { return Keep(stream_ != nullptr && std::fflush(stream_) == 0); }
+
+  std::int64_t Size() override {
+    struct stat status {};
+    if (!Flush() || fstat(fileno(stream_), &status) != 0) return 0;
+    return status.st_size;
+  }
+
+  bool Close() override {
+    Flush();
+    if (stream_ != nullptr) Keep(std::fclose(stream_) == 0);
+    stream_ = nullptr;
+    return taken_;
+  }
+
+ private:
+  /// Keeps the first failure for Close: what was lost once stays lost.
+  bool Keep(bool succeeded) {
+    taken_ = taken_ && succeeded;
+    return taken_;
+  }
+
+  std::FILE* stream_;
+  bool taken_ = true;
+};
+
+std::unique_ptr<OutputFile> OpenStdio(const std::string& path, const char* mode) {
+  std::FILE* const stream = std::fopen(CallPath(path).c_str(), mode);
+  if (stream == nullptr) return nullptr;
+  return std::make_unique<StdioFile>(stream);
+}
+
+std::optional<std::string> ReadToEnd(int descriptor) {
+  std::string text;
+  std::array<char, 65536> buffer;
+  while (true) {
+    const ssize_t count = read(descriptor, buffer.data(), buffer.size());
+    if (count == 0) return text;
+    if (count > 0) {
+      text.append(buffer.data(), static_cast<std::size_t>(count));
+    } else if (errno != EINTR) {
+      return std::nullopt;
+    }
+  }
+}
+
+class PosixFileSystem : public FileSystem {
+ public:
+  std::optional<std::string> ReadText(const std::string& path) override {
+    const Descriptor file = OpenToRead(CallPath(path));
+    if (!file.IsOpen()) return std::nullopt;
+    std::optional<std::string> text = ReadToEnd(file.Get());
+    if (text) FoldLineEnds(*text);
+    return text;
+  }
+
+  std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override {
+    const Descriptor file = OpenToRead(CallPath(path));
+    if (!file.IsOpen()) return std::nullopt;
+    if (offset > static_cast<std::uint64_t>(std::numeric_limits<off_t>::max())) return "";
+    if (lseek(file.Get(), static_cast<off_t>(offset), SEEK_SET) < 0) return std::nullopt;
+    return ReadToEnd(file.Get());
+  }
+
+  std::unique_ptr<OutputFile> Create(const std::string& path) override {
+    return OpenStdio(path, "we");
+  }
+
+  std::unique_ptr<OutputFile> Append(const std::string& path) override {
+    return OpenStdio(path, "ae");
+  }
+
+  bool Exists(const std::string& path) override {
+    struct stat status {};
+    return lstat(CallPath(path).c_str(), &status) == 0;
+  }
+
+  bool IsReadable(const std::string& path) override {
+    struct stat status {};
+    const std::string name = CallPath(path);
+    return access(name.c_str(), R_OK) == 0 && stat(name.c_str(), &status) == 0 &&
+           !S_ISDIR(status.st_mode);
+  }
+
+  bool IsPlainFile(const std::string& path) override {
+    struct stat status {};
+    return lstat(CallPath(path).c_str(), &status) == 0 && S_ISREG(status.st_mode);
+  }
+
+  bool Remove(const std::string& path) override { return unlink(CallPath(path).c_str()) == 0; }
+
+  bool Rename(const std::string& from, const std::string& to) override {
+    return rename(CallPath(from).c_str(), CallPath(to).c_str()) == 0;
+  }
+
+  bool ChangeDirectory(const std::string& path) override {
+    return chdir(CallPath(path).c_str()) == 0;
+  }
+
+  std::string FullPath(const std::string& path) override {
+    const std::string name = CallPath(path);
+    std::array<char, PATH_MAX> current;
+    if (name.empty() || getcwd(current.data(), current.size()) == nullptr) return path;
+    return FullHostPath(name, current.data());
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<FileSystem> MakeFileSystem() {
+  return std::make_unique<PosixFileSystem>();
+}
+
+}  // namespace tarvendo

@@ -1,0 +1,65 @@
+#include "reports/table_driver.h"
+
+#include <memory>
+
+#include "base/log.h"
+#include "base/whole_file.h"
+#include "platform/files.h"
+#include "reports/cross_table.h"
+#include "reports/html_table.h"
+#include "reports/standings.h"
+#include "reports/text_table.h"
+#include "tourney/rounds.h"
+#include "tourney/tourney.h"
+
+namespace tarvendo {
+namespace {
+
+constexpr const char* kConsoleName = "stdout";
+constexpr const char* kDefaultName = "table.htm";
+
+std::string ComputeTable(Tourney& tourney, const TableOptions& options) {
+  CalculateStandings(tourney);
+  AdjustRounds(tourney);
+  const CrossTable table = BuildCrossTable(tourney, options);
+  tourney.name_width = table.name_width;
+  return options.html ? HtmlTable(table, tourney.settings) : TextTable(table);
+}
+
+bool Refuse(const std::string& path) {
+  PrintText("Can't open file " + path + "!\n");
+  return false;
+}
+
+/// A device, a pipe or a link cannot be replaced by a new file: it is opened and written into.
+bool WriteInPlace(Tourney& tourney, const std::string& path, const TableOptions& options) {
+  const std::unique_ptr<OutputFile> file = tourney.GetHost().files.Create(path);
+  if (!file) return Refuse(path);
+  const bool written = file->Write(ComputeTable(tourney, options));
+  return file->Close() && written ? true : Refuse(path);
+}
+
+/// Opening for appending asks whether the file can be written, and leaves what is in it alone.
+bool ReplaceFile(Tourney& tourney, const std::string& path, const TableOptions& options) {
+  FileSystem& files = tourney.GetHost().files;
+  const bool was_there = files.Exists(path);
+  if (!files.Append(path)) return Refuse(path);
+  if (SaveWholeFile(files, path, ComputeTable(tourney, options))) return true;
+  if (!was_there) files.Remove(path);
+  return Refuse(path);
+}
+
+}  // namespace
+
+bool WriteTable(Tourney& tourney, const std::string& file, const TableOptions& options) {
+  if (file == kConsoleName) {
+    PrintText(ComputeTable(tourney, options));
+    return true;
+  }
+  const std::string path = file.empty() ? tourney.settings.files_path + kDefaultName : file;
+  FileSystem& files = tourney.GetHost().files;
+  const bool is_special = files.Exists(path) && !files.IsPlainFile(path);
+  return is_special ? WriteInPlace(tourney, path, options) : ReplaceFile(tourney, path, options);
+}
+
+}  // namespace tarvendo

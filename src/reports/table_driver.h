@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include "reports/table_options.h"
+
+namespace tarvendo {
+
+class Tourney;
+
+/// Writes the table of the standings, in the form that the options ask for. An empty `file` is
+/// "table.htm" behind FilesPath; "stdout" prints the table through the log; any other name is a
+/// file, which is saved whole or not at all (base/whole_file.h). A file that cannot be opened or
+/// saved prints "Can't open file %s!\n" and gives false; when it cannot be opened, nothing is
+/// computed either. Computes the standings (which may move the current round on), brings Rounds
+/// within its limits (which may print) and makes NameWidth that of the table. Called by the holder
+/// of the tourney's lock.
+bool WriteTable(Tourney& tourney, const std::string& file, const TableOptions& options);
+
+}  // namespace tarvendo

@@ -1,0 +1,137 @@
+#include "runner/collect.h"
+
+#include <vector>
+
+#include "base/line_reader.h"
+#include "base/log.h"
+#include "base/text.h"
+#include "platform/files.h"
+#include "reports/table_driver.h"
+#include "tourney/rounds.h"
+#include "tourney/tourney.h"
+
+namespace tarvendo {
+namespace {
+
+constexpr std::size_t kTagName = 1;  ///< where a tag's name stands in its line, behind the bracket
+constexpr std::size_t kResultValue = 9;  ///< where the value of a Result tag stands: [Result "
+
+std::string_view Behind(const std::string& line, std::size_t position) {
+  return std::string_view(line).substr(std::min(position, line.size()));
+}
+
+/// What stands in the tourney's PGN file for a line of the game's own.
+std::string MergedLine(const Tourney& tourney, const Game& game, const std::string& line) {
+  if (BeginsWithNoCase(line, "[event")) return "[Event \"" + tourney.settings.name + "\"]\n";
+  if (BeginsWithNoCase(line, "[round")) {
+    const bool with_sub_round = tourney.settings.sub_rounds >= 2;
+    return Format("[Round \"%d", game.round) +
+           (with_sub_round ? Format(".%d", game.sub_round) : "") + "\"]\n";
+  }
+  if (BeginsWithNoCase(line, "[white \"")) {
+    return Format("[Number \"%d\"]\n", game.number) + "[White \"" + game.white_player + "\"]\n";
+  }
+  if (BeginsWithNoCase(line, "[black \"")) return "[Black \"" + game.black_player + "\"]\n";
+  return line;
+}
+
+bool AppendToTourneyPgn(Tourney& tourney, const std::string& text) {
+  const auto file = tourney.GetHost().files.Append(tourney.settings.pgn_file);
+  if (!file) return false;
+  const bool written = file->Write(text);
+  return file->Close() && written;
+}
+
+void Announce(const Game& game) {
+  constexpr const char* kStars = "******************************************************";
+  PrintText(std::string("\n") + kStars + "\n" +
+            Format("Game %d: %s - %s : %s", game.number, game.white_player.c_str(),
+                   game.black_player.c_str(), ResultText(game.result)) +
+            "\n" + kStars + "\n> ");
+}
+
+/// Collects one game but for its files, whose names go to `leftovers`: they are deleted when the
+/// tourney that no longer needs them is on the disk. Whether there was something to collect.
+bool TakeResult(Tourney& tourney, Game& game, std::vector<std::string>& leftovers) {
+  const auto pgn = tourney.GetHost().files.ReadText(game.pgn_file);
+  if (!pgn) return false;
+  if (!AppendToTourneyPgn(tourney, MergedPgn(tourney, game, *pgn))) {
+    Print("Error copying pgn-file!\n");
+  }
+  for (std::string* name : {&game.bat_file, &game.pgn_file}) {
+    if (!name->empty()) leftovers.push_back(*name);
+    name->clear();
+  }
+  game.result = ResultInPgn(*pgn);
+  game.status = kReady;
+  Announce(game);
+  return true;
+}
+
+/// With AutoSave on, the results are on the disk before the files that they came from are gone, so
+/// that a crash in between loses no game. A save that fails here is reported by the one that
+/// follows every step.
+void FinishCollection(Tourney& tourney, const std::vector<std::string>& leftovers) {
+  if (tourney.settings.auto_save != 0) tourney.Save("");
+  FileSystem& files = tourney.GetHost().files;
+  for (const std::string& name : leftovers) {
+    if (files.Exists(name)) files.Remove(name);
+  }
+  WriteTable(tourney, "", HtmlTableDefaults(tourney));
+}
+
+}  // namespace
+
+int ResultInPgn(const std::string& pgn) {
+  LineReader lines(pgn);
+  while (const auto line = lines.Read(kRecordLine)) {
+    if (!BeginsWithNoCase(Behind(*line, kTagName), "result")) continue;
+    const std::string_view value = Behind(*line, kResultValue);
+    if (value.starts_with("1-0")) return kWhiteWins;
+    if (value.starts_with("0-1")) return kBlackWins;
+    if (value.starts_with("1/2-1/2")) return kDraw;
+    return kUnfinished;
+  }
+  return kUnknown;
+}
+
+std::string MergedPgn(const Tourney& tourney, const Game& game, const std::string& pgn) {
+  std::string merged;
+  LineReader lines(pgn);
+  for (auto line = lines.Read(kRecordLine); line && !lines.AtEnd();
+       line = lines.Read(kRecordLine)) {
+    merged += MergedLine(tourney, game, *line);
+  }
+  return merged;
+}
+
+bool CollectResult(Tourney& tourney, int game_number) {
+  Game* game = tourney.FindGame(game_number);
+  std::vector<std::string> leftovers;
+  if (game == nullptr || !TakeResult(tourney, *game, leftovers)) return false;
+  FinishCollection(tourney, leftovers);
+  return true;
+}
+
+void CollectAll(Tourney& tourney) {
+  std::vector<std::string> leftovers;
+  int collected = 0;
+  for (Game& game : tourney.Games()) {
+    if (game.status != kSpooled) continue;
+    if (game.number == tourney.current_game && HasEmptyPgn(tourney, game)) continue;
+    if (TakeResult(tourney, game, leftovers)) ++collected;
+  }
+  tourney.RecomputeGamesState();
+  if (collected == 0) return;
+  FinishCollection(tourney, leftovers);
+  // The table after each result would have moved the round on by one each time.
+  for (int more = collected - 1; more > 0 && AdvanceCurrentRound(tourney); --more) {
+  }
+}
+
+bool HasEmptyPgn(Tourney& tourney, const Game& game) {
+  const auto pgn = tourney.GetHost().files.ReadText(game.pgn_file);
+  return pgn && pgn->empty();
+}
+
+}  // namespace tarvendo

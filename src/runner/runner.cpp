@@ -1,0 +1,89 @@
+#include "runner/runner.h"
+
+#include <system_error>
+
+#include "platform/clock.h"
+#include "platform/faults.h"
+#include "tourney/tourney.h"
+
+namespace tarvendo {
+
+using std::chrono::milliseconds;
+
+namespace {
+
+constexpr milliseconds kSignalPoll{500};
+
+}  // namespace
+
+Runner::Runner(Tourney& tourney, BracketList& brackets)
+    : tourney_(tourney), games_(tourney, brackets), timer_(tourney) {}
+
+Runner::~Runner() {
+  {
+    const std::lock_guard guard(mutex_);
+    terminate_ = true;
+  }
+  changed_.notify_all();
+  if (game_thread_.joinable()) game_thread_.join();
+  if (timer_thread_.joinable()) timer_thread_.join();
+}
+
+bool Runner::StartThreads() {
+  try {
+    game_thread_ = std::thread([this] { RunPasses([this] { return PlayPass(); }); });
+    timer_thread_ = std::thread([this] { RunPasses([this] { return timer_.Pass(); }); });
+  } catch (const std::system_error&) {
+    return false;
+  }
+  return true;
+}
+
+milliseconds Runner::PlayPass() {
+  std::uint64_t pass = 0;
+  {
+    const std::lock_guard guard(mutex_);
+    pass = ++passes_begun_;
+  }
+  const milliseconds wait = games_.Pass();
+  if (games_.IsIdle()) {
+    const std::lock_guard guard(mutex_);
+    idle_pass_ = pass;
+    changed_.notify_all();
+  }
+  return wait;
+}
+
+void Runner::RunPasses(const std::function<milliseconds()>& pass) {
+  Clock& clock = tourney_.GetHost().clock;
+  const auto is_over = [this] { return terminate_; };
+  const bool ended_well = CallGuarded([&] {
+    milliseconds wait{0};
+    do {
+      wait = pass();
+      std::unique_lock guard(mutex_);
+      if (clock.Wait(changed_, guard, wait, is_over)) return;
+    } while (true);
+  });
+  if (ended_well) return;
+  tourney_.Lock().Break();
+  RequestTermination();
+  const std::lock_guard guard(mutex_);
+  has_died_ = true;
+  changed_.notify_all();
+}
+
+void Runner::AwaitIdle() {
+  std::unique_lock guard(mutex_);
+  const std::uint64_t asked = passes_begun_;
+  const auto is_done = [&] {
+    return has_died_ || TerminationRequested() ||
+           (idle_pass_ > asked && tourney_.Switch().Get().start_time == 0);
+  };
+  // A signal handler cannot notify anybody, so the request to end is looked for now and then.
+  Clock& clock = tourney_.GetHost().clock;
+  while (!clock.Wait(changed_, guard, kSignalPoll, is_done)) {
+  }
+}
+
+}  // namespace tarvendo

@@ -1,0 +1,24 @@
+#include "runner/runner_timer.h"
+
+#include "platform/clock.h"
+#include "runner/runner_switch_commands.h"
+#include "tourney/tourney.h"
+
+namespace tarvendo {
+namespace {
+
+constexpr std::chrono::milliseconds kPollInterval{2000};
+
+}  // namespace
+
+std::chrono::milliseconds RunnerTimer::Pass() {
+  const long long now = tourney_.GetHost().clock.Now();
+  if (tourney_.Switch().TakeStartTime(now)) {
+    StartRunner(tourney_);
+  } else if (tourney_.Switch().TakeStopTime(now)) {
+    StopRunner(tourney_);
+  }
+  return kPollInterval;
+}
+
+}  // namespace tarvendo

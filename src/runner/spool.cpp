@@ -1,0 +1,140 @@
+#include "runner/spool.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "base/log.h"
+#include "base/whole_file.h"
+#include "platform/files.h"
+#include "runner/batch_file.h"
+#include "runner/collect.h"
+#include "tourney/game_list.h"
+#include "tourney/tourney.h"
+
+namespace tarvendo {
+namespace {
+
+bool IsNothingDone(const Game& game) {
+  return game.status == kNothingDone;
+}
+
+/// The NOTHING DONE game of the lowest round; the first of the list among equals; null when there
+/// is none.
+Game* NextGameToSpool(Tourney& tourney) {
+  Game* next = nullptr;
+  for (Game& game : tourney.Games()) {
+    if (IsNothingDone(game) && (next == nullptr || game.round < next->round)) next = &game;
+  }
+  return next;
+}
+
+/// Number 0 has a meaning of its own in a command, so a game that a damaged file gives it is not
+/// found.
+Game* UnplayedGame(Tourney& tourney, int number) {
+  for (Game& game : tourney.Games()) {
+    if (game.number == number && !game.IsReady()) return &game;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+bool SpoolGame(Tourney& tourney, Game& game) {
+  FileSystem& files = tourney.GetHost().files;
+  Game spooled = game;
+  spooled.bat_file = GameFileName(tourney.settings.files_path, game.number, ".BAT");
+  spooled.pgn_file = GameFileName(tourney.settings.files_path, game.number, ".PGN");
+  // A new spool starts from no game record; one that cannot be deleted keeps the game from being
+  // played.
+  if (files.IsReadable(spooled.pgn_file)) files.Remove(spooled.pgn_file);
+  if (!SaveWholeFile(files, spooled.bat_file, BatchText(tourney, spooled))) {
+    PrintText("Error opening file for writing:  " + spooled.bat_file + "\n");
+    return false;
+  }
+  spooled.status = kSpooled;
+  spooled.spool_index = tourney.spool_counter;
+  tourney.spool_counter = static_cast<int>(static_cast<unsigned>(tourney.spool_counter) + 1U);
+  game = spooled;
+  Print("Game %d spooled.\n", game.number);
+  return true;
+}
+
+bool Spool(Tourney& tourney, int number) {
+  Game* game = number == 0 ? NextGameToSpool(tourney) : UnplayedGame(tourney, number);
+  if (game != nullptr) return SpoolGame(tourney, *game);
+  if (number == 0) Print("All games are either ready or spooled!\n");
+  return false;
+}
+
+bool SpoolRound(Tourney& tourney, int round) {
+  if (round == 0) {
+    const Game* next = NextGameToSpool(tourney);
+    if (next == nullptr) {
+      Print("All games are either spooled or ready!\n");
+      return true;
+    }
+    round = next->round;
+  }
+  for (Game& game : tourney.Games()) {
+    if (game.round == round && !game.IsReady()) SpoolGame(tourney, game);
+  }
+  return true;
+}
+
+bool SpoolPlayer(Tourney& tourney, int player_number) {
+  if (tourney.FindParticipant(player_number) == nullptr) {
+    Print("Player number %d does not exist in this tourney!\n", player_number);
+    return false;
+  }
+  bool any_spooled = false;
+  for (Game& game : tourney.Games()) {
+    if (!IsNothingDone(game) || !game.IsPlayedBy(player_number)) continue;
+    if (SpoolGame(tourney, game)) any_spooled = true;
+  }
+  if (!any_spooled) {
+    Print("All games of player %d are already either spooled or ready!\n", player_number);
+  }
+  return true;
+}
+
+void SpoolAll(Tourney& tourney) {
+  std::vector<Game*> waiting;
+  for (Game& game : tourney.Games()) {
+    if (IsNothingDone(game)) waiting.push_back(&game);
+  }
+  std::stable_sort(waiting.begin(), waiting.end(),
+                   [](const Game* a, const Game* b) { return a->round < b->round; });
+  if (waiting.empty()) Print("All games are either ready or spooled!\n");
+  for (Game* game : waiting)
+    SpoolGame(tourney, *game);
+}
+
+bool ReplayUnfinished(Tourney& tourney) {
+  bool any_spooled = false;
+  for (Game& game : tourney.Games()) {
+    if (!game.IsReady() || !game.LacksResult()) continue;
+    game.status = kNothingDone;
+    if (SpoolGame(tourney, game)) any_spooled = true;
+  }
+  return any_spooled;
+}
+
+void Unspool(Tourney& tourney) {
+  CollectAll(tourney);
+  for (Game& game : tourney.Games()) {
+    if (game.status != kSpooled) continue;
+    game.status = kNothingDone;
+    DeleteGameFiles(tourney, game);
+    Print("Game %d %s - %s unspooled.\n", game.number, game.white_player.c_str(),
+          game.black_player.c_str());
+  }
+}
+
+void RespoolAll(Tourney& tourney) {
+  CollectAll(tourney);
+  for (Game& game : tourney.Games()) {
+    if (game.status == kSpooled) SpoolGame(tourney, game);
+  }
+}
+
+}  // namespace tarvendo

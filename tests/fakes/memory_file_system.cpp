@@ -1,0 +1,271 @@
+#include "fakes/memory_file_system.h"
+
+#include <algorithm>
+
+namespace tarvendo {
+namespace {
+
+std::string ParentOf(const std::string& key) {
+  const std::size_t slash = key.rfind('/');
+  return slash == 0 ? "/" : key.substr(0, slash);
+}
+
+std::vector<std::string> PartsOf(const std::string& path) {
+  std::vector<std::string> parts;
+  std::size_t begin = 0;
+  while (begin <= path.size()) {
+    const std::size_t end = std::min(path.find('/', begin), path.size());
+    const std::string part = path.substr(begin, end - begin);
+    begin = end + 1;
+    if (part.empty() || part == ".") continue;
+    if (part != "..") {
+      parts.push_back(part);
+    } else if (!parts.empty()) {
+      parts.pop_back();
+    }
+  }
+  return parts;
+}
+
+std::string FoldLineEnds(const std::string& bytes) {
+  std::string text;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    if (bytes[i] != '\r' || i + 1 == bytes.size() || bytes[i + 1] != '\n') text += bytes[i];
+  }
+  return text;
+}
+
+}  // namespace
+
+class MemoryFileSystem::Stream : public OutputFile {
+ public:
+  Stream(MemoryFileSystem& owner, std::string key, std::shared_ptr<File> file)
+      : owner_(owner), key_(std::move(key)), file_(std::move(file)) {}
+
+  bool Write(std::string_view text) override {
+    const std::lock_guard guard(owner_.mutex_);
+    if (owner_.Fails(FileOperation::kWrite, key_)) {
+      if (!failed_) file_->bytes += text.substr(0, text.size() / 2);
+      failed_ = true;
+    }
+    if (!failed_) file_->bytes += text;
+    return !failed_;
+  }
+
+  bool Flush() override { return !failed_; }
+
+  std::int64_t Size() override {
+    const std::lock_guard guard(owner_.mutex_);
+    return static_cast<std::int64_t>(file_->bytes.size());
+  }
+
+  bool Close() override {
+    const std::lock_guard guard(owner_.mutex_);
+    if (owner_.Fails(FileOperation::kClose, key_)) failed_ = true;
+    return !failed_;
+  }
+
+ private:
+  MemoryFileSystem& owner_;
+  std::string key_;
+  std::shared_ptr<File> file_;
+  bool failed_ = false;
+};
+
+MemoryFileSystem::MemoryFileSystem() : directories_{"/", "/home"}, current_("/home") {}
+
+std::optional<std::string> MemoryFileSystem::ReadText(const std::string& path) {
+  const auto bytes = ReadFrom(path, 0);
+  if (!bytes) return std::nullopt;
+  return FoldLineEnds(*bytes);
+}
+
+std::optional<std::string> MemoryFileSystem::ReadFrom(const std::string& path,
+                                                      std::uint64_t offset) {
+  const std::lock_guard guard(mutex_);
+  const std::string key = Key(path);
+  const auto file = Find(key);
+  if (Fails(FileOperation::kRead, key) || !file) return std::nullopt;
+  return file->bytes.substr(std::min<std::size_t>(offset, file->bytes.size()));
+}
+
+std::unique_ptr<OutputFile> MemoryFileSystem::Create(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  const auto file = OpenForWriting(path);
+  if (!file) return nullptr;
+  file->bytes.clear();
+  return std::make_unique<Stream>(*this, Key(path), file);
+}
+
+std::unique_ptr<OutputFile> MemoryFileSystem::Append(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  const auto file = OpenForWriting(path);
+  if (!file) return nullptr;
+  return std::make_unique<Stream>(*this, Key(path), file);
+}
+
+bool MemoryFileSystem::Exists(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  const std::string key = Key(path);
+  return directories_.contains(key) || Find(key) != nullptr;
+}
+
+bool MemoryFileSystem::IsReadable(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  const std::string key = Key(path);
+  return Find(key) != nullptr && !faults_[FileOperation::kRead].denied.contains(key);
+}
+
+bool MemoryFileSystem::IsPlainFile(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  const std::string key = Key(path);
+  return Find(key) != nullptr && !special_.contains(key);
+}
+
+bool MemoryFileSystem::Remove(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  const std::string key = Key(path);
+  if (Fails(FileOperation::kRemove, key) || files_.erase(key) == 0) return false;
+  removed_.push_back(path);
+  return true;
+}
+
+bool MemoryFileSystem::Rename(const std::string& from, const std::string& to) {
+  const std::lock_guard guard(mutex_);
+  const std::string old_key = Key(from);
+  const std::string new_key = Key(to);
+  const auto file = Find(old_key);
+  if (Fails(FileOperation::kRename, old_key) || !file) return false;
+  if (directories_.contains(new_key) || !directories_.contains(ParentOf(new_key))) return false;
+  files_.erase(old_key);
+  files_[new_key] = file;
+  return true;
+}
+
+bool MemoryFileSystem::ChangeDirectory(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  const std::string key = Key(path);
+  if (path.empty() || !directories_.contains(key)) return false;
+  current_ = key;
+  return true;
+}
+
+std::string MemoryFileSystem::FullPath(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  return path.empty() ? path : Key(path);
+}
+
+void MemoryFileSystem::Put(const std::string& path, const std::string& bytes) {
+  const std::lock_guard guard(mutex_);
+  const std::string key = Key(path);
+  MakeParents(key);
+  files_[key] = std::make_shared<File>(File{bytes});
+}
+
+void MemoryFileSystem::PutMore(const std::string& path, const std::string& bytes) {
+  const std::lock_guard guard(mutex_);
+  if (!Has(path)) Put(path, "");
+  Find(Key(path))->bytes += bytes;
+}
+
+void MemoryFileSystem::MakeDirectory(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  const std::string key = Key(path);
+  if (key == "/") return;
+  MakeParents(key);
+  directories_.insert(key);
+}
+
+void MemoryFileSystem::FailAt(FileOperation operation, int n) {
+  const std::lock_guard guard(mutex_);
+  Fault& fault = faults_[operation];
+  fault.fails_at = fault.done + n;
+}
+
+void MemoryFileSystem::Deny(FileOperation operation, const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  faults_[operation].denied.insert(Key(path));
+}
+
+void MemoryFileSystem::Allow(FileOperation operation, const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  faults_[operation].denied.erase(Key(path));
+}
+
+void MemoryFileSystem::MakeSpecial(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  if (!Has(path)) Put(path, "");
+  special_.insert(Key(path));
+}
+
+std::string MemoryFileSystem::Bytes(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  const auto file = Find(Key(path));
+  return file ? file->bytes : "(no such file)";
+}
+
+bool MemoryFileSystem::Has(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  return Find(Key(path)) != nullptr;
+}
+
+std::vector<std::string> MemoryFileSystem::FileNames() {
+  const std::lock_guard guard(mutex_);
+  std::vector<std::string> names;
+  for (const auto& [key, file] : files_)
+    names.push_back(key);
+  return names;
+}
+
+std::vector<std::string> MemoryFileSystem::Removed() {
+  const std::lock_guard guard(mutex_);
+  return removed_;
+}
+
+std::string MemoryFileSystem::CurrentDirectory() {
+  const std::lock_guard guard(mutex_);
+  return current_;
+}
+
+int MemoryFileSystem::Count(FileOperation operation) {
+  const std::lock_guard guard(mutex_);
+  return faults_[operation].done;
+}
+
+std::string MemoryFileSystem::Key(const std::string& path) const {
+  std::string whole = path;
+  std::replace(whole.begin(), whole.end(), '\\', '/');
+  if (whole.empty() || whole.front() != '/') whole = current_ + "/" + whole;
+  std::string key;
+  for (const std::string& part : PartsOf(whole))
+    key += "/" + part;
+  return key.empty() ? "/" : key;
+}
+
+bool MemoryFileSystem::Fails(FileOperation operation, const std::string& key) {
+  Fault& fault = faults_[operation];
+  ++fault.done;
+  return fault.done == fault.fails_at || fault.denied.contains(key);
+}
+
+std::shared_ptr<MemoryFileSystem::File> MemoryFileSystem::OpenForWriting(const std::string& path) {
+  const std::string key = Key(path);
+  if (Fails(FileOperation::kOpen, key) || path.empty()) return nullptr;
+  if (directories_.contains(key) || !directories_.contains(ParentOf(key))) return nullptr;
+  std::shared_ptr<File>& file = files_[key];
+  if (!file) file = std::make_shared<File>();
+  return file;
+}
+
+std::shared_ptr<MemoryFileSystem::File> MemoryFileSystem::Find(const std::string& key) const {
+  const auto found = files_.find(key);
+  return found == files_.end() ? nullptr : found->second;
+}
+
+void MemoryFileSystem::MakeParents(const std::string& key) {
+  for (std::string parent = ParentOf(key); parent != "/"; parent = ParentOf(parent)) {
+    directories_.insert(parent);
+  }
+}
+
+}  // namespace tarvendo

@@ -1,0 +1,114 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/files.h"
+
+namespace tarvendo {
+
+/// What a MemoryFileSystem can be told to fail at.
+enum class FileOperation {
+  kRead,    ///< ReadText, ReadFrom
+  kOpen,    ///< Create, Append
+  kWrite,   ///< OutputFile::Write: half of the text arrives, as on a full disk
+  kClose,   ///< OutputFile::Close
+  kRename,  ///< Rename
+  kRemove,  ///< Remove
+};
+
+/// Files in memory for the tests, from any thread. `\` is read as `/`, "." and ".." are followed,
+/// names are case-sensitive; a file can only be made in a directory that is there. The current
+/// directory is
+/// "/home" at first. Open files go on as they do on Linux when they are renamed or deleted.
+class MemoryFileSystem : public FileSystem {
+ public:
+  MemoryFileSystem();
+
+  // The FileSystem.
+  std::optional<std::string> ReadText(const std::string& path) override;
+  std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override;
+  std::unique_ptr<OutputFile> Create(const std::string& path) override;
+  std::unique_ptr<OutputFile> Append(const std::string& path) override;
+  bool Exists(const std::string& path) override;
+  bool IsReadable(const std::string& path) override;
+  bool IsPlainFile(const std::string& path) override;
+  bool Remove(const std::string& path) override;
+  bool Rename(const std::string& from, const std::string& to) override;
+  bool ChangeDirectory(const std::string& path) override;
+  std::string FullPath(const std::string& path) override;
+
+  // What a test arranges. None of these counts as an operation or can be made to fail.
+
+  /// Makes a file with these bytes (and the directories on its way), replacing an old one.
+  void Put(const std::string& path, const std::string& bytes);
+
+  /// Puts bytes at the end of a file, as another program does, making it when it is missing.
+  void PutMore(const std::string& path, const std::string& bytes);
+
+  /// Makes a directory and those on its way.
+  void MakeDirectory(const std::string& path);
+
+  /// The `n`-th operation of that kind from now on (1 is the next) fails, and it alone.
+  void FailAt(FileOperation operation, int n);
+
+  /// Every operation of that kind on this path fails, until Allow.
+  void Deny(FileOperation operation, const std::string& path);
+  void Allow(FileOperation operation, const std::string& path);
+
+  /// The path stands for a device or the like: it is there, but no ordinary file.
+  void MakeSpecial(const std::string& path);
+
+  // What a test looks at.
+
+  /// The bytes of a file; "(no such file)" when it is missing, so that a comparison shows it.
+  std::string Bytes(const std::string& path);
+
+  /// Whether a file is there.
+  bool Has(const std::string& path);
+
+  /// Every file, as an absolute path, in the order of the names.
+  std::vector<std::string> FileNames();
+
+  /// The files deleted by Remove, in order, named as they were.
+  std::vector<std::string> Removed();
+
+  /// The current directory, absolute, without a `/` at its end.
+  std::string CurrentDirectory();
+
+  /// How many operations of that kind have been tried since the beginning.
+  int Count(FileOperation operation);
+
+ private:
+  class Stream;
+  struct File {
+    std::string bytes;
+  };
+  struct Fault {
+    int done = 0;
+    int fails_at = 0;  ///< the value of `done` at which the operation fails, 0 = never
+    std::set<std::string> denied;
+  };
+
+  std::string Key(const std::string& path) const;
+  bool Fails(FileOperation operation, const std::string& key);
+  std::shared_ptr<File> OpenForWriting(const std::string& path);
+  std::shared_ptr<File> Find(const std::string& key) const;
+  void MakeParents(const std::string& key);
+
+  std::recursive_mutex mutex_;
+  std::map<std::string, std::shared_ptr<File>> files_;
+  std::set<std::string> directories_;
+  std::set<std::string> special_;
+  std::map<FileOperation, Fault> faults_;
+  std::vector<std::string> removed_;
+  std::string current_;
+};
+
+}  // namespace tarvendo
