@@ -1,19 +1,20 @@
 // Maximum matching in a graph that need not have two sides.
 //
-// A set of pairs can be made larger exactly when there is an augmenting path: from a single player to another
-// one, over pairs that are by turns not made and made. Swap them along the path, and one more pair is made.
-// The search grows a tree from the single player. Those at an even distance (outer) look for a new partner;
-// whoever they reach is inner, and its old partner becomes outer in turn. When two outer players may be
-// paired, the way between them closes a circle of odd length, a blossom, in which everybody can be left
-// over by going round one way or the other: so all of it becomes outer and counts as one player, its base.
+// A set of pairs can be made larger exactly when there is an augmenting path: from a single player
+// to another one, over pairs that are by turns not made and made. Swap them along the path, and one
+// more pair is made. The search grows a tree from the single player. Those at an even distance
+// (outer) look for a new partner; whoever they reach is inner, and its old partner becomes outer in
+// turn. When two outer players may be paired, the way between them closes a circle of odd length, a
+// blossom, in which everybody can be left over by going round one way or the other: so all of it
+// becomes outer and counts as one player, its base.
 //
 //   a - b = c - d     a and d single, "=" a pair that is made, "-" one that could be made
 //   a = b   c = d     after the swap
 //
-// J. Edmonds, "Paths, trees, and flowers", Canadian Journal of Mathematics 17 (1965), 449-467. The bases are
-// kept in disjoint sets after H. N. Gabow, "An efficient implementation of Edmonds' algorithm for maximum
-// matching on graphs", Journal of the ACM 23 (1976), 221-234. Neighbours are found a word of 64 players at a
-// time, so one search costs at the most a few n * n / 64 steps.
+// J. Edmonds, "Paths, trees, and flowers", Canadian Journal of Mathematics 17 (1965), 449-467. The
+// bases are kept in disjoint sets after H. N. Gabow, "An efficient implementation of Edmonds'
+// algorithm for maximum matching on graphs", Journal of the ACM 23 (1976), 221-234. Neighbours are
+// found a word of 64 players at a time, so one search costs at the most a few n * n / 64 steps.
 
 #include "pairing/alternating_search.h"
 
@@ -54,7 +55,9 @@ bool AlternatingSearch::Augment(const MatchProblem& problem, std::vector<Seat>& 
   return false;
 }
 
-void AlternatingSearch::AddReached(PlayerSet& players) const { players |= reached_; }
+void AlternatingSearch::AddReached(PlayerSet& players) const {
+  players |= reached_;
+}
 
 void AlternatingSearch::Begin(Seat root, const PlayerSet& left_out) {
   unseen_ = problem_->Players();
@@ -65,14 +68,15 @@ void AlternatingSearch::Begin(Seat root, const PlayerSet& left_out) {
   queue_.clear();
   queue_head_ = 0;
   blossom_count_ = 0;
-  for (Seat seat = 0; seat < base_.size(); ++seat) base_[seat] = seat;
+  for (Seat seat = 0; seat < base_.size(); ++seat)
+    base_[seat] = seat;
   std::fill(blossom_index_.begin(), blossom_index_.end(), kNoBlossom);
   MakeOuter(root);
   reached_.Insert(root);
 }
 
-/// Takes in all that this outer player may be paired with. Returns a single player among them, the end of an
-/// augmenting path, or kNoSeat.
+/// Takes in all that this outer player may be paired with. Returns a single player among them, the
+/// end of an augmenting path, or kNoSeat.
 Seat AlternatingSearch::ScanOuter(Seat seat) {
   const PlayerSet& allowed = problem_->AllowedBy(seat);
   const PlayerSet& reach = problem_->ReachOf(seat);
@@ -126,8 +130,8 @@ void AlternatingSearch::Contract(Seat seat, Seat other) {
   ShrinkSide(other, seat, base);
 }
 
-/// Puts the way from an outer player down to the base into the base's blossom. `other` is the player
-/// across, with whom it could be paired.
+/// Puts the way from an outer player down to the base into the base's blossom. `other` is the
+/// player across, with whom it could be paired.
 void AlternatingSearch::ShrinkSide(Seat seat, Seat other, Seat base) {
   while (BaseOf(seat) != base) {
     came_from_[seat] = other;

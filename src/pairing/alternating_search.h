@@ -13,9 +13,9 @@ class AlternatingSearch {
  public:
   explicit AlternatingSearch(std::size_t seats);
 
-  /// Looks for a path from the single player `root` to another one whose pairs are by turns new and old, and
-  /// swaps them along it. `partners` gives each seat's partner, `paired` those who have one; both are
-  /// changed only on success. `left_out` are players that the search passes by.
+  /// Looks for a path from the single player `root` to another one whose pairs are by turns new and
+  /// old, and swaps them along it. `partners` gives each seat's partner, `paired` those who have
+  /// one; both are changed only on success. `left_out` are players that the search passes by.
   bool Augment(const MatchProblem& problem, std::vector<Seat>& partners, PlayerSet& paired,
                Seat root, const PlayerSet& left_out);
 

@@ -48,20 +48,21 @@ void Bracket::RecordPair(std::size_t place, std::size_t other_place) {
   free_count_ -= 2;
 }
 
-void Bracket::ForgetPair(std::size_t place) { entries_[place].partner = kUnpaired; }
+void Bracket::ForgetPair(std::size_t place) {
+  entries_[place].partner = kUnpaired;
+}
 
 std::size_t Bracket::PlaceOf(int player_number) const {
-  const auto found =
-      std::find_if(entries_.begin(), entries_.end(),
-                   [&](const BracketEntry& entry) { return entry.number == player_number; });
+  const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const BracketEntry& entry) {
+    return entry.number == player_number;
+  });
   return static_cast<std::size_t>(found - entries_.begin());
 }
 
 bool CanPair(const PairingField& field, const BracketEntry& entry, const BracketEntry& other,
              ColourLevel level) {
   if (entry.absent || other.absent || field.HasMet(entry.number, other.number)) return false;
-  return !field.ColoursCount() ||
-         ColoursAllowPair(entry.colour_state, other.colour_state, level);
+  return !field.ColoursCount() || ColoursAllowPair(entry.colour_state, other.colour_state, level);
 }
 
 bool HasPossiblePartner(const PairingField& field, const Bracket& bracket, std::size_t place) {

@@ -14,17 +14,17 @@ inline constexpr int kUnpaired = -1;
 
 /// A player in a bracket.
 struct BracketEntry {
-  bool absent = false;     ///< moved down: the player stands in the next bracket for now
-  int number = 0;          ///< the participant's number, 1-based
-  int partner = kUnpaired; ///< the partner's number; pairs are recorded on both entries
+  bool absent = false;               ///< moved down: the player stands in the next bracket for now
+  int number = 0;                    ///< the participant's number, 1-based
+  int partner = kUnpaired;           ///< the partner's number; pairs are recorded on both entries
   int colour_state = kNoColourWish;  ///< as it was when the entry was made
 
   bool IsPaired() const { return partner != kUnpaired; }
   bool IsFree() const { return !absent && !IsPaired(); }
 };
 
-/// A score group. Its entries keep the order in which they came. Part of a chain of brackets, from the
-/// first to be paired to the last; used by one thread at a time.
+/// A score group. Its entries keep the order in which they came. Part of a chain of brackets, from
+/// the first to be paired to the last; used by one thread at a time.
 class Bracket {
  public:
   /// An empty bracket in a field of so many participants.
@@ -39,8 +39,8 @@ class Bracket {
   /// How many entries are neither paired nor absent, as the operations below keep count of it.
   std::size_t FreeCount() const { return free_count_; }
 
-  /// The numbers of the players moved into this bracket by MoveDown, in order of arrival. Each stays in the
-  /// list when it is moved on.
+  /// The numbers of the players moved into this bracket by MoveDown, in order of arrival. Each
+  /// stays in the list when it is moved on.
   const std::vector<int>& FloatersIn() const { return floaters_in_; }
 
   /// The places (0-based) of the entries that were moved down to the next bracket, in that order.
@@ -84,16 +84,17 @@ class Bracket {
 
 // The rules of a bracket.
 
-/// Whether these two of a bracket may be paired at that level: two entries that are present, of players
-/// who have not met and whose wishes for a colour do not forbid it.
+/// Whether these two of a bracket may be paired at that level: two entries that are present, of
+/// players who have not met and whose wishes for a colour do not forbid it.
 bool CanPair(const PairingField& field, const BracketEntry& entry, const BracketEntry& other,
              ColourLevel level);
 
-/// Whether somebody else of the bracket can be paired with the entry at that place at the bracket's level
-/// of the making, which ignores colours.
+/// Whether somebody else of the bracket can be paired with the entry at that place at the bracket's
+/// level of the making, which ignores colours.
 bool HasPossiblePartner(const PairingField& field, const Bracket& bracket, std::size_t place);
 
-/// Whether the entry may be moved down: it is free and there is somebody in `next` that it has not met.
+/// Whether the entry may be moved down: it is free and there is somebody in `next` that it has not
+/// met.
 bool IsMovable(const PairingField& field, const BracketEntry& entry, const Bracket& next);
 
 }  // namespace tarvendo

@@ -9,7 +9,9 @@ namespace {
 /// Wider than any difference of scores.
 constexpr int kWidest = 1'000'000'000;
 
-int LastNumber(const PairingField& field) { return static_cast<int>(field.Size()); }
+int LastNumber(const PairingField& field) {
+  return static_cast<int>(field.Size());
+}
 
 void AddContender(const PairingField& field, int number, Bracket& bracket) {
   bracket.Add(number, field.Get(number).colour_state);
@@ -113,7 +115,8 @@ void MergeFromBottom(const PairingField& field, std::vector<Bracket>& brackets) 
 
 void Number(std::vector<Bracket>& brackets) {
   int number = 0;
-  for (Bracket& bracket : brackets) bracket.number = ++number;
+  for (Bracket& bracket : brackets)
+    bracket.number = ++number;
 }
 
 }  // namespace

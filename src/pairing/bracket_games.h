@@ -14,10 +14,12 @@ struct ColouredPair {
   bool operator==(const ColouredPair&) const = default;
 };
 
-/// Decides between two players with the same wish for a colour: by turns, as long as the program runs.
+/// Decides between two players with the same wish for a colour: by turns, as long as the program
+/// runs.
 class ColourToggle {
  public:
-  /// Whether the player who stands first gets White; the next answer is the other one. The first is no.
+  /// Whether the player who stands first gets White; the next answer is the other one. The first is
+  /// no.
   bool FirstGetsWhite() {
     const bool answer = first_gets_white_;
     first_gets_white_ = !first_gets_white_;
@@ -28,8 +30,8 @@ class ColourToggle {
   bool first_gets_white_ = false;
 };
 
-/// Takes the pairs out of a bracket, in the order of entries, and gives them colours: the one with the
-/// greater wish gets what it is due, between equal wishes the toggle decides.
+/// Takes the pairs out of a bracket, in the order of entries, and gives them colours: the one with
+/// the greater wish gets what it is due, between equal wishes the toggle decides.
 std::vector<ColouredPair> TakePairs(Bracket& bracket, ColourToggle& toggle);
 
 }  // namespace tarvendo

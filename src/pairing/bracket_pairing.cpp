@@ -27,7 +27,8 @@ void RecordPairs(Bracket& bracket, const std::vector<SeatPair>& pairs, std::size
       place_of[PairingField::SeatOf(bracket.Entries()[place].number)] = place;
     }
   }
-  for (const auto& [seat, other] : pairs) bracket.RecordPair(place_of[seat], place_of[other]);
+  for (const auto& [seat, other] : pairs)
+    bracket.RecordPair(place_of[seat], place_of[other]);
 }
 
 bool PairAtLevel(const PairGraph& graph, Bracket& bracket, PairingClock& clock) {

@@ -4,7 +4,8 @@ namespace tarvendo {
 
 PlayerSet BracketTask::FreeSet(std::size_t seats) const {
   PlayerSet set(seats);
-  for (const Seat seat : free) set.Insert(seat);
+  for (const Seat seat : free)
+    set.Insert(seat);
   return set;
 }
 

@@ -1,16 +1,19 @@
 // Proofs that a search must fail, from maximum matchings.
 //
-// A search that succeeds has paired everybody from its bracket on; a pair is made inside one bracket, after
-// both players have floated there. So it must fail when
+// A search that succeeds has paired everybody from its bracket on; a pair is made inside one
+// bracket, after both players have floated there. So it must fail when
 //   - the players cannot all be paired, brackets or not;
-//   - the brackets up to some place leave more players over than may float out of there, or those behind it
-//     leave more over than may float in, or a run of brackets between leaves more over than may float in
-//     and out together (floater_limits.h);
+//   - the brackets up to some place leave more players over than may float out of there, or those
+//   behind it
+//     leave more over than may float in, or a run of brackets between leaves more over than may
+//     float in and out together (floater_limits.h);
 //   - the players cannot all be paired when nobody goes farther than a floater can;
-//   - while floaters are chosen: the players cannot all be paired when those who are known to stay meet only
+//   - while floaters are chosen: the players cannot all be paired when those who are known to stay
+//   meet only
 //     in the bracket and those who are known to go only behind it.
-// Example: the last bracket has two players who have met, and only one floater may come in. One of the two
-// stays over, whatever is chosen above; the first of the many choices need not be looked at.
+// Example: the last bracket has two players who have met, and only one floater may come in. One of
+// the two stays over, whatever is chosen above; the first of the many choices need not be looked
+// at.
 
 #include "pairing/chain_outlook.h"
 
@@ -30,7 +33,9 @@ struct Party {
   bool may_stay;         ///< whether they may be paired in their bracket
 };
 
-bool MayLeave(const Party& party) { return party.farthest > party.place; }
+bool MayLeave(const Party& party) {
+  return party.farthest > party.place;
+}
 
 /// Whether members of the two could be paired somewhere; `first` stands not behind `second`.
 bool CanMeet(const Party& first, const Party& second) {
@@ -40,7 +45,8 @@ bool CanMeet(const Party& first, const Party& second) {
 
 MatchProblem MakeProblem(const PairGraph& graph, const std::vector<Party>& parties) {
   MatchProblem problem(graph);
-  for (const Party& party : parties) problem.AddGroup(party.members);
+  for (const Party& party : parties)
+    problem.AddGroup(party.members);
   for (std::size_t i = 0; i < parties.size(); ++i) {
     for (std::size_t k = i; k < parties.size(); ++k) {
       if (parties[k].place > parties[i].farthest) break;
@@ -84,9 +90,11 @@ void AddParty(std::vector<Party>& parties, Party party) {
 
 ChainOutlook::ChainOutlook(const PairGraph& graph, const std::vector<Bracket>& brackets)
     : graph_(graph), brackets_(brackets), wide_(graph.SeatCount()) {
-  for (const Bracket& bracket : brackets) own_.push_back(bracket.Members());
+  for (const Bracket& bracket : brackets)
+    own_.push_back(bracket.Members());
   from_ = own_;
-  for (std::size_t place = from_.size() - 1; place-- > 0;) from_[place] |= from_[place + 1];
+  for (std::size_t place = from_.size() - 1; place-- > 0;)
+    from_[place] |= from_[place + 1];
 }
 
 bool ChainOutlook::AllCanBePaired(std::size_t place) {

@@ -1,20 +1,22 @@
 // Pairing a chain of brackets.
 //
-// Each bracket is paired by itself; players who find no partner in it float into the next one. The rules of
-// the search, in the order in which its choices are made:
+// Each bracket is paired by itself; players who find no partner in it float into the next one. The
+// rules of the search, in the order in which its choices are made:
 //
-//   First pass (mode kFirstPass): a bracket with an even number of players is paired as it is, one with an odd
-//   number after one player has floated, the first in the order of entries with whom the rest works.
-//   Floater pass (mode kFloaters, up to k): more floaters, two by two, the same number at the most in every
-//   bracket behind.
-//   Full pass (mode kFull): any number of floaters up to half of the bracket, with all means behind.
-//   Merge (mode kFull): the bracket and all that follow become one.
+//   First pass (mode kFirstPass): a bracket with an even number of players is paired as it is, one
+//   with an odd number after one player has floated, the first in the order of entries with whom
+//   the rest works. Floater pass (mode kFloaters, up to k): more floaters, two by two, the same
+//   number at the most in every bracket behind. Full pass (mode kFull): any number of floaters up
+//   to half of the bracket, with all means behind. Merge (mode kFull): the bracket and all that
+//   follow become one.
 //
 // The answer is the first that these choices reach. What makes it quick leaves the answer as it is:
-//   - A choice is not followed when the outlook (chain_outlook.h) or the memory (search_memory.h) knows
+//   - A choice is not followed when the outlook (chain_outlook.h) or the memory (search_memory.h)
+//   knows
 //     that it fails. In full mode nothing else fails: the outlook's "all can be paired" is what the
 //     merge needs, so the first choice that it lets through is final, and a pass is never repeated.
-//   - While it chooses, the search asks only whether a bracket can be paired. The pairs are made once,
+//   - While it chooses, the search asks only whether a bracket can be paired. The pairs are made
+//   once,
 //     at the end.
 
 #include "pairing/chain_search.h"
@@ -156,8 +158,8 @@ class ChainSearch {
     return PairingCode::kFloatersExhausted;
   }
 
-  /// Goes through the ways to float the players that are still missing, out of the entries from `from`
-  /// on, in the order of entries.
+  /// Goes through the ways to float the players that are still missing, out of the entries from
+  /// `from` on, in the order of entries.
   PairingCode ChooseFloaters(const FloaterChoice& choice, std::size_t from) {
     Bracket& bracket = chain_[choice.place];
     Bracket& next = chain_[choice.place + 1];
@@ -207,12 +209,13 @@ class ChainSearch {
 
   std::size_t PlayersFrom(std::size_t place) const {
     std::size_t players = 0;
-    for (; place < chain_.size(); ++place) players += chain_[place].Size();
+    for (; place < chain_.size(); ++place)
+      players += chain_[place].Size();
     return players;
   }
 
-  /// Makes the pairs that the search has seen to be possible. Only the time can run out here, and a chain of
-  /// one bracket then is one that cannot be paired.
+  /// Makes the pairs that the search has seen to be possible. Only the time can run out here, and a
+  /// chain of one bracket then is one that cannot be paired.
   PairingCode PairEveryBracket() {
     for (Bracket& bracket : chain_) {
       if (PairBracketLevels(graphs_, bracket, clock_)) continue;

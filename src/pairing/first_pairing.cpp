@@ -1,16 +1,18 @@
 // The first pairing of a bracket in the order of candidates, without trying them all.
 //
-// A search that goes through a player's candidates one by one and, for each, pairs the rest, settles for the
-// first candidate that leaves the rest pairable. That can be seen without pairing the rest by trial. Keep a
-// pairing of everybody. Suppose that a is paired with c in it and b with d, and a shall take b: then c
-// and d are left over, and the rest is pairable exactly when an augmenting path leads from c to d
-// without a and b. So each candidate costs one path, and n players cost at the most n * n / 2 of them.
+// A search that goes through a player's candidates one by one and, for each, pairs the rest,
+// settles for the first candidate that leaves the rest pairable. That can be seen without pairing
+// the rest by trial. Keep a pairing of everybody. Suppose that a is paired with c in it and b with
+// d, and a shall take b: then c and d are left over, and the rest is pairable exactly when an
+// augmenting path leads from c to d without a and b. So each candidate costs one path, and n
+// players cost at the most n * n / 2 of them.
 //
 //   a = c   b = d   e = f     a takes b:   a = b   c - e = f - d   gives   a = b   c = e   f = d
 //
-// With a floater that moved on (bracket_task.h) the rest must be pairable with at most one pair in which
-// there is no chooser. That is seen from one matching in which the others do not pair among
-// themselves, and, if two players stay single, one more try for each pair of others that would be the one.
+// With a floater that moved on (bracket_task.h) the rest must be pairable with at most one pair in
+// which there is no chooser. That is seen from one matching in which the others do not pair among
+// themselves, and, if two players stay single, one more try for each pair of others that would be
+// the one.
 
 #include "pairing/first_pairing.h"
 
@@ -21,7 +23,8 @@ namespace {
 
 PlayerSet ChooserSet(const BracketTask& task, std::size_t seats) {
   PlayerSet set(seats);
-  for (const Seat seat : task.choosers) set.Insert(seat);
+  for (const Seat seat : task.choosers)
+    set.Insert(seat);
   return set;
 }
 
@@ -38,7 +41,8 @@ MatchProblem PairsWithChoosers(const PairGraph& graph, const BracketTask& task) 
   return problem;
 }
 
-/// Whether the rest is pairable with choosers when these two, neither of them one, are the last pair.
+/// Whether the rest is pairable with choosers when these two, neither of them one, are the last
+/// pair.
 bool WorksWithLastPair(MatchProblem problem, Matching matching, Seat seat, Seat other) {
   problem.Erase(seat);
   problem.Erase(other);
@@ -146,7 +150,8 @@ std::optional<std::vector<SeatPair>> PairInOrder(const PairGraph& graph, const B
   for (const Seat floater : task.choosers) {
     if (pairing.IsFree(floater)) pairing.PairFloater(floater);
   }
-  while (!pairing.IsDone()) pairing.PairFirstFree();
+  while (!pairing.IsDone())
+    pairing.PairFirstFree();
   return std::move(pairing).Pairs();
 }
 

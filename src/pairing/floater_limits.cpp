@@ -43,8 +43,8 @@ bool FloaterLimits::CanPassThrough(const std::vector<Bracket>& brackets, std::si
 }
 
 bool FloaterLimits::ReachEverything() const {
-  const bool all_cross = std::all_of(limits_.begin(), limits_.end() - 1,
-                                     [](std::size_t limit) { return limit > 0; });
+  const bool all_cross =
+      std::all_of(limits_.begin(), limits_.end() - 1, [](std::size_t limit) { return limit > 0; });
   return all_cross && std::all_of(farthest_.begin(), farthest_.end(),
                                   [&](std::size_t place) { return place == farthest_.back(); });
 }

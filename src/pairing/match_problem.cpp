@@ -23,14 +23,16 @@ void MatchProblem::Insert(Seat seat, std::size_t group) {
   group_of_[seat] = group;
   players_.Insert(seat);
   members_[group].Insert(seat);
-  for (const std::size_t other : connected_[group]) reach_[other].Insert(seat);
+  for (const std::size_t other : connected_[group])
+    reach_[other].Insert(seat);
 }
 
 void MatchProblem::Erase(Seat seat) {
   const std::size_t group = group_of_[seat];
   players_.Erase(seat);
   members_[group].Erase(seat);
-  for (const std::size_t other : connected_[group]) reach_[other].Erase(seat);
+  for (const std::size_t other : connected_[group])
+    reach_[other].Erase(seat);
 }
 
 }  // namespace tarvendo

@@ -8,8 +8,8 @@
 
 namespace tarvendo {
 
-/// Players to be paired with each other, and rules on top of those of the graph: the players stand in
-/// groups, and only players of groups that reach each other may be paired.
+/// Players to be paired with each other, and rules on top of those of the graph: the players stand
+/// in groups, and only players of groups that reach each other may be paired.
 class MatchProblem {
  public:
   /// Nobody yet. `graph` must outlive the problem.
@@ -48,9 +48,9 @@ class MatchProblem {
  private:
   const PairGraph* graph_;
   PlayerSet players_;
-  std::vector<std::size_t> group_of_;      ///< by seat
-  std::vector<PlayerSet> members_;         ///< by group
-  std::vector<PlayerSet> reach_;           ///< by group
+  std::vector<std::size_t> group_of_;                ///< by seat
+  std::vector<PlayerSet> members_;                   ///< by group
+  std::vector<PlayerSet> reach_;                     ///< by group
   std::vector<std::vector<std::size_t>> connected_;  ///< by group
 };
 

@@ -2,8 +2,7 @@
 
 namespace tarvendo {
 
-Matching::Matching(std::size_t seats)
-    : partner_(seats, kNoSeat), paired_(seats), search_(seats) {}
+Matching::Matching(std::size_t seats) : partner_(seats, kNoSeat), paired_(seats), search_(seats) {}
 
 void Matching::Join(Seat seat, Seat other) {
   partner_[seat] = other;
@@ -74,8 +73,8 @@ bool Matching::MakePerfect(const MatchProblem& problem) {
 }
 
 bool Matching::Augment(const MatchProblem& problem, Seat single) {
-  const Seat other = FirstCommonSeatOutside(paired_, problem.AllowedBy(single),
-                                            problem.ReachOf(single));
+  const Seat other =
+      FirstCommonSeatOutside(paired_, problem.AllowedBy(single), problem.ReachOf(single));
   if (other != kNoSeat) {
     Join(single, other);
     return true;

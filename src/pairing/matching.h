@@ -9,8 +9,9 @@
 
 namespace tarvendo {
 
-/// A set of pairs in which nobody stands twice, and the ways to make it larger. It can be carried from one
-/// problem to a similar one: only what no longer fits is made anew. See alternating_search.cpp.
+/// A set of pairs in which nobody stands twice, and the ways to make it larger. It can be carried
+/// from one problem to a similar one: only what no longer fits is made anew. See
+/// alternating_search.cpp.
 class Matching {
  public:
   /// No pairs, in a field with so many seats.
@@ -31,8 +32,8 @@ class Matching {
   /// Adapts, then tries to pair all players; false as soon as one must stay single.
   bool MakePerfect(const MatchProblem& problem);
 
-  /// Pairs a single player by one augmenting path, which leaves everybody paired who was. The matching must
-  /// fit the problem. False, and nothing changed, when there is no such path.
+  /// Pairs a single player by one augmenting path, which leaves everybody paired who was. The
+  /// matching must fit the problem. False, and nothing changed, when there is no such path.
   bool Augment(const MatchProblem& problem, Seat single);
 
  private:

@@ -11,8 +11,7 @@ std::map<int, PlayerSet> ForbiddenByColour(const PlayerSet& players,
                                            ColourLevel level) {
   std::map<int, PlayerSet> with_state;
   players.ForEach([&](Seat seat) {
-    with_state.try_emplace(colour_states[seat], colour_states.size())
-        .first->second.Insert(seat);
+    with_state.try_emplace(colour_states[seat], colour_states.size()).first->second.Insert(seat);
   });
   std::map<int, PlayerSet> forbidden;
   for (const auto& [state, unused] : with_state) {

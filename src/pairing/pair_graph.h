@@ -30,7 +30,8 @@ class PairGraph {
   std::vector<PlayerSet> partners_;
 };
 
-/// The graphs of a chain of brackets, one for each colour level, each made when it is first asked for.
+/// The graphs of a chain of brackets, one for each colour level, each made when it is first asked
+/// for.
 class LevelGraphs {
  public:
   /// `field` must outlive the graphs. Wishes for a colour are those of the brackets' entries.

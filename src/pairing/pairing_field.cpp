@@ -8,7 +8,8 @@ PairingField::PairingField(std::vector<Contender> contenders, int sub_rounds)
     : contenders_(std::move(contenders)),
       sub_rounds_(sub_rounds),
       opponents_(contenders_.size(), PlayerSet(contenders_.size())) {
-  for (Seat seat = 0; seat < contenders_.size(); ++seat) opponents_[seat].Insert(seat);
+  for (Seat seat = 0; seat < contenders_.size(); ++seat)
+    opponents_[seat].Insert(seat);
 }
 
 void PairingField::AddMeeting(int number, int other_number) {

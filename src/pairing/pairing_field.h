@@ -10,13 +10,14 @@ namespace tarvendo {
 
 /// What the pairing knows of one participant.
 struct Contender {
-  int points = 0;                      ///< quarter points
-  bool has_game_in_round = false;      ///< of the round to be paired, played or not
-  int colour_state = kNoColourWish;    ///< ColourState
+  int points = 0;                    ///< quarter points
+  bool has_game_in_round = false;    ///< of the round to be paired, played or not
+  int colour_state = kNoColourWish;  ///< ColourState
 };
 
-/// The participants of one round to be paired and who has met whom: built once for a pairing, so that
-/// the search never walks through the games. Used by one thread, read only while a pairing runs.
+/// The participants of one round to be paired and who has met whom: built once for a pairing, so
+/// that the search never walks through the games. Used by one thread, read only while a pairing
+/// runs.
 class PairingField {
  public:
   /// The contenders in the order of the participant list: number 1 is the first. With more than one
@@ -31,7 +32,9 @@ class PairingField {
   bool ColoursCount() const { return sub_rounds_ <= 1; }
 
   /// The contender with that number, 1 to Size().
-  const Contender& Get(int number) const { return contenders_[static_cast<std::size_t>(number - 1)]; }
+  const Contender& Get(int number) const {
+    return contenders_[static_cast<std::size_t>(number - 1)];
+  }
 
   /// Whether the two have met. Everybody has met himself.
   bool HasMet(int number, int other_number) const {

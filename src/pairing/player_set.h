@@ -13,8 +13,8 @@ using Seat = std::size_t;
 /// No player.
 inline constexpr Seat kNoSeat = static_cast<Seat>(-1);
 
-/// A set of seats, one bit each. All sets that are put together have room for the same number of seats;
-/// a seat outside that room must not be asked for.
+/// A set of seats, one bit each. All sets that are put together have room for the same number of
+/// seats; a seat outside that room must not be asked for.
 class PlayerSet {
  public:
   using Word = std::uint64_t;
@@ -36,23 +36,27 @@ class PlayerSet {
 
   std::size_t Count() const {
     std::size_t count = 0;
-    for (const Word word : words_) count += static_cast<std::size_t>(std::popcount(word));
+    for (const Word word : words_)
+      count += static_cast<std::size_t>(std::popcount(word));
     return count;
   }
 
   PlayerSet& operator|=(const PlayerSet& other) {
-    for (std::size_t i = 0; i < words_.size(); ++i) words_[i] |= other.words_[i];
+    for (std::size_t i = 0; i < words_.size(); ++i)
+      words_[i] |= other.words_[i];
     return *this;
   }
 
   PlayerSet& operator&=(const PlayerSet& other) {
-    for (std::size_t i = 0; i < words_.size(); ++i) words_[i] &= other.words_[i];
+    for (std::size_t i = 0; i < words_.size(); ++i)
+      words_[i] &= other.words_[i];
     return *this;
   }
 
   /// Takes out every seat of `other`.
   PlayerSet& operator-=(const PlayerSet& other) {
-    for (std::size_t i = 0; i < words_.size(); ++i) words_[i] &= ~other.words_[i];
+    for (std::size_t i = 0; i < words_.size(); ++i)
+      words_[i] &= ~other.words_[i];
     return *this;
   }
 
@@ -73,7 +77,8 @@ class PlayerSet {
   template <typename Visitor>
   void ForEach(Visitor visit) const {
     for (std::size_t i = 0; i < words_.size(); ++i) {
-      for (Word word = words_[i]; word != 0; word &= word - 1) visit(LowestSeat(i, word));
+      for (Word word = words_[i]; word != 0; word &= word - 1)
+        visit(LowestSeat(i, word));
     }
   }
 

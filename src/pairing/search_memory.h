@@ -10,11 +10,12 @@
 
 namespace tarvendo {
 
-/// What the search has found out about a bracket with the floaters that came in, the brackets behind it being
-/// as they were made. A failed search leaves no trace in the brackets, so it would fail again.
+/// What the search has found out about a bracket with the floaters that came in, the brackets
+/// behind it being as they were made. A failed search leaves no trace in the brackets, so it would
+/// fail again.
 struct SearchRecord {
   std::optional<bool> all_can_be_paired;
-  std::vector<std::size_t> must_float;   ///< see ChainOutlook; empty until it is asked for
+  std::vector<std::size_t> must_float;  ///< see ChainOutlook; empty until it is asked for
   bool first_pass_failed = false;
   std::size_t failed_with_floaters = 0;  ///< the largest number that the floater pass failed with
 };

@@ -15,7 +15,8 @@ void BracketList::AddPlayer(Bracket& bracket, int number) {
   entry.colour_state = field_.Get(number).colour_state;
   bracket.entries.push_back(entry);
   bracket.free_count = 0;
-  for (const Entry& e : bracket.entries) bracket.free_count += !e.absent && e.partner == -1 ? 1 : 0;
+  for (const Entry& e : bracket.entries)
+    bracket.free_count += !e.absent && e.partner == -1 ? 1 : 0;
 }
 
 void BracketList::RemovePlayer(Bracket& bracket, std::size_t place) {
@@ -25,9 +26,11 @@ void BracketList::RemovePlayer(Bracket& bracket, std::size_t place) {
 
 void BracketList::AppendBracket(const std::vector<int>& numbers) {
   Bracket* bracket = NewBracket();
-  for (const int number : numbers) AddPlayer(*bracket, number);
+  for (const int number : numbers)
+    AddPlayer(*bracket, number);
   Bracket** end = &first_;
-  while (*end != nullptr) end = &(*end)->next;
+  while (*end != nullptr)
+    end = &(*end)->next;
   *end = bracket;
   bracket->number = static_cast<int>(Chain().size());
 }
@@ -148,7 +151,8 @@ void BracketList::MergeFromBottom() {
       last = last->next;
     }
     if (before == nullptr || FindLonePlayer(*last) == last->entries.size()) return;
-    for (const Entry& entry : last->entries) AddPlayer(*before, entry.number);
+    for (const Entry& entry : last->entries)
+      AddPlayer(*before, entry.number);
     before->next = nullptr;
   }
 }

@@ -1,5 +1,5 @@
-// The quick search against the literal one, on seeded random cases. TARVENDO_PAIRING_CASES sets the number of
-// random chains for a long run by hand, TARVENDO_PAIRING_SEED the first seed.
+// The quick search against the literal one, on seeded random cases. TARVENDO_PAIRING_CASES sets the
+// number of random chains for a long run by hand, TARVENDO_PAIRING_SEED the first seed.
 
 #include <gtest/gtest.h>
 
@@ -44,14 +44,16 @@ template <typename Entries>
 std::string DescribeEntries(int number, const Entries& entries) {
   std::ostringstream text;
   text << number << ':';
-  for (const auto& entry : entries) text << Describe(entry);
+  for (const auto& entry : entries)
+    text << Describe(entry);
   text << '\n';
   return text.str();
 }
 
 std::string Describe(const std::vector<Bracket>& chain) {
   std::string text;
-  for (const Bracket& bracket : chain) text += DescribeEntries(bracket.number, bracket.Entries());
+  for (const Bracket& bracket : chain)
+    text += DescribeEntries(bracket.number, bracket.Entries());
   return text;
 }
 
@@ -65,7 +67,8 @@ std::string Describe(const literal::BracketList& list) {
 
 std::string Describe(const std::vector<std::pair<int, int>>& games) {
   std::ostringstream text;
-  for (const auto& [white, black] : games) text << white << '-' << black << ' ';
+  for (const auto& [white, black] : games)
+    text << white << '-' << black << ' ';
   return text.str();
 }
 
@@ -89,7 +92,8 @@ class Comparison {
       list.AppendBracket(numbers);
       chain_.emplace_back(field.Size());
       chain_.back().number = static_cast<int>(chain_.size());
-      for (const int number : numbers) chain_.back().Add(number, field.Get(number).colour_state);
+      for (const int number : numbers)
+        chain_.back().Add(number, field.Get(number).colour_state);
     }
   }
 
@@ -191,7 +195,8 @@ TEST(LiteralComparison, RandomChainsArePairedAsByTheLiteralSearch) {
   EXPECT_LE(comparison.Dropped() * 100, comparison.Cases());
 }
 
-/// One round in the order of the driver: down and up with wider and wider brackets, then one big one.
+/// One round in the order of the driver: down and up with wider and wider brackets, then one big
+/// one.
 bool PairRound(Comparison& comparison, RandomTourney& tourney) {
   const PairingField field = tourney.Field();
   std::vector<std::pair<int, int>> games;
@@ -214,7 +219,8 @@ void CompareTourney(Comparison& comparison, std::uint64_t seed) {
   const int players = 2 * dice.Between(2, 8);
   const int rounds = dice.Between(2, players - 1);
   RandomTourney tourney(dice, players, rounds, dice.Percent(85) ? 1 : 2);
-  while (!tourney.IsOver() && PairRound(comparison, tourney)) continue;
+  while (!tourney.IsOver() && PairRound(comparison, tourney))
+    continue;
 }
 
 TEST(LiteralComparison, RandomTourneysArePairedAsByTheLiteralSearch) {

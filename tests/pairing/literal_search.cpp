@@ -7,7 +7,9 @@ namespace {
 
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
-bool IsFree(const Entry& entry) { return !entry.absent && entry.partner == -1; }
+bool IsFree(const Entry& entry) {
+  return !entry.absent && entry.partner == -1;
+}
 
 std::size_t NextFree(const Bracket& bracket, std::size_t from) {
   for (std::size_t place = from; place < bracket.entries.size(); ++place) {
@@ -34,8 +36,8 @@ bool BracketList::MayPair(const Bracket& bracket, const Entry& a, const Entry& b
   if (&a == &b || a.absent || b.absent) return false;
   if (field_.HasMet(a.number, b.number)) return false;
   if (field_.SubRounds() > 1) return true;
-  const bool conflict = (a.colour_state & 1) == (b.colour_state & 1) && a.colour_state != 2 &&
-                        b.colour_state != 2;
+  const bool conflict =
+      (a.colour_state & 1) == (b.colour_state & 1) && a.colour_state != 2 && b.colour_state != 2;
   if (!conflict || bracket.level == 2) return true;
   const auto either = [&](int state) { return a.colour_state == state || b.colour_state == state; };
   if ((bracket.level == 8 || bracket.level == 16) && (either(4) || either(5))) return true;
@@ -119,7 +121,8 @@ bool BracketList::PairFirst(Bracket& bracket) {
   const std::size_t a = NextFree(bracket, 0);
   bracket.entries[a].partner = 0;
   std::size_t b = a;
-  for (int count = 0; count < bracket.free_count / 2; ++count) b = NextFree(bracket, b + 1);
+  for (int count = 0; count < bracket.free_count / 2; ++count)
+    b = NextFree(bracket, b + 1);
   if (TryPair(bracket, a, b, 0)) return true;
   if (bracket.free_count > 2) {
     for (std::size_t c = NextFree(bracket, b + 1); c != kNone; c = NextFree(bracket, c + 1)) {
@@ -179,14 +182,16 @@ std::size_t BracketList::NextMovable(const Bracket& bracket, std::size_t from) c
 bool BracketList::SelectFloaters(Bracket& bracket, std::size_t m) {
   if (m == 0) {
     if (bracket.floated_out.empty()) return false;
-    while (!bracket.floated_out.empty()) UndoFloat(bracket);
+    while (!bracket.floated_out.empty())
+      UndoFloat(bracket);
     return true;
   }
   return m == bracket.floated_out.size() ? SelectNext(bracket, m) : SelectFirst(bracket, m);
 }
 
 bool BracketList::SelectFirst(Bracket& bracket, std::size_t m) {
-  while (!bracket.floated_out.empty()) UndoFloat(bracket);
+  while (!bracket.floated_out.empty())
+    UndoFloat(bracket);
   std::size_t from = 0;
   while (bracket.floated_out.size() < m) {
     const std::size_t place = NextMovable(bracket, from);
@@ -202,7 +207,8 @@ bool BracketList::SelectNext(Bracket& bracket, std::size_t m) {
   std::size_t count = m - 1;
   while (count < m) {
     if (!Step()) {
-      while (!bracket.floated_out.empty()) UndoFloat(bracket);
+      while (!bracket.floated_out.empty())
+        UndoFloat(bracket);
       return false;
     }
     const std::size_t place = NextMovable(bracket, j + 1);
@@ -318,7 +324,8 @@ void BracketList::FoldFollowing(Bracket& bracket) {
   copy->floated_out = bracket.floated_out;
   copy->next = bracket.next;
   bracket.merge_copy = std::move(copy);
-  for (const Entry& entry : next.entries) bracket.entries.push_back(entry);
+  for (const Entry& entry : next.entries)
+    bracket.entries.push_back(entry);
   bracket.free_count += next.free_count;
   bracket.saved_next = bracket.next;
   bracket.next = nullptr;

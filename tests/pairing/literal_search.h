@@ -12,7 +12,8 @@
 namespace tarvendo::literal {
 
 // The pairing rules done step by step, by trial: slow, and as plain as the rules are told. What the
-// program's quick search finds is compared with this. Codes, modes and levels are the plain numbers.
+// program's quick search finds is compared with this. Codes, modes and levels are the plain
+// numbers.
 
 struct Entry {
   bool absent = false;
@@ -55,8 +56,8 @@ class BracketList {
   std::vector<const Bracket*> Chain() const;
   bool GaveUp() const { return timed_out_; }
 
-  /// After a search that gave up: searches again, without the repetitions of the full pass, which are
-  /// identical to it.
+  /// After a search that gave up: searches again, without the repetitions of the full pass, which
+  /// are identical to it.
   int PairAllWithoutRepetitions();
 
  private:

@@ -76,7 +76,8 @@ PairingField RandomTourney::Field() const {
     contenders[i].colour_state = round_ == rounds_ ? int{kNoColourWish} : colour_states_[i];
   }
   PairingField field(std::move(contenders), sub_rounds_);
-  for (const auto& [white, black] : met_) field.AddMeeting(white, black);
+  for (const auto& [white, black] : met_)
+    field.AddMeeting(white, black);
   return field;
 }
 

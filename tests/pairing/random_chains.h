@@ -22,14 +22,15 @@ class Dice {
   std::mt19937_64 engine_;
 };
 
-/// A field without a history that could have led to it: anybody may have met anybody, with any wishes.
+/// A field without a history that could have led to it: anybody may have met anybody, with any
+/// wishes.
 PairingField RandomField(Dice& dice, int players);
 
 /// Splits the players into brackets of random sizes, in a random order.
 std::vector<std::vector<int>> RandomSplit(Dice& dice, int players);
 
-/// A tourney of random results, paired from outside round by round: games may be forfeited before they are
-/// played, and some stay unplayed.
+/// A tourney of random results, paired from outside round by round: games may be forfeited before
+/// they are played, and some stay unplayed.
 class RandomTourney {
  public:
   RandomTourney(Dice& dice, int players, int rounds, int sub_rounds);
@@ -41,7 +42,8 @@ class RandomTourney {
   /// What the pairing of the current round knows.
   PairingField Field() const;
 
-  /// Plays the pairs (White, Black) of the current round with random results and goes on to the next one.
+  /// Plays the pairs (White, Black) of the current round with random results and goes on to the
+  /// next one.
   void Play(const std::vector<std::pair<int, int>>& pairs);
 
  private:
