@@ -1,0 +1,119 @@
+#include "pairing/bracket_list.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+#include "base/log.h"
+#include "base/text.h"
+#include "pairing/chain_search.h"
+#include "pairing/tourney_field.h"
+#include "platform/clock.h"
+#include "tourney/tourney.h"
+
+namespace tarvendo {
+namespace {
+
+std::string NameOf(const Tourney& tourney, int number) {
+  const Player* player = tourney.FindParticipant(number);
+  return player == nullptr ? std::string() : player->texts.name;
+}
+
+std::string HeaderText(const Tourney& tourney, const Bracket& bracket) {
+  const Player* first = tourney.FindParticipant(bracket.Entries().front().number);
+  const int half_points = first == nullptr ? 0 : first->points / 2;
+  return Format("\nBracket %2d (%d.%d)\n", bracket.number, half_points / 2, half_points % 2 * 5);
+}
+
+std::string EntryText(const Tourney& tourney, const BracketEntry& entry) {
+  std::string text = Format("    %2d. %-15s", entry.number, NameOf(tourney, entry.number).c_str());
+  if (entry.IsPaired()) {
+    text += Format(" - %2d. %s", entry.partner, NameOf(tourney, entry.partner).c_str());
+  }
+  if (entry.absent) text += "      ABSENT";
+  return text + "\n";
+}
+
+bool HasUnpairedEntry(const Bracket& bracket) {
+  return std::any_of(bracket.Entries().begin(), bracket.Entries().end(),
+                     [](const BracketEntry& entry) { return entry.IsFree(); });
+}
+
+/// The games of a pair: one in every sub-round, the colours by turns.
+void AddGamesOf(Tourney& tourney, ColouredPair pair) {
+  for (int sub_round = 1; sub_round <= tourney.settings.sub_rounds; ++sub_round) {
+    tourney.AddGame(pair.white, pair.black, tourney.round, sub_round);
+    std::swap(pair.white, pair.black);
+  }
+}
+
+void CreateGamesOf(Tourney& tourney, Bracket& bracket, ColourToggle& toggle) {
+  if (HasUnpairedEntry(bracket)) PrintText(BracketText(tourney, bracket));
+  for (const ColouredPair& pair : TakePairs(bracket, toggle))
+    AddGamesOf(tourney, pair);
+}
+
+}  // namespace
+
+BracketList::BracketList(Tourney& tourney)
+    : clock([&host_clock = tourney.GetHost().clock] { return host_clock.Now(); }) {}
+
+bool CreateBrackets(const PairingField& field, BracketList& brackets, int width, BracketMode mode) {
+  brackets.chain = MakeBrackets(field, width, mode);
+  if (brackets.chain.empty()) return false;
+  if (mode != BracketMode::kOneBig) {
+    Print("%d brackets created.\n", static_cast<int>(brackets.chain.size()));
+  }
+  return true;
+}
+
+bool CreateBrackets(const Tourney& tourney, BracketList& brackets, int width, BracketMode mode) {
+  return CreateBrackets(MakePairingField(tourney), brackets, width, mode);
+}
+
+void ShowBrackets(const Tourney& tourney, const BracketList& brackets) {
+  std::string text;
+  for (const Bracket& bracket : brackets.chain)
+    text += BracketText(tourney, bracket);
+  if (!text.empty()) PrintText(text);
+}
+
+std::string BracketText(const Tourney& tourney, const Bracket& bracket) {
+  if (bracket.Size() == 0) return std::string();
+  std::string text = HeaderText(tourney, bracket);
+  for (const BracketEntry& entry : bracket.Entries())
+    text += EntryText(tourney, entry);
+  return text;
+}
+
+bool PairAll(const PairingField& field, BracketList& brackets) {
+  const PairingCode code = PairBracketChain(field, brackets.chain, brackets.clock);
+  if (code == PairingCode::kTimeOut) {
+    Print("\n*********************\nTimeout!!!\n*********************\n\n");
+  }
+  return code == PairingCode::kPaired;
+}
+
+void CreateGames(Tourney& tourney, BracketList& brackets) {
+  for (Bracket& bracket : brackets.chain)
+    CreateGamesOf(tourney, bracket, brackets.toggle);
+}
+
+bool PairBracket(Tourney& tourney, BracketList& brackets, int number) {
+  const auto bracket =
+      std::find_if(brackets.chain.begin(), brackets.chain.end(),
+                   [&](const Bracket& candidate) { return candidate.number == number; });
+  if (bracket == brackets.chain.end()) {
+    Print("No bracket number %d found!\n", number);
+    return false;
+  }
+  if (!PairSingleBracket(MakePairingField(tourney), *bracket, brackets.clock)) {
+    Print("Pairing failed!\n");
+    return false;
+  }
+  PrintText(BracketText(tourney, *bracket));
+  CreateGamesOf(tourney, *bracket, brackets.toggle);
+  return true;
+}
+
+}  // namespace tarvendo

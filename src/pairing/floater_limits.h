@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "pairing/bracket.h"
+
+namespace tarvendo {
+
+/// How many floaters can leave each bracket of the rest of a chain, at the most.
+///
+/// Pairs take players in twos, so the number of floaters that leave a bracket is odd or even
+/// whatever is chosen: as the number of players is up to and with that bracket. A search with up to
+/// k floaters hands on to the next bracket the largest number within k of that parity, and the next
+/// one the largest within that; a bracket whose first pass works needs one floater or none.
+class FloaterLimits {
+ public:
+  /// For the brackets from `first` (0-based) on; floaters already in that one are among its
+  /// entries. `most` is k; the first pass alone has 0.
+  FloaterLimits(const std::vector<Bracket>& brackets, std::size_t first, std::size_t most);
+
+  /// The most floaters that leave the bracket at that place of the chain (0-based, from `first`
+  /// on).
+  std::size_t Of(std::size_t place) const { return limits_[place - first_]; }
+
+  /// The farthest bracket (0-based) in which a floater that arrives in the bracket `place` can be
+  /// paired.
+  ///
+  /// Somebody who came as a floater and is moved on leaves his place in the list of arrivals
+  /// (bracket_task.h). The floaters before him must then pair the bracket down to two players,
+  /// which only works in a small one.
+  std::size_t FarthestFrom(std::size_t place) const { return farthest_[place - first_]; }
+
+  /// Whether every player can reach the last bracket.
+  bool ReachEverything() const;
+
+ private:
+  void SetLimits(const std::vector<Bracket>& brackets, std::size_t most);
+  void SetFarthest(const std::vector<Bracket>& brackets);
+  bool CanPassThrough(const std::vector<Bracket>& brackets, std::size_t place) const;
+
+  std::size_t first_;
+  std::vector<std::size_t> limits_;
+  std::vector<std::size_t> farthest_;
+};
+
+/// How many floaters TryFloatDown tries in a bracket of so many entries: `first`, which is 0 or 1,
+/// and then every second number up to `most`. The first number that reaches the entries or exceeds
+/// half of them is the last.
+std::vector<std::size_t> FloaterCounts(std::size_t entries, std::size_t first, std::size_t most);
+
+}  // namespace tarvendo

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <utility>
+
+namespace tarvendo {
+
+/// The time that one search may take. Read by one thread.
+class PairingClock {
+ public:
+  using SecondsSource = std::function<std::int64_t()>;
+  static constexpr int kDefaultLimit = 10;
+
+  /// `now` gives whole seconds.
+  explicit PairingClock(SecondsSource now) : now_(std::move(now)) {}
+
+  /// Sets the limit in seconds; 0 and less stand for the default of 10.
+  void SetLimit(int seconds) { limit_ = seconds > 0 ? seconds : kDefaultLimit; }
+  int Limit() const { return limit_; }
+
+  /// Starts the time anew and forgets that it had run out.
+  void Restart() {
+    start_ = now_();
+    is_timed_out_ = false;
+    checks_ = 0;
+  }
+
+  /// Whether more than the limit has passed since the start. Once out, it stays out until Restart.
+  bool IsTimedOut() {
+    if (!is_timed_out_ && now_() - start_ > limit_) is_timed_out_ = true;
+    return is_timed_out_;
+  }
+
+  /// The same, counting the check.
+  bool CountedIsTimedOut() {
+    ++checks_;
+    return IsTimedOut();
+  }
+
+  /// How many counted checks there were since the start.
+  std::int64_t Checks() const { return checks_; }
+
+ private:
+  SecondsSource now_;
+  int limit_ = kDefaultLimit;
+  std::int64_t start_ = 0;
+  bool is_timed_out_ = false;
+  std::int64_t checks_ = 0;
+};
+
+}  // namespace tarvendo

@@ -1,0 +1,40 @@
+#include "pairing/tourney_field.h"
+
+#include <utility>
+#include <vector>
+
+#include "tourney/colour_state.h"
+#include "tourney/history.h"
+#include "tourney/tourney.h"
+
+namespace tarvendo {
+namespace {
+
+void AddMeetings(const Tourney& tourney, const Player& player, PairingField& field) {
+  for (const int index : player.games) {
+    const Game* game = tourney.GameAt(index);
+    if (game == nullptr || !game->IsReady() || !game->IsPlayedBy(player.number)) continue;
+    const int opponent = game->white == player.number ? game->black : game->white;
+    if (tourney.FindParticipant(opponent) != nullptr) field.AddMeeting(player.number, opponent);
+  }
+}
+
+}  // namespace
+
+PairingField MakePairingField(const Tourney& tourney) {
+  const bool is_last_round = IsLastSwissRound(tourney);
+  std::vector<Contender> contenders;
+  for (const Player& player : tourney.Participants()) {
+    Contender contender;
+    contender.points = player.points;
+    contender.has_game_in_round = HasGameInRound(tourney, player, tourney.round, false);
+    contender.colour_state = is_last_round ? int{kNoColourWish} : player.colour_state;
+    contenders.push_back(contender);
+  }
+  PairingField field(std::move(contenders), tourney.settings.sub_rounds);
+  for (const Player& player : tourney.Participants())
+    AddMeetings(tourney, player, field);
+  return field;
+}
+
+}  // namespace tarvendo
