@@ -1,0 +1,50 @@
+// Any bytes as a tourney file: it is loaded or refused, and what was loaded can be shown, played on
+// and saved, and comes back as it was.
+#include "fakes/captured_log.h"
+#include "fuzz_input.h"
+#include "reports/table_driver.h"
+#include "runner/collect.h"
+#include "runner/spool.h"
+#include "tourney/game_list.h"
+#include "tourney/participants.h"
+#include "tourney/tourney.h"
+
+using namespace tarvendo;
+
+namespace {
+
+/// Values that hold a line of 255 characters or more, or a NUL byte, do not survive a save.
+void DemandSameAfterReload(Tourney& tourney, CapturedLog& machine) {
+  tourney.settings.save_file = "/t/once";
+  Demand(tourney.Save("/t/once"));
+  Tourney once(machine.host, "/nowhere/");
+  Demand(once.Load("/t/once"));
+  Demand(once.Save("/t/twice"));
+  Tourney twice(machine.host, "/nowhere/");
+  Demand(twice.Load("/t/twice"));
+  Demand(twice.ContentText() == once.ContentText());
+}
+
+void UseEverything(Tourney& tourney) {
+  ListGames(tourney, GameFilter());
+  ShowParticipants(tourney, 0);
+  CollectAll(tourney);
+  SpoolAll(tourney);
+  WriteTable(tourney, "stdout", TextTableDefaults());
+  WriteTable(tourney, "/t/table.htm", HtmlTableDefaults(tourney));
+  if (!tourney.Participants().empty()) RemoveParticipant(tourney, 1);
+  RemoveGames(tourney, GameFilter());
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  CapturedLog machine;
+  machine.files.MakeDirectory("/t");
+  machine.files.Put("/t/fuzzed", "TOURNEY_FILE\n" + FuzzText(data, size));
+  Tourney tourney(machine.host, "/nowhere/");
+  Demand(tourney.Load("/t/fuzzed"));
+  DemandSameAfterReload(tourney, machine);
+  UseEverything(tourney);
+  return 0;
+}
