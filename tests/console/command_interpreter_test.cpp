@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "console/typed_commands.h"
+#include "runner/runner.h"
 #include "runner/spool.h"
 
 namespace tarvendo {
@@ -180,6 +181,29 @@ TEST_F(Interpreter, ALoadedTourneyWithAutoSaveIsSavedUnderItsOwnName) {
   machine.files.Put("/t/copy.ini", text);
   EXPECT_EQ(Type("load /t/copy.ini"), "Tourney loaded.\n");
   EXPECT_EQ(machine.files.Bytes("/t/own.ini"), text);
+}
+
+// What this shows is shown by the build that watches the threads.
+TEST_F(Interpreter, CommandsAndTheRunnerWorkOnOneTourney) {
+  AddGames(8);
+  machine.processes.on_batch = [this](const std::string& batch) {
+    machine.files.Put("/t/winboard.debug", "1\n2\n3\n4\n5\nGameEnds(27, Black mates, 6)\n");
+    PutPgn(batch[batch.find('g') + 1] - '0', "1-0");
+    return true;
+  };
+  Runner runner(tourney, brackets);
+  ASSERT_TRUE(runner.StartThreads());
+  Type("set autorun on");
+  Type("run");
+  for (int i = 0; i < 10; ++i) {
+    for (const char* line : {"showg", "get all", "set name My Cup", "run 10:00", "run c", "geta",
+                             "tex", "save /t/s.ini", "hou", "cd /t", "dir"})
+      Type(line);
+  }
+  runner.AwaitIdle();
+  Type("geta");
+  const std::lock_guard lock(tourney.Lock());
+  EXPECT_EQ(tourney.games_state, 3);
 }
 
 }  // namespace
