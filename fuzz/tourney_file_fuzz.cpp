@@ -25,7 +25,14 @@ void DemandSameAfterReload(Tourney& tourney, CapturedLog& machine) {
   Demand(twice.ContentText() == once.ContentText());
 }
 
+/// A file may announce thousands of participants, which are read as empty ones; their table is
+/// large, but nothing new.
+constexpr std::size_t kMostParticipants = 50;
+
 void UseEverything(Tourney& tourney) {
+  if (tourney.Participants().size() > kMostParticipants) {
+    tourney.Participants().resize(kMostParticipants);
+  }
   ListGames(tourney, GameFilter());
   ShowParticipants(tourney, 0);
   CollectAll(tourney);
