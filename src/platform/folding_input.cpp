@@ -4,7 +4,7 @@ namespace tarvendo {
 
 int FoldingInput::Peek() {
   if (next_ == filled_ && !at_end_) {
-    next_ = 0;
+    next_ = filled_ = 0;  // Also when Fill throws.
     filled_ = Fill(buffer_.data(), buffer_.size());
     at_end_ = filled_ == 0;
   }

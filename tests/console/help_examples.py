@@ -19,6 +19,7 @@ import tempfile
 ENGINES = [("Alpha", "strong"), ("Beta", "strong fast"), ("Gamma", "fast"), ("Delta", "")]
 INDENT = "    "
 QUESTIONS = ("Name", "Dir", "InitString", "WhiteOptions", "BlackOptions", "ProgramExe", "Group")
+MARK = "@@@"
 SECONDS = 60
 
 
@@ -62,15 +63,24 @@ def player_file():
     return "PLAYER_FILE\n" + "\n".join(blocks)
 
 
-def run(program, help_file, typed):
-    """What the program prints, cut at its prompts: a text for each typed command."""
+def script(parts, before):
+    """The lines of a script that types everything, with a mark behind each command."""
+    lines = list(before)
+    for number, (typed, _) in enumerate(parts):
+        lines += ["echo %s%d" % (MARK, number)] + typed
+    return "".join(line + "\n" for line in lines + ["quit"])
+
+
+def run(program, help_file, lines):
+    """What the program prints while it runs a script of these lines."""
     with tempfile.TemporaryDirectory() as directory:
         copy = os.path.join(directory, os.path.basename(program))
         shutil.copy(program, copy)
         shutil.copy(help_file, os.path.join(directory, "TourneyHelp.txt"))
-        with open(os.path.join(directory, "engines.txt"), "w", encoding="ascii") as file:
-            file.write(player_file())
-        result = subprocess.run([copy], input="".join(line + "\n" for line in typed), cwd=directory,
+        for name, text in (("engines.txt", player_file()), ("script.txt", lines)):
+            with open(os.path.join(directory, name), "w", encoding="ascii") as file:
+                file.write(text)
+        result = subprocess.run([copy, "script.txt"], cwd=directory, stdin=subprocess.DEVNULL,
                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
                                 timeout=SECONDS, check=False)
     return result.stdout
@@ -109,22 +119,10 @@ def check_topic(program, help_file, name, lines):
         print("%s: no example" % name)
         return 1
     before = [] if parts[0][0][0].startswith("readplayers") else ["readplayers engines.txt"]
-    typed = before + [line for part in parts for line in part[0]] + ["quit"]
-    # The first piece is the banner, then comes one for every command.
-    pieces = re.split(r"\n> (?!\n> )", run(program, help_file, typed))[1 + len(before):]
-    return compare(name, parts, merge_runner_prompts(pieces, parts))
-
-
-def merge_runner_prompts(pieces, parts):
-    """Joins the piece that the runner's own prompt cuts off to the command that it belongs to."""
-    merged = []
-    for piece in pieces:
-        if merged and piece == "" and re.match("(run|stop)$", parts[len(merged) - 1][0][0]):
-            continue
-        merged.append(piece)
-        if len(merged) == len(parts):
-            break
-    return merged
+    output = run(program, help_file, script(parts, before))
+    # The last line that a shell command prints is always shown twice, so each mark is, too.
+    pieces = re.split(r"%s\d+\n%s\d+\n" % (MARK, MARK), output)[1:]
+    return compare(name, parts, pieces)
 
 
 def compare(name, parts, pieces):

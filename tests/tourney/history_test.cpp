@@ -1,0 +1,84 @@
+#include "tourney/history.h"
+
+#include "tourney/small_tourney.h"
+
+namespace tarvendo {
+namespace {
+
+class HistoryTest : public TourneyTest {
+ protected:
+  HistoryTest() { Enter({"A", "B", "C"}); }
+
+  const Player& One() { return *tourney.FindParticipant(1); }
+};
+
+TEST_F(HistoryTest, EverybodyHasMetHimself) {
+  EXPECT_TRUE(HasMet(tourney, One(), 1));
+}
+
+TEST_F(HistoryTest, AReadyGameInEitherColourIsAMeeting) {
+  AddReady(1, 2, kDraw);
+  AddReady(3, 1, kUnknown);
+  EXPECT_TRUE(HasMet(tourney, One(), 2));
+  EXPECT_TRUE(HasMet(tourney, One(), 3));
+  EXPECT_FALSE(HasMet(tourney, *tourney.FindParticipant(2), 3));
+}
+
+TEST_F(HistoryTest, AGameThatIsNotReadyIsNoMeeting) {
+  Add(1, 2);
+  Add(1, 3).status = kSpooled;
+  EXPECT_FALSE(HasMet(tourney, One(), 2));
+  EXPECT_FALSE(HasMet(tourney, One(), 3));
+}
+
+TEST_F(HistoryTest, AGameThatBothLoseIsAMeeting) {
+  AddReady(1, 2, kBothLose);
+  EXPECT_TRUE(HasMet(tourney, One(), 2));
+}
+
+TEST_F(HistoryTest, AGameInTheRoundIsFound) {
+  Add(1, 2, 3);
+  EXPECT_TRUE(HasGameInRound(tourney, One(), 3, false));
+  EXPECT_FALSE(HasGameInRound(tourney, One(), 3, true));
+  EXPECT_FALSE(HasGameInRound(tourney, One(), 2, false));
+  tourney.Games()[0].status = kReady;
+  EXPECT_TRUE(HasGameInRound(tourney, One(), 3, true));
+}
+
+TEST_F(HistoryTest, OnlyTheFirstGameOfTheRoundCounts) {
+  Add(1, 2, 1, 1);
+  AddReady(2, 1, kDraw, 1);
+  EXPECT_FALSE(HasGameInRound(tourney, One(), 1, true));
+  std::swap(tourney.Games()[0].status, tourney.Games()[1].status);
+  EXPECT_TRUE(HasGameInRound(tourney, One(), 1, true));
+}
+
+TEST_F(HistoryTest, ARoundIsCompleteWithAGameForEverySubRound) {
+  tourney.settings.sub_rounds = 2;
+  Add(1, 2, 1, 1);
+  EXPECT_FALSE(RoundComplete(tourney, One(), 1, false));
+  AddReady(2, 1, kDraw, 1);
+  EXPECT_TRUE(RoundComplete(tourney, One(), 1, false));
+  EXPECT_FALSE(RoundComplete(tourney, One(), 1, true));
+  tourney.Games()[0].status = kReady;
+  EXPECT_TRUE(RoundComplete(tourney, One(), 1, true));
+}
+
+TEST_F(HistoryTest, NoSubRoundsCountAsOne) {
+  for (const int sub_rounds : {0, -3}) {
+    tourney.settings.sub_rounds = sub_rounds;
+    EXPECT_FALSE(RoundComplete(tourney, *tourney.FindParticipant(3), 1, false));
+  }
+  Add(1, 2);
+  EXPECT_TRUE(RoundComplete(tourney, One(), 1, false));
+}
+
+TEST_F(HistoryTest, PlacesThatNoGameHasAreLeftOut) {
+  tourney.FindParticipant(1)->games = {-1, 5, 2147483647, -2147483647};
+  EXPECT_FALSE(HasMet(tourney, One(), 2));
+  EXPECT_FALSE(HasGameInRound(tourney, One(), 0, false));
+  EXPECT_FALSE(RoundComplete(tourney, One(), 0, false));
+}
+
+}  // namespace
+}  // namespace tarvendo

@@ -1,0 +1,58 @@
+#include "tourney/tourney_lock.h"
+
+#include <gtest/gtest.h>
+
+#include <mutex>
+#include <thread>
+
+#include "platform/faults.h"
+
+namespace tarvendo {
+namespace {
+
+TEST(TourneyLock, OnlyOneThreadHoldsItAtATime) {
+  TourneyLock lock;
+  int counter = 0;
+  const auto count = [&] {
+    for (int i = 0; i < 1000; ++i) {
+      const std::lock_guard guard(lock);
+      ++counter;
+    }
+  };
+  std::thread other(count);
+  count();
+  other.join();
+  EXPECT_EQ(counter, 2000);
+}
+
+TEST(TourneyLock, ABrokenLockThrowsInsteadOfWaitingForTheDead) {
+  TourneyLock lock;
+  lock.lock();
+  lock.Break();
+  EXPECT_THROW(lock.lock(), Terminated);
+}
+
+TEST(TourneyLock, AThreadThatWaitsLearnsThatTheLockIsBroken) {
+  TourneyLock lock;
+  lock.lock();
+  bool learned = false;
+  std::thread waiting([&] {
+    try {
+      lock.lock();
+    } catch (const Terminated&) {
+      learned = true;
+    }
+  });
+  lock.Break();
+  waiting.join();
+  EXPECT_TRUE(learned);
+}
+
+TEST(TourneyLock, AFreeLockCanBeBrokenToo) {
+  TourneyLock lock;
+  lock.Break();
+  EXPECT_THROW(lock.lock(), Terminated);
+}
+
+}  // namespace
+}  // namespace tarvendo
