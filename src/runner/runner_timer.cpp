@@ -1,5 +1,7 @@
 #include "runner/runner_timer.h"
 
+#include <mutex>
+
 #include "platform/clock.h"
 #include "runner/runner_switch_commands.h"
 #include "tourney/tourney.h"
@@ -12,6 +14,9 @@ constexpr std::chrono::milliseconds kPollInterval{2000};
 }  // namespace
 
 std::chrono::milliseconds RunnerTimer::Pass() {
+  // Under the lock no game begins before its start has been told, and no time comes before it has
+  // been set.
+  const std::lock_guard lock(tourney_.Lock());
   const long long now = tourney_.GetHost().clock.Now();
   if (tourney_.Switch().TakeStartTime(now)) {
     StartRunner(tourney_);
