@@ -223,9 +223,15 @@ bool FileHolds(const std::string& name, const std::string& text) {
   return TextOf(name).find(text) != std::string::npos;
 }
 
-/// An underline stands for a blank: a script that awaits a text in the log must not find its own line there.
+/// An underline stands for a blank: a script that awaits a text in the log must not find its own
+/// line there.
 std::string WithBlanks(std::string text) {
   std::replace(text.begin(), text.end(), '_', ' ');
+  return text;
+}
+
+std::string WithLineFeeds(std::string text) {
+  std::replace(text.begin(), text.end(), '~', '\n');
   return text;
 }
 
@@ -244,6 +250,10 @@ bool ServeScript(const Words& words) {
     Remove(file);
   } else if (Has(words, "/write")) {
     WriteFile(file, text + "\n");
+  } else if (Has(words, "/print")) {
+    std::cout << WithLineFeeds(text);
+  } else if (Has(words, "/show")) {
+    std::cout << TextOf(file);
   } else if (Has(words, "/copy")) {
     WriteFile(ValueOf(words, "/to="), TextOf(file));
   } else if (Has(words, "/ncp")) {

@@ -1,0 +1,1 @@
+@echo the program rem was run
