@@ -34,6 +34,7 @@ class Setup:
         self.quick = False  # the program whose clock does not wait
         self.winboard = False  # the stub lies beside the program
         self.host = ""  # the only host that this transcript is for
+        self.directory = "."  # where the program is started, seen from the directory of the run
         self.ignored = []  # patterns of files whose content does not matter
         path = folder / "setup"
         for line in path.read_text().splitlines() if path.exists() else []:
@@ -42,6 +43,8 @@ class Setup:
                 setattr(self, word, True)
             elif word == "host":
                 self.host = value
+            elif word == "start_in":
+                self.directory = value
             elif word == "ignore":
                 self.ignored.append(value)
             elif word and not word.startswith("#"):
@@ -151,7 +154,7 @@ class Transcript:
         command = self.options.launcher.split() + [str(self.program)] + words
         process = subprocess.Popen(
             command,
-            cwd=self.scratch,
+            cwd=self.scratch / self.setup.directory,
             env=self.environment(),
             stdin=subprocess.PIPE,
             stdout=subprocess.PIPE,
@@ -194,7 +197,7 @@ class Transcript:
         return found
 
     def is_passed_over(self, name):
-        if name == "Tarvendo.log" or re.fullmatch(r"script(\.\d)?\.txt", name):
+        if re.fullmatch(r"(.*/)?Tarvendo\.log|script(\.\d)?\.txt", name):
             return True
         return any(fnmatch.fnmatch(name, pattern) for pattern in self.setup.ignored)
 
@@ -207,7 +210,7 @@ class Transcript:
             console += self.run_once(*paths)
         seen = {"expected.txt": fold(console, self.scratch)}
         if (self.folder / "expected.log").exists():
-            log = self.scratch / "Tarvendo.log"
+            log = self.scratch / self.setup.directory / "Tarvendo.log"
             seen["expected.log"] = fold(log.read_bytes(), self.scratch) if log.exists() else b""
         if (self.folder / "expected_stderr.txt").exists():
             seen["expected_stderr.txt"] = fold(self.stderr, self.scratch)
