@@ -60,9 +60,8 @@ Plan PlanByNumber(const GameKey& key) {
 
 }  // namespace
 
-Plan ReadPlan(const GameKey& key, const std::string& program_directory) {
+Plan ReadPlan(const GameKey& key) {
   std::ifstream file(kPlanFile);
-  if (!file) file.open(program_directory + kPlanFile);
   const std::vector<PlanLine> lines = ReadLines(file);
   const auto fits = [&](const PlanLine& line) {
     return line.key == key.name || line.key == key.white + "-" + key.black || line.key == "*";

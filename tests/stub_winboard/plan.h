@@ -22,11 +22,11 @@ struct GameKey {
   int play = 1;  ///< how many times the game has been started, this time included
 };
 
-/// The plan for a game, from "stub_plan.txt" in the current directory or, when there is none, in
-/// `program_directory`. Each line is a key ("g7", "alpha-beta" or "*") and the words that hold for
-/// it; the first key that fits counts. When it stands on several lines, the first is for the first
-/// time the game is played, and so on; the last one holds for ever. A game without a plan is drawn
-/// when its number is divisible by three, else won by White (remainder 1) or Black (remainder 2).
-Plan ReadPlan(const GameKey& key, const std::string& program_directory);
+/// The plan for a game, from "stub_plan.txt" in the current directory. Each line is a key ("g7",
+/// "alpha-beta" or "*") and the words that hold for it; the first key that fits counts. When it
+/// stands on several lines, the first is for the first time the game is played, and so on; the last
+/// one holds for ever. A game without a plan is drawn when its number is divisible by three, else
+/// won by White (remainder 1) or Black (remainder 2).
+Plan ReadPlan(const GameKey& key);
 
 }  // namespace stub

@@ -205,7 +205,7 @@ class Player {
   std::string pgn_file_;
 };
 
-int PlayGame(const Words& words, const std::string& program_directory) {
+int PlayGame(const Words& words) {
   const std::string pgn_file = HostName(ValueOf(words, "/sgf="));
   GameKey key;
   key.name = std::filesystem::path(pgn_file).stem().string();
@@ -214,7 +214,7 @@ int PlayGame(const Words& words, const std::string& program_directory) {
   key.play = PlaysSoFar(key.name) + 1;
   NoteWords(key, words);
   WriteFile(kRunningFile, "");
-  const int exit_code = Player(key, ReadPlan(key, program_directory), pgn_file).Play();
+  const int exit_code = Player(key, ReadPlan(key), pgn_file).Play();
   Remove(kRunningFile);
   return exit_code;
 }
@@ -238,12 +238,14 @@ std::string WithLineFeeds(std::string text) {
 /// What a script asks for through the shell, in words that every host's shell hands on alike.
 /// Nothing for a game to be played.
 bool ServeScript(const Words& words) {
-  const std::string file = ValueOf(words, "/file=");
+  const std::string file = HostName(ValueOf(words, "/file="));
   const std::string text = WithBlanks(ValueOf(words, "/text="));
   if (Has(words, "/touch")) {
     WriteFile(file, "");
-  } else if (Has(words, "/await")) {
-    if (!Await([&] { return text.empty() ? Exists(file) : FileHolds(file, text); })) {
+  } else if (Has(words, "/await") || Has(words, "/gone")) {
+    const bool wanted = Has(words, "/await");
+    const auto is_there = [&] { return text.empty() ? Exists(file) : FileHolds(file, text); };
+    if (!Await([&] { return is_there() == wanted; })) {
       std::cout << "waited for " << file << " in vain\n";
     }
   } else if (Has(words, "/remove")) {
@@ -255,7 +257,7 @@ bool ServeScript(const Words& words) {
   } else if (Has(words, "/show")) {
     std::cout << TextOf(file);
   } else if (Has(words, "/copy")) {
-    WriteFile(ValueOf(words, "/to="), TextOf(file));
+    WriteFile(HostName(ValueOf(words, "/to=")), TextOf(file));
   } else if (Has(words, "/ncp")) {
     for (const std::string& word : words)
       std::cout << word << "\n";
@@ -271,8 +273,5 @@ bool ServeScript(const Words& words) {
 int main(int count, char** words) {
   const std::vector<std::string> given = stub::CommandWords(count, words);
   if (stub::ServeScript(given)) return 0;
-  const std::string program = count > 0 ? words[0] : "";
-  const std::size_t separator = program.find_last_of("/\\");
-  return stub::PlayGame(given,
-                        separator == std::string::npos ? "" : program.substr(0, separator + 1));
+  return stub::PlayGame(given);
 }

@@ -17,6 +17,7 @@ import shutil
 import signal
 import subprocess
 import sys
+import tempfile
 
 SKIPPED = 77
 TOKEN = "{DIR}"
@@ -71,6 +72,11 @@ def shown(data):
     """Text for a human: bytes that are no text as \\x escapes."""
     text = data.decode("ascii", "backslashreplace")
     return "".join(c if c.isprintable() or c == "\n" else f"\\x{ord(c):02x}" for c in text)
+
+
+def everything_in(file):
+    file.seek(0)
+    return file.read()
 
 
 def difference(what, expected, actual):
@@ -152,23 +158,33 @@ class Transcript:
         typed = keyboard.read_bytes() if keyboard.exists() else b""
         typed = typed.replace(TOKEN.encode(), os.fsencode(self.native_scratch()))
         command = self.options.launcher.split() + [str(self.program)] + words
+        # Not through pipes: a game that goes on after the program's end would hold them open.
+        with tempfile.TemporaryFile() as typing, tempfile.TemporaryFile() as out:
+            with tempfile.TemporaryFile() as err:
+                typing.write(typed)
+                typing.seek(0)
+                note = self.await_end(command, typing, out, err)
+                self.stderr += everything_in(err)
+            return everything_in(out) + note
+
+    def await_end(self, command, typing, out, err):
+        """Runs a command to its end; returns what is to be said of it."""
         process = subprocess.Popen(
             command,
             cwd=self.scratch / self.setup.directory,
             env=self.environment(),
-            stdin=subprocess.PIPE,
-            stdout=subprocess.PIPE,
-            stderr=subprocess.PIPE,
+            stdin=typing,
+            stdout=out,
+            stderr=err,
             start_new_session=True,
         )
         try:
-            out, err = process.communicate(typed, TIMEOUT_SECONDS)
+            process.wait(TIMEOUT_SECONDS)
         except subprocess.TimeoutExpired:
             os.killpg(process.pid, signal.SIGKILL)
-            out, err = process.communicate()
-            out += b"\n*** the program did not end ***\n"
-        self.stderr += err
-        return out + self.exit_note(process.returncode)
+            process.wait()
+            return b"\n*** the program did not end ***\n"
+        return self.exit_note(process.returncode)
 
     @staticmethod
     def exit_note(code):
