@@ -34,13 +34,14 @@ class Setup:
     def __init__(self, folder):
         self.quick = False  # the program whose clock does not wait
         self.winboard = False  # the stub lies beside the program
+        self.leaks = False  # a machine fault leaves behind what it interrupted
         self.host = ""  # the only host that this transcript is for
         self.directory = "."  # where the program is started, seen from the directory of the run
         self.ignored = []  # patterns of files whose content does not matter
         path = folder / "setup"
         for line in path.read_text().splitlines() if path.exists() else []:
             word, _, value = line.partition(" ")
-            if word in ("quick", "winboard"):
+            if word in ("quick", "winboard", "leaks"):
                 setattr(self, word, True)
             elif word == "host":
                 self.host = value
@@ -198,6 +199,8 @@ class Transcript:
         for name in ("ASAN_OPTIONS", "TSAN_OPTIONS", "UBSAN_OPTIONS"):
             environment[name] = os.environ.get(name, "") + ":exitcode=66"
         environment["ASAN_OPTIONS"] += ":handle_abort=0:allow_user_segv_handler=1"
+        if self.setup.leaks:
+            environment["ASAN_OPTIONS"] += ":detect_leaks=0"
         return environment
 
     def files_there(self):
