@@ -1,1 +1,0 @@
-@echo the program rem was run
