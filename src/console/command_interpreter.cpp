@@ -9,6 +9,7 @@
 #include "console/command_context.h"
 #include "console/command_table.h"
 #include "console/line_input.h"
+#include "platform/faults.h"
 #include "runner/next_game.h"
 #include "tourney/tourney.h"
 
@@ -48,6 +49,7 @@ void CommandInterpreter::RunCommandLoop(LineInput& input, bool with_banner) {
   CommandArgs args;
   if (with_banner) PrintText(Banner());
   while (true) {
+    if (TerminationRequested()) throw Terminated("asked to end between two lines");
     if (input.IsKeyboard()) Print("\n> ");
     const auto read = input.Read();
     if (read && TheLog != nullptr) TheLog->Echo(*read);

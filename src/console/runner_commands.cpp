@@ -13,6 +13,7 @@ namespace tarvendo {
 namespace {
 
 constexpr long long kLargestPart = 99999;  ///< more than any part of a date may be
+constexpr int kLastYear = 2999;            ///< what comes later no host's calendar is sure of
 
 /// The next number of a date or a time, behind `separator` when it is not the first; 0 when it is
 /// missing or negative.
@@ -36,14 +37,14 @@ void ReadTimeOfDay(const std::string& word, CalendarTime& time) {
 }
 
 /// Reads day, month and year; a day or month out of range becomes 1, a year before 2001 becomes
-/// 2010.
+/// 2010, and one that no calendar reaches the last one that every calendar does.
 void ReadDate(const std::string& word, CalendarTime& time) {
   Scanner scanner(word);
   const auto from_one = [](int part) { return part == 0 ? 1 : part; };
   time.day = from_one(UpTo(NextPart(scanner, '\0'), 31, 1));
   time.month = from_one(UpTo(NextPart(scanner, '.'), 12, 1));
   const int year = NextPart(scanner, '.');
-  time.year = year < 2001 ? 2010 : year;
+  time.year = year < 2001 ? 2010 : std::min(year, kLastYear);
 }
 
 /// The moment that the words behind Run or Stop mean, in seconds since the epoch.

@@ -101,6 +101,8 @@ void GameRunner::StartGame(Game& game) {
       "\n\n> ");
   if (files.Exists(kDebugFile)) files.Remove(kDebugFile);
   if (!files.IsReadable(game.bat_file)) SpoolGame(tourney_, game);
+  // What is being played must be known to the next start, or it would play the game a second time.
+  if (tourney_.settings.auto_save != 0) AutoSave(tourney_);
   // A batch file that does not start leaves no debug file, which the next pass reports.
   tourney_.GetHost().processes.StartBatch(game.bat_file);
   played_ = {game.number, game.white_player, game.black_player, tourney_.settings.files_path};

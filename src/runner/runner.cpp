@@ -45,13 +45,12 @@ milliseconds Runner::PlayPass() {
     const std::lock_guard guard(mutex_);
     pass = ++passes_begun_;
   }
-  // Looked at before the pass: a start time that has come meanwhile has switched the runner on for
-  // the next one.
-  const bool starts_later = tourney_.Switch().Get().start_time != 0;
+  const std::uint64_t changes = tourney_.Switch().Changes();
   const milliseconds wait = games_.Pass();
-  if (games_.IsIdle() && !starts_later) {
+  if (games_.IsIdle()) {
     const std::lock_guard guard(mutex_);
     idle_pass_ = pass;
+    idle_changes_ = changes;
     changed_.notify_all();
   }
   return wait;
@@ -79,7 +78,13 @@ void Runner::RunPasses(const std::function<milliseconds()>& pass) {
 void Runner::AwaitIdle() {
   std::unique_lock guard(mutex_);
   const std::uint64_t asked = passes_begun_;
-  const auto is_done = [&] { return has_died_ || TerminationRequested() || idle_pass_ > asked; };
+  const auto is_done = [&] {
+    // A pass that was idle before the timer or the user moved the switch says nothing of what comes
+    // now.
+    const bool is_idle = idle_pass_ > asked && idle_changes_ == tourney_.Switch().Changes();
+    return has_died_ || TerminationRequested() ||
+           (is_idle && tourney_.Switch().Get().start_time == 0);
+  };
   // A signal handler cannot notify anybody, so the request to end is looked for now and then.
   Clock& clock = tourney_.GetHost().clock;
   while (!clock.Wait(changed_, guard, kSignalPoll, is_done)) {

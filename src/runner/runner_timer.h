@@ -7,7 +7,7 @@ namespace tarvendo {
 class Tourney;
 
 /// Switches the runner on and off at the times that the user has set. Used by the timer thread
-/// only.
+/// only; a pass takes the tourney's lock.
 class RunnerTimer {
  public:
   explicit RunnerTimer(Tourney& tourney) : tourney_(tourney) {}

@@ -1,0 +1,110 @@
+#pragma once
+
+#include <atomic>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/files.h"
+
+namespace tarvendo {
+
+/// Counts the steps that change files, and ends the process without a word at one of them. The log
+/// does not count: nothing is ever read from it.
+class Countdown {
+ public:
+  /// Ends the process at the step `last` (1-based); 0 never does.
+  explicit Countdown(int last) : left_(last) {}
+
+  /// Whether the step that is about to be made is the last one.
+  bool IsLast() { return --left_ == 0; }
+
+  /// As sudden as a power failure: nothing is flushed, nobody is told.
+  [[noreturn]] static void Die() { std::_Exit(9); }
+
+ private:
+  std::atomic<int> left_;
+};
+
+/// A file that may get half of a text.
+class DyingFile : public OutputFile {
+ public:
+  DyingFile(std::unique_ptr<OutputFile> file, Countdown& countdown)
+      : file_(std::move(file)), countdown_(countdown) {}
+
+  bool Write(std::string_view text) override {
+    if (countdown_.IsLast()) {
+      file_->Write(text.substr(0, text.size() / 2));
+      file_->Flush();
+      Countdown::Die();
+    }
+    return file_->Write(text);
+  }
+  bool Flush() override { return file_->Flush(); }
+  std::int64_t Size() override { return file_->Size(); }
+  bool Close() override {
+    if (countdown_.IsLast()) Countdown::Die();
+    return file_->Close();
+  }
+
+ private:
+  std::unique_ptr<OutputFile> file_;
+  Countdown& countdown_;
+};
+
+/// The real files, up to the step at which the process ends.
+class DyingFileSystem : public FileSystem {
+ public:
+  DyingFileSystem(FileSystem& files, int last_step) : files_(files), countdown_(last_step) {}
+
+  std::optional<std::string> ReadText(const std::string& path) override {
+    return files_.ReadText(path);
+  }
+  std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override {
+    return files_.ReadFrom(path, offset);
+  }
+  std::unique_ptr<OutputFile> Create(const std::string& path) override {
+    if (IsLog(path)) return files_.Create(path);
+    Step();
+    return Wrapped(files_.Create(path));
+  }
+  std::unique_ptr<OutputFile> Append(const std::string& path) override {
+    if (IsLog(path)) return files_.Append(path);
+    Step();
+    return Wrapped(files_.Append(path));
+  }
+  bool Exists(const std::string& path) override { return files_.Exists(path); }
+  bool IsReadable(const std::string& path) override { return files_.IsReadable(path); }
+  bool IsPlainFile(const std::string& path) override { return files_.IsPlainFile(path); }
+  bool Remove(const std::string& path) override {
+    Step();
+    return files_.Remove(path);
+  }
+  bool Rename(const std::string& from, const std::string& to) override {
+    Step();
+    return files_.Rename(from, to);
+  }
+  bool ChangeDirectory(const std::string& path) override { return files_.ChangeDirectory(path); }
+  std::string FullPath(const std::string& path) override { return files_.FullPath(path); }
+
+ private:
+  static bool IsLog(const std::string& path) {
+    return path.find("Tarvendo.log") != std::string::npos;
+  }
+
+  void Step() {
+    if (countdown_.IsLast()) Countdown::Die();
+  }
+
+  std::unique_ptr<OutputFile> Wrapped(std::unique_ptr<OutputFile> file) {
+    if (!file) return nullptr;
+    return std::make_unique<DyingFile>(std::move(file), countdown_);
+  }
+
+  FileSystem& files_;
+  Countdown countdown_;
+};
+
+}  // namespace tarvendo

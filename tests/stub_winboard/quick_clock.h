@@ -1,0 +1,70 @@
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <mutex>
+
+#include "platform/clock.h"
+#include "platform/processes.h"
+
+namespace tarvendo {
+
+/// The clock of a tourney that is over in a second. The time of day stands still; a wait ends when
+/// no batch file that was started is running any more, so that what the program does next never
+/// depends on how fast the machine is. May be used from any thread.
+class QuickClock : public Clock {
+ public:
+  explicit QuickClock(Processes& processes) : processes_(processes) {}
+
+  /// 2001-09-25 12:00:00 UTC, always.
+  std::int64_t Now() override { return 1001419200; }
+
+  bool Wait(std::condition_variable& wake, std::unique_lock<std::mutex>& held,
+            std::chrono::milliseconds span, const std::function<bool()>& done) override {
+    const auto end = std::chrono::steady_clock::now() + span;
+    NotePlayer(span);
+    do {
+      if (wake.wait_for(held, span == kLockedFileWait ? kLongBeat : kBeat, done)) return true;
+      if (GameAsksForLook()) return false;
+    } while (processes_.AnyBatchRunning() && std::chrono::steady_clock::now() < end);
+    return done();
+  }
+
+ private:
+  static constexpr std::chrono::milliseconds kBeat{2};
+  /// A script must have the time to take a held debug file away before the runner speaks of it
+  /// again.
+  static constexpr std::chrono::milliseconds kLockedFileWait{3000};
+  static constexpr std::chrono::milliseconds kLongBeat{100};
+  static constexpr std::chrono::milliseconds kLongestPoll{3000};
+  static constexpr const char* kPauseFile = "stub_pause";
+
+  /// Only the thread that plays the games ever waits longer than a poll.
+  static void NotePlayer(std::chrono::milliseconds span) {
+    if (span > kLongestPoll) IsPlayer() = true;
+  }
+
+  static bool& IsPlayer() {
+    static thread_local bool is_player = false;
+    return is_player;
+  }
+
+  /// Whether the stand-in for WinBoard wants the runner to look at its files in the middle of the
+  /// game. The first wait that sees this ends; the next one tells the stand-in that the look is
+  /// over.
+  static bool GameAsksForLook() {
+    static thread_local bool has_looked = false;
+    std::error_code error;
+    if (!IsPlayer() || !std::filesystem::exists(kPauseFile, error)) return false;
+    has_looked = !has_looked;
+    if (!has_looked) std::filesystem::remove(kPauseFile, error);
+    return has_looked;
+  }
+
+  Processes& processes_;
+};
+
+}  // namespace tarvendo

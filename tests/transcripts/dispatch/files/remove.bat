@@ -1,0 +1,1 @@
+@echo the program remove was run

@@ -1,0 +1,1 @@
+@echo the program res was run

@@ -1,0 +1,1 @@
+@echo the program show was run
