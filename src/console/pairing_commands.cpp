@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "base/log.h"
 #include "base/text.h"
 #include "console/command_args.h"
@@ -11,6 +13,9 @@
 
 namespace tarvendo {
 namespace {
+
+/// In half points. Wider than any two scores lie apart, and it can be doubled.
+constexpr int kWidestBracket = 1000000000;
 
 const std::vector<OptionForm>& PairOptions() {
   static const std::vector<OptionForm> kForms = {
@@ -62,7 +67,7 @@ void DoCreateBrackets(CommandContext& context) {
   if (!given) return;
   CalculateStandings(context.tourney);
   const BracketMode mode = given->Has("-up") ? BracketMode::kPairUp : BracketMode::kPairDown;
-  const int width = std::max(given->Number("-si"), 0) * 2;
+  const int width = std::clamp(given->Number("-si"), 0, kWidestBracket) * 2;
   if (!CreateBrackets(context.tourney, context.brackets, width, mode)) {
     return Print("Can't create brackets. Maybe there are still games to be played?\n");
   }

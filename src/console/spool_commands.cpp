@@ -20,18 +20,19 @@ void SpoolRoundOf(Tourney& tourney, const std::string& value) {
   SpoolRound(tourney, ToInt(value));
 }
 
-void SpoolGamesOf(Tourney& tourney, const std::string& participant) {
-  if (participant.empty()) return PrintUnknownWord("-pla");
+void SpoolGamesOf(Tourney& tourney, const std::string& option, const std::string& participant) {
+  if (participant.empty()) return PrintUnknownWord(option);
   const int number = FindPlayer(tourney, participant);
   if (number != 0) SpoolPlayer(tourney, number);
 }
 
-void SpoolByOption(Tourney& tourney, const GivenOption& option) {
+/// `word` is the option as it was typed.
+void SpoolByOption(Tourney& tourney, const GivenOption& option, const std::string& word) {
   const std::string_view prefix = option.form->prefix;
   if (prefix == "-ro") {
     SpoolRoundOf(tourney, option.value);
   } else if (prefix == "-pla") {
-    SpoolGamesOf(tourney, option.rest);
+    SpoolGamesOf(tourney, word, option.rest);
   } else {
     SpoolAll(tourney);
   }
@@ -44,7 +45,7 @@ void DoSpool(CommandContext& context) {
   if (!given) return;
   const std::string first = context.args.Word(1);
   if (!given->options.empty() && first.starts_with("-")) {
-    SpoolByOption(context.tourney, given->options.front());
+    SpoolByOption(context.tourney, given->options.front(), first);
   } else if (first.empty()) {
     Spool(context.tourney, 0);
   } else if (IsAllDigits(first)) {

@@ -14,10 +14,10 @@ bool EndsGame(const std::string& line) {
   return BeginsWithNoCase(line, "gameends") && !BeginsWithNoCase(line, kBoardSetUp);
 }
 
-/// Whether more bytes could make the line mean something else: it is being written at this moment.
-bool IsUndecided(const std::string& line) {
-  return BeginsWithNoCase(line, "gameends") ? BeginsWithNoCase(kBoardSetUp, line)
-                                            : BeginsWithNoCase("gameends", line);
+/// Whether more bytes could still turn the line, which is being written at this moment, into one
+/// that ends no game.
+bool CouldSetUpBoard(const std::string& line) {
+  return BeginsWithNoCase(kBoardSetUp, line);
 }
 
 }  // namespace
@@ -41,7 +41,7 @@ DebugNews DebugWatch::Examine(const std::string& added) {
   while (const auto line = lines.Read(kRecordLine)) {
     // A line that is not whole yet is looked at again, unless it has stopped growing.
     const bool is_growing = lines.AtEnd() && *line != unfinished_;
-    if (EndsGame(*line) && !(is_growing && IsUndecided(*line))) {
+    if (EndsGame(*line) && !(is_growing && CouldSetUpBoard(*line))) {
       position_ += start;
       return DebugNews::kGameOver;
     }

@@ -98,10 +98,9 @@ void GameRunner::StartGame(Game& game) {
       "\n" + Stars(70) + "\n" + Format("Starting game no. %d\n", game.number) +
       Format("White: %-20s Black: %-20s\n", game.white_player.c_str(), game.black_player.c_str()) +
       Format("Bat: %-22s\nPgn: %-22s\n", game.bat_file.c_str(), game.pgn_file.c_str()) + Stars(70) +
-      "\n");
-  Print("\n> ");
+      "\n\n> ");
   if (files.Exists(kDebugFile)) files.Remove(kDebugFile);
-  if (!files.IsReadable(game.bat_file)) Spool(tourney_, game.number);
+  if (!files.IsReadable(game.bat_file)) SpoolGame(tourney_, game);
   // A batch file that does not start leaves no debug file, which the next pass reports.
   tourney_.GetHost().processes.StartBatch(game.bat_file);
   played_ = {game.number, game.white_player, game.black_player, tourney_.settings.files_path};
@@ -166,7 +165,8 @@ milliseconds GameRunner::EndGame() {
   CollectPlayedGame();
   tourney_.current_game = 0;
   KeepOrLeaveDebugFile();
-  NextRound(tourney_, brackets_);
+  // The end of a game that the tourney no longer holds says nothing about the tourney's round.
+  if (game != nullptr) NextRound(tourney_, brackets_);
   const bool goes_on = tourney_.Switch().IsRunning();
   phase_ = goes_on ? Phase::kStart : Phase::kIdle;
   return goes_on ? kBetweenGamesWait + kPollInterval : kPollInterval;

@@ -45,8 +45,11 @@ milliseconds Runner::PlayPass() {
     const std::lock_guard guard(mutex_);
     pass = ++passes_begun_;
   }
+  // Looked at before the pass: a start time that has come meanwhile has switched the runner on for
+  // the next one.
+  const bool starts_later = tourney_.Switch().Get().start_time != 0;
   const milliseconds wait = games_.Pass();
-  if (games_.IsIdle()) {
+  if (games_.IsIdle() && !starts_later) {
     const std::lock_guard guard(mutex_);
     idle_pass_ = pass;
     changed_.notify_all();
@@ -76,10 +79,7 @@ void Runner::RunPasses(const std::function<milliseconds()>& pass) {
 void Runner::AwaitIdle() {
   std::unique_lock guard(mutex_);
   const std::uint64_t asked = passes_begun_;
-  const auto is_done = [&] {
-    return has_died_ || TerminationRequested() ||
-           (idle_pass_ > asked && tourney_.Switch().Get().start_time == 0);
-  };
+  const auto is_done = [&] { return has_died_ || TerminationRequested() || idle_pass_ > asked; };
   // A signal handler cannot notify anybody, so the request to end is looked for now and then.
   Clock& clock = tourney_.GetHost().clock;
   while (!clock.Wait(changed_, guard, kSignalPoll, is_done)) {

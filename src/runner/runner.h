@@ -49,7 +49,7 @@ class Runner {
   bool terminate_ = false;
   bool has_died_ = false;
   std::uint64_t passes_begun_ = 0;
-  std::uint64_t idle_pass_ = 0;  ///< the last pass that found nothing to do, by its number
+  std::uint64_t idle_pass_ = 0;  ///< the last pass with nothing to do now or later, by its number
   std::thread game_thread_;
   std::thread timer_thread_;
 };

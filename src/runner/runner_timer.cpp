@@ -9,14 +9,24 @@ namespace {
 
 constexpr std::chrono::milliseconds kPollInterval{2000};
 
+bool HasCome(long long time, long long now) {
+  return time != 0 && now >= time;
+}
+
 }  // namespace
 
 std::chrono::milliseconds RunnerTimer::Pass() {
   const long long now = tourney_.GetHost().clock.Now();
-  if (tourney_.Switch().TakeStartTime(now)) {
+  RunnerSwitch& runner_switch = tourney_.Switch();
+  const RunnerSwitch::State state = runner_switch.Get();
+  // Switched first and cleared then, so that nobody ever sees a start that is neither to come nor
+  // done.
+  if (HasCome(state.start_time, now)) {
     StartRunner(tourney_);
-  } else if (tourney_.Switch().TakeStopTime(now)) {
+    runner_switch.TakeStartTime(now);
+  } else if (HasCome(state.stop_time, now)) {
     StopRunner(tourney_);
+    runner_switch.TakeStopTime(now);
   }
   return kPollInterval;
 }

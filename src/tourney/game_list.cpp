@@ -59,6 +59,18 @@ std::string StatusAndResultColumns(const Game& game) {
   }
 }
 
+/// A width below 6 is computed anew, however often that gives the same.
+void EnsureNameWidth(Tourney& tourney) {
+  if (tourney.name_width < 6) ComputeNameWidth(tourney);
+}
+
+std::string LineOfWidth(const Game& game, int width) {
+  return Format("%3d. Round %d-%d  %2d.%-*s - %2d.%-*s   -", game.number, game.round,
+                game.sub_round, game.white, width, game.white_player.c_str(), game.black, width,
+                game.black_player.c_str()) +
+         StatusAndResultColumns(game) + "\n";
+}
+
 /// The result line of the detailed form; a game that both lose has none.
 std::string ResultLine(const Game& game) {
   switch (game.result) {
@@ -101,12 +113,8 @@ bool Matches(const Game& game, const GameFilter& filter) {
 }
 
 std::string GameLine(Tourney& tourney, const Game& game) {
-  if (tourney.name_width < 6) ComputeNameWidth(tourney);
-  const int width = tourney.name_width;
-  return Format("%3d. Round %d-%d  %2d.%-*s - %2d.%-*s   -", game.number, game.round,
-                game.sub_round, game.white, width, game.white_player.c_str(), game.black, width,
-                game.black_player.c_str()) +
-         StatusAndResultColumns(game) + "\n";
+  EnsureNameWidth(tourney);
+  return LineOfWidth(game, tourney.name_width);
 }
 
 std::string GameData(const Game& game) {
@@ -117,8 +125,12 @@ std::string GameData(const Game& game) {
 }
 
 void ListGames(Tourney& tourney, const GameFilter& filter) {
+  bool width_is_known = false;
   for (const Game& game : tourney.Games()) {
-    if (Matches(game, filter)) PrintText(GameLine(tourney, game));
+    if (!Matches(game, filter)) continue;
+    if (!width_is_known) EnsureNameWidth(tourney);
+    width_is_known = true;
+    PrintText(LineOfWidth(game, tourney.name_width));
   }
 }
 

@@ -208,6 +208,14 @@ TEST_F(LogTest, WithoutATemporaryFileTheCommandRunsUncaptured) {
   EXPECT_EQ(files.Bytes("a.log"), "");
 }
 
+TEST_F(LogTest, ACommandProcessorThatDoesNotStartPrintsNothing) {
+  machine.processes.shell_outcome = ShellOutcome::kNotStarted;
+  EXPECT_TRUE(log.RunShellCommand("dir"));
+  EXPECT_EQ(machine.TakeOutput(), "");
+  EXPECT_EQ(machine.TakeErrors(), "");
+  EXPECT_TRUE(files.FileNames().empty());
+}
+
 TEST_F(LogTest, ATemporaryFileThatCannotBeReadIsLeftBehind) {
   files.Deny(FileOperation::kRead, "tmpfile.$$$");
   machine.processes.on_shell = [](const std::string&) { return "lost\n"; };

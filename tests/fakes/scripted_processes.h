@@ -31,7 +31,7 @@ class ScriptedProcesses : public Processes {
   /// file starts and does nothing.
   std::function<bool(const std::string& path)> on_batch;
 
-  /// What RunShell says; anything but kRan also leaves the output file unmade.
+  /// What RunShell says. With kNoOutputFile the file is not made, with kNotStarted it stays empty.
   ShellOutcome shell_outcome = ShellOutcome::kRan;
 
   /// What AnyBatchRunning says.
@@ -39,17 +39,17 @@ class ScriptedProcesses : public Processes {
 
   ShellOutcome RunShell(const std::string& line, const std::string& output) override {
     Note(shell_calls_, ShellCall{line, output});
-    if (shell_outcome == ShellOutcome::kNotStarted) return shell_outcome;
+    const bool starts = shell_outcome != ShellOutcome::kNotStarted;
     if (output.empty()) {
-      Printed(line);
-      return ShellOutcome::kRan;
+      if (starts) Printed(line);
+      return starts ? ShellOutcome::kRan : shell_outcome;
     }
-    if (shell_outcome != ShellOutcome::kRan) return shell_outcome;
+    if (shell_outcome == ShellOutcome::kNoOutputFile) return shell_outcome;
     const auto file = files_.Create(output);
     if (!file) return ShellOutcome::kNoOutputFile;
-    file->Write(Printed(line));
+    if (starts) file->Write(Printed(line));
     file->Close();
-    return ShellOutcome::kRan;
+    return shell_outcome;
   }
 
   bool StartBatch(const std::string& path) override {

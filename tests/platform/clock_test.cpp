@@ -17,12 +17,6 @@ TEST(Clock, ATimeIsWrittenInTheFormOfAsctime) {
             "Fri Oct  5 23:00:09 2001\n");
 }
 
-TEST(Clock, TheTextIsThatOfTheCLibrary) {
-  for (std::time_t seconds = 0; seconds < 2000000000; seconds += 86400 * 37 + 3671) {
-    ASSERT_EQ(LocalTimeText(seconds), std::asctime(std::localtime(&seconds))) << seconds;
-  }
-}
-
 TEST(Clock, NumbersThatAreNoTimesAreWrittenAsTheyAre) {
   EXPECT_EQ(LocalTimeText(-7), "-7\n");
   EXPECT_EQ(LocalTimeText(32535216000), "32535216000\n");
@@ -69,7 +63,7 @@ TEST(Clock, NowIsTheTimeOfDay) {
   EXPECT_LE(now, before + 3600);
 }
 
-TEST(Clock, AWaitEndsWhenItIsNotified) {
+TEST(Clock, AWaitEndsWhenWhatItWaitsForHolds) {
   const std::unique_ptr<Clock> clock = MakeClock();
   std::mutex mutex;
   std::condition_variable wake;
@@ -80,9 +74,7 @@ TEST(Clock, AWaitEndsWhenItIsNotified) {
     wake.notify_one();
   });
   std::unique_lock<std::mutex> held(mutex);
-  while (!told) {
-    clock->Wait(wake, held, std::chrono::milliseconds::max());
-  }
+  EXPECT_TRUE(clock->Wait(wake, held, std::chrono::milliseconds::max(), [&] { return told; }));
   EXPECT_TRUE(held.owns_lock());
   held.unlock();
   other.join();
@@ -93,10 +85,10 @@ TEST(Clock, AWaitEndsByItselfAfterItsSpan) {
   std::mutex mutex;
   std::condition_variable wake;
   std::unique_lock<std::mutex> held(mutex);
-  clock->Wait(wake, held, std::chrono::milliseconds(1));
-  clock->Wait(wake, held, std::chrono::milliseconds(0));
-  clock->Wait(wake, held, std::chrono::milliseconds(-5));
-  EXPECT_TRUE(held.owns_lock());
+  for (const int span : {1, 0, -5}) {
+    EXPECT_FALSE(clock->Wait(wake, held, std::chrono::milliseconds(span), [] { return false; }));
+    EXPECT_TRUE(held.owns_lock());
+  }
 }
 
 }  // namespace

@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
-"""Opens a written table.htm in headless Chromium and compares what the browser made of it with the text table.
+"""Compares a table.htm, as headless Chromium sees it, with the text table.
 
-    html_in_browser_test.py table.htm --text table.txt --title "My Cup" [--pictures] [--screenshot shot.png]
+    html_in_browser_test.py table.htm --text table.txt --title "My Cup" [--pictures]
+                            [--screenshot shot.png]
 
-table.txt is the text table of the same tourney with the same columns, but for the bar. The page is opened as it
-is, in a frame of a page of this script, which reads it and writes down what it found. Checked are: the title and
-the heading; rows, columns, headings and every cell; the bar, of characters or (--pictures) of pictures that have
-really been loaded; that the page holds no script and none ran. Prints each difference; exit code 1 when there is
-one, or when no Chromium is found.
+table.txt is the text table of the same tourney with the same columns, but for the bar. The page is
+opened as it is, in a frame of a page of this script, which reads it and writes down what it found.
+Checked are: the title and the heading; rows, columns, headings and every cell; the bar, of
+characters or (--pictures) of pictures that have really been loaded; that the page holds no script
+and none ran. Prints each difference; exit code 1 when there is one, or when no Chromium is found.
 """
 
 import argparse
@@ -48,7 +49,8 @@ function read(page) {
     rows: Array.from(page.querySelector('table').rows, cells),
     pictures: Array.from(page.querySelector('table').rows, row => Array.from(
         row.querySelectorAll('img'), img => ({name: img.src.replace(/.*[/]/, ''),
-                                              width: img.naturalWidth, height: img.naturalHeight}))),
+                                              width: img.naturalWidth,
+                                              height: img.naturalHeight}))),
     elements: Array.from(new Set(Array.from(page.querySelectorAll('*'), e => e.localName))).sort(),
     handlers: Array.from(page.querySelectorAll('*')).filter(
         e => Array.from(e.attributes).some(a => a.name.startsWith('on'))).length,
@@ -65,8 +67,8 @@ addEventListener('load', () => {
 """
 
 # What a page may be made of. No script, no style, nothing that loads but pictures.
-ELEMENTS = {"html", "head", "meta", "title", "body", "p", "font", "br", "table", "tbody", "tr", "td", "center", "img",
-            "hr", "a"}
+ELEMENTS = {"html", "head", "meta", "title", "body", "p", "font", "br", "table", "tbody", "tr", "td",
+            "center", "img", "hr", "a"}
 
 # Headings of the text form that have another name in the page.
 HEADINGS = {"No": "Number", "Pts": "Points"}
@@ -84,19 +86,23 @@ def find_browser():
 
 def run_browser(directory, *options):
     command = [find_browser(), *BROWSER_OPTIONS, f"--user-data-dir={directory}/profile", *options]
-    return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, timeout=120, check=False)
+    return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, timeout=120,
+                          check=False)
 
 
 def read_page(page):
     """What the browser makes of the page, as the reader's dictionary."""
     with tempfile.TemporaryDirectory() as directory:
         reader = pathlib.Path(directory) / "reader.html"
-        reader.write_text(READER.replace("PAGE", html.escape(page.resolve().as_uri())), encoding="utf-8")
-        result = run_browser(directory, "--virtual-time-budget=20000", "--dump-dom", reader.as_uri())
+        address = html.escape(page.resolve().as_uri())
+        reader.write_text(READER.replace("PAGE", address), encoding="utf-8")
+        result = run_browser(directory, "--virtual-time-budget=20000", "--dump-dom",
+                             reader.as_uri())
         dom = result.stdout.decode("utf-8", "replace")
         found = re.search(r'<pre id="found">(.+?)</pre>', dom, re.DOTALL)
         if not found:
-            sys.exit(f"The browser could not read {page}:\n{dom}\n{result.stderr.decode('utf-8', 'replace')}")
+            complaints = result.stderr.decode("utf-8", "replace")
+            sys.exit(f"The browser could not read {page}:\n{dom}\n{complaints}")
         return json.loads(html.unescape(found.group(1)))
 
 
@@ -154,23 +160,28 @@ class Comparison:
 
     def pictures_are_loaded(self, found):
         pictures = [picture for row in found["pictures"] for picture in row]
-        self.same("pictures that are not loaded", [], sorted({p["name"] for p in pictures if p["width"] <= 0}))
+        self.same("pictures that are not loaded", [],
+                  sorted({p["name"] for p in pictures if p["width"] <= 0}))
         self.same("a height for all pictures", True, len({p["height"] for p in pictures}) <= 1)
 
     def nothing_but_text(self, found):
-        self.same("elements that no table holds", [], [name for name in found["elements"] if name not in ELEMENTS])
+        self.same("elements that no table holds", [],
+                  [name for name in found["elements"] if name not in ELEMENTS])
         self.same("elements with handlers", 0, found["handlers"])
         self.same("links", ["https://tarvendo.example.org/"], found["links"])
         self.same("footer", FOOTER, found["footer"])
 
 
 def parse_arguments():
-    parser = argparse.ArgumentParser(description="Compares a table.htm, seen by a browser, with its text table.")
+    parser = argparse.ArgumentParser(
+        description="Compares a table.htm, seen by a browser, with its text table.")
     parser.add_argument("page", type=pathlib.Path)
-    parser.add_argument("--text", type=pathlib.Path, required=True, help="the text table of the same tourney")
+    parser.add_argument("--text", type=pathlib.Path, required=True,
+                        help="the text table of the same tourney")
     parser.add_argument("--title", required=True, help="the tourney's name")
     parser.add_argument("--pictures", action="store_true", help="the bars are made of pictures")
-    parser.add_argument("--screenshot", type=pathlib.Path, help="also write a PNG for somebody to look at")
+    parser.add_argument("--screenshot", type=pathlib.Path,
+                        help="also write a PNG for somebody to look at")
     return parser.parse_args()
 
 

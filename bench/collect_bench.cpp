@@ -1,0 +1,103 @@
+// Do collecting and respooling grow with the number of games, and not with its square? Measured
+// with the real files of 1,000, 10,000 and 100,000 spooled games.
+
+#include <benchmark/benchmark.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "report_tourney.h"
+#include "runner/collect.h"
+#include "runner/spool.h"
+
+namespace tarvendo {
+namespace {
+
+constexpr int kParticipants = 20;
+
+/// A directory of its own for the games' files, deleted with all that is in it.
+class GamesDirectory {
+ public:
+  GamesDirectory() {
+    std::string name = (std::filesystem::temp_directory_path() / "collect_bench.XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary directory");
+    path_ = name + "/";
+  }
+  ~GamesDirectory() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  GamesDirectory(const GamesDirectory&) = delete;
+  GamesDirectory& operator=(const GamesDirectory&) = delete;
+
+  const std::string& Path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+/// So many spooled games between twenty engines.
+void SpoolGames(Tourney& tourney, const std::string& path, std::int64_t games) {
+  tourney.settings.files_path = path;
+  tourney.settings.pgn_file = path + "all.pgn";
+  for (int i = 0; i < games; ++i) {
+    const int white = i % kParticipants + 1;
+    tourney.AddGame(white, white % kParticipants + 1, i / kParticipants + 1, 1);
+  }
+  SpoolAll(tourney);
+}
+
+/// WinBoard has played every game: a record of two kilobytes each.
+void WriteRecords(const Tourney& tourney) {
+  const std::string moves(2000, 'm');
+  for (const Game& game : tourney.Games()) {
+    std::ofstream(game.pgn_file) << "[Event \"x\"]\n[Round \"-\"]\n[White \"w\"]\n[Black \"b\"]\n"
+                                 << "[Result \"1-0\"]\n\n"
+                                 << moves << "\n\n";
+  }
+}
+
+void CollectAllGames(benchmark::State& state) {
+  for (auto _ : state) {
+    state.PauseTiming();
+    const GamesDirectory directory;
+    ReportTourney made(kParticipants, kRoundRobin);
+    SpoolGames(made.tourney, directory.Path(), state.range(0));
+    WriteRecords(made.tourney);
+    state.ResumeTiming();
+    CollectAll(made.tourney);
+    state.PauseTiming();
+    if (made.tourney.games_state != 3) state.SkipWithError("not all games were collected");
+    state.ResumeTiming();
+  }
+  state.SetComplexityN(state.range(0));
+}
+
+void RespoolAllGames(benchmark::State& state) {
+  const GamesDirectory directory;
+  ReportTourney made(kParticipants, kRoundRobin);
+  SpoolGames(made.tourney, directory.Path(), state.range(0));
+  for (auto _ : state) {
+    RespoolAll(made.tourney);
+  }
+  state.SetComplexityN(state.range(0));
+}
+
+BENCHMARK(CollectAllGames)
+    ->RangeMultiplier(10)
+    ->Range(1000, 100000)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->Complexity(benchmark::oN);
+BENCHMARK(RespoolAllGames)
+    ->RangeMultiplier(10)
+    ->Range(1000, 100000)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->Complexity(benchmark::oN);
+
+}  // namespace
+}  // namespace tarvendo
+
+BENCHMARK_MAIN();

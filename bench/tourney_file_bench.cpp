@@ -1,0 +1,72 @@
+// How long do saving and loading a tourney take on the real disk? To stay below 500 ms each: 1,000
+// participants and 100,000 games.
+
+#include <benchmark/benchmark.h>
+
+#include "base/log.h"
+#include "report_tourney.h"
+#include "scratch_directory.h"
+
+namespace tarvendo {
+namespace {
+
+/// 1,000 participants and as many games as asked for, in two games a pair of files waiting to be
+/// run.
+void Fill(ReportTourney& report, benchmark::State& state) {
+  report.PlayRounds(static_cast<int>(state.range(0)) / 500);
+  for (Game& game : report.tourney.Games()) {
+    game.white_player = report.tourney.FindParticipant(game.white)->texts.name;
+    game.black_player = report.tourney.FindParticipant(game.black)->texts.name;
+    game.bat_file = "c:\\tourneys\\spring\\g" + std::to_string(game.number) + ".BAT";
+    game.pgn_file = "c:\\tourneys\\spring\\g" + std::to_string(game.number) + ".PGN";
+  }
+  state.SetComplexityN(state.range(0));
+}
+
+void Save(benchmark::State& state) {
+  ScratchDirectory scratch;
+  ReportTourney report(1000, kSwiss);
+  Fill(report, state);
+  for (auto _ : state) {
+    if (!report.tourney.Save(scratch.File("tourney.ini"))) state.SkipWithError("not saved");
+  }
+}
+
+void Load(benchmark::State& state) {
+  ScratchDirectory scratch;
+  ReportTourney report(1000, kSwiss);
+  Fill(report, state);
+  if (!report.tourney.Save(scratch.File("tourney.ini"))) state.SkipWithError("not saved");
+  for (auto _ : state) {
+    if (!report.tourney.Load(scratch.File("tourney.ini"))) state.SkipWithError("not loaded");
+  }
+}
+
+/// A save without a name, as AutoSave makes it: the old file is looked at first.
+void AutoSave(benchmark::State& state) {
+  ScratchDirectory scratch;
+  ReportTourney report(1000, kSwiss);
+  Fill(report, state);
+  if (!report.tourney.Save(scratch.File("tourney.ini"))) state.SkipWithError("not saved");
+  for (auto _ : state) {
+    if (!report.tourney.Save("")) state.SkipWithError("not saved");
+  }
+}
+
+/// What AutoSave compares before and after every command.
+void Content(benchmark::State& state) {
+  ReportTourney report(1000, kSwiss);
+  Fill(report, state);
+  for (auto _ : state)
+    benchmark::DoNotOptimize(report.tourney.ContentText());
+}
+
+BENCHMARK(Save)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(Load)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(AutoSave)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(Content)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace tarvendo
+
+BENCHMARK_MAIN();

@@ -1,0 +1,25 @@
+// Any bytes as the record that WinBoard leaves of a game.
+#include "fakes/captured_log.h"
+#include "fuzz_input.h"
+#include "runner/collect.h"
+#include "runner/spool.h"
+#include "tourney/tourney.h"
+
+using namespace tarvendo;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  CapturedLog machine;
+  machine.files.MakeDirectory("/t");
+  Tourney tourney(machine.host, "/nowhere/");
+  tourney.settings.files_path = "/t\\";
+  tourney.AddGame(1, 2, 3, 1);
+  SpoolAll(tourney);
+  machine.files.Put("/t/g1.PGN", FuzzText(data, size));
+  const std::string pgn = *machine.files.ReadText("/t/g1.PGN");
+  CollectAll(tourney);
+  const Game& game = tourney.Games().front();
+  Demand(game.IsReady() && game.result == ResultInPgn(pgn));
+  Demand(machine.files.Bytes("default.pgn") == MergedPgn(tourney, game, pgn));
+  Demand(!machine.files.Has("/t/g1.PGN"));
+  return 0;
+}

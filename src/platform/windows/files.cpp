@@ -1,0 +1,163 @@
+#include "platform/files.h"
+
+#include <windows.h>
+
+#include <array>
+#include <limits>
+#include <utility>
+
+#include "platform/line_ends.h"
+#include "platform/windows/handle.h"
+
+namespace tarvendo {
+namespace {
+
+/// The path for a system call. A name with a NUL byte in it names nothing, as an empty one does:
+/// what stands before the NUL is another file.
+std::string CallPath(const std::string& path) {
+  return path.find('\0') == std::string::npos ? path : std::string();
+}
+
+class BufferedFile : public OutputFile {
+ public:
+  explicit BufferedFile(Handle file) : file_(std::make_unique<Handle>(std::move(file))) {}
+  ~BufferedFile() override { WriteBuffer(); }
+  BufferedFile(const BufferedFile&) = delete;
+  BufferedFile& operator=(const BufferedFile&) = delete;
+
+  bool Write(std::string_view text) override {
+    buffer_ += WithCrLf(text);
+    return buffer_.size() < kEnough ? Keep(file_ != nullptr) : Flush();
+  }
+
+  bool Flush() override { return WriteBuffer(); }
+
+  std::int64_t Size() override {
+    LARGE_INTEGER size{};
+    if (!Flush() || GetFileSizeEx(file_->Get(), &size) == 0) return 0;
+    return size.QuadPart;
+  }
+
+  bool Close() override {
+    WriteBuffer();
+    if (file_ == nullptr) Keep(false);
+    file_.reset();
+    return taken_;
+  }
+
+ private:
+  static constexpr std::size_t kEnough = 65536;
+
+  bool WriteBuffer() {
+    const std::string bytes = std::exchange(buffer_, std::string());
+    return Keep(file_ != nullptr && WriteAll(file_->Get(), bytes));
+  }
+
+  /// Keeps the first failure for Close: what was lost once stays lost.
+  bool Keep(bool succeeded) {
+    taken_ = taken_ && succeeded;
+    return taken_;
+  }
+
+  std::unique_ptr<Handle> file_;
+  std::string buffer_;
+  bool taken_ = true;
+};
+
+std::unique_ptr<OutputFile> OpenToWrite(const std::string& path, DWORD access, DWORD disposition) {
+  Handle file(CreateFileA(CallPath(path).c_str(), access | FILE_READ_ATTRIBUTES | SYNCHRONIZE,
+                          FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, disposition,
+                          FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file.IsOpen()) return nullptr;
+  return std::make_unique<BufferedFile>(std::move(file));
+}
+
+std::optional<std::string> ReadToEnd(const Handle& file) {
+  std::string text;
+  std::array<char, 65536> buffer;
+  while (true) {
+    DWORD count = 0;
+    if (ReadFile(file.Get(), buffer.data(), static_cast<DWORD>(buffer.size()), &count, nullptr) ==
+        0) {
+      return std::nullopt;
+    }
+    if (count == 0) return text;
+    text.append(buffer.data(), count);
+  }
+}
+
+class WindowsFileSystem : public FileSystem {
+ public:
+  std::optional<std::string> ReadText(const std::string& path) override {
+    const Handle file = OpenToRead(CallPath(path));
+    if (!file.IsOpen()) return std::nullopt;
+    std::optional<std::string> text = ReadToEnd(file);
+    if (text) FoldLineEnds(*text);
+    return text;
+  }
+
+  std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override {
+    const Handle file = OpenToRead(CallPath(path));
+    if (!file.IsOpen()) return std::nullopt;
+    if (offset > static_cast<std::uint64_t>(std::numeric_limits<LONGLONG>::max())) return "";
+    LARGE_INTEGER position{};
+    position.QuadPart = static_cast<LONGLONG>(offset);
+    if (SetFilePointerEx(file.Get(), position, nullptr, FILE_BEGIN) == 0) return std::nullopt;
+    return ReadToEnd(file);
+  }
+
+  std::unique_ptr<OutputFile> Create(const std::string& path) override {
+    return OpenToWrite(path, GENERIC_WRITE, CREATE_ALWAYS);
+  }
+
+  std::unique_ptr<OutputFile> Append(const std::string& path) override {
+    return OpenToWrite(path, FILE_APPEND_DATA, OPEN_ALWAYS);
+  }
+
+  bool Exists(const std::string& path) override {
+    return GetFileAttributesA(CallPath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+  }
+
+  bool IsReadable(const std::string& path) override { return OpenToRead(CallPath(path)).IsOpen(); }
+
+  bool IsPlainFile(const std::string& path) override {
+    constexpr DWORD kOther =
+        FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE | FILE_ATTRIBUTE_REPARSE_POINT;
+    const std::string name = CallPath(path);
+    const DWORD attributes = GetFileAttributesA(name.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & kOther) != 0) return false;
+    const Handle file = OpenToRead(name);  // NUL and its kind have attributes as well.
+    return !file.IsOpen() || GetFileType(file.Get()) == FILE_TYPE_DISK;
+  }
+
+  bool Remove(const std::string& path) override { return DeleteFileA(CallPath(path).c_str()) != 0; }
+
+  bool Rename(const std::string& from, const std::string& to) override {
+    return MoveFileExA(CallPath(from).c_str(), CallPath(to).c_str(), MOVEFILE_REPLACE_EXISTING) !=
+           0;
+  }
+
+  bool ChangeDirectory(const std::string& path) override {
+    const std::string name = CallPath(path);
+    return !name.empty() && SetCurrentDirectoryA(name.c_str()) != 0;
+  }
+
+  std::string FullPath(const std::string& path) override {
+    const std::string name = CallPath(path);
+    const DWORD room = name.empty() ? 0 : GetFullPathNameA(name.c_str(), 0, nullptr, nullptr);
+    if (room == 0) return path;
+    std::string full(room, '\0');
+    const DWORD length = GetFullPathNameA(name.c_str(), room, full.data(), nullptr);
+    if (length == 0 || length >= room) return path;
+    full.resize(length);
+    return full;
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<FileSystem> MakeFileSystem() {
+  return std::make_unique<WindowsFileSystem>();
+}
+
+}  // namespace tarvendo

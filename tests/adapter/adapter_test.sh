@@ -1,0 +1,331 @@
+#!/bin/sh
+# Tests of adapters/xboard/winboard.exe with programs that stand in for XBoard and Xvfb. Needs no
+# display. Usage: adapter_test.sh [PATH OF winboard.exe]
+
+set -u
+here=$(cd "$(dirname "$0")" && pwd)
+adapter=${1:-$here/../../adapters/xboard/winboard.exe}
+adapter=$(cd "$(dirname "$adapter")" && pwd)/$(basename "$adapter")
+root=$(mktemp -d)
+trap 'rm -rf "$root"' EXIT
+passed=0
+failed=0
+
+# --- Tools ----------------------------------------------------------------------------------------
+
+# Makes an empty directory for one case; everything that the case writes lies below it, temporary
+# files too.
+begin() { # NAME
+  reopen "$1"
+  mkdir -p "$FAKE/game" "$FAKE/tmp"
+  : >"$FAKE/pids"
+  cd "$FAKE/game" || exit 1
+  xboard="$here/fake_xboard"
+  xvfb="$here/fake_xvfb"
+  xboard_mode=plays
+  xvfb_mode=works
+  display=:7
+}
+
+# Goes back to a case that was begun before.
+reopen() { # NAME
+  FAKE="$root/$1"
+}
+
+# Becomes the adapter, so that in a background job a signal reaches the adapter itself.
+become_adapter() { # WORDS OF WINBOARD'S COMMAND LINE
+  export FAKE FAKE_MODE="$xboard_mode" FAKE_XVFB="$xvfb_mode"
+  export XBOARD="$xboard" XVFB="$xvfb" TMPDIR="$FAKE/tmp" DISPLAY="$display"
+  exec "$adapter" "$@" 2>"$FAKE/errors" </dev/null
+}
+
+run() {
+  (become_adapter "$@")
+  status=$?
+}
+
+start() {
+  (become_adapter "$@") &
+  started=$!
+}
+
+# Waits until the stand-in has said that it runs; gives up after ten seconds.
+await_start() {
+  tries=0
+  until [ -e "$FAKE/started" ] || [ "$tries" -eq 200 ]; do
+    tries=$((tries + 1))
+    sleep 0.05
+  done
+}
+
+ok() { # WHAT
+  passed=$((passed + 1))
+  [ -z "${VERBOSE:-}" ] || echo "ok: $1"
+}
+
+not_ok() { # WHAT MORE
+  failed=$((failed + 1))
+  printf 'FAILED: %s\n%s\n' "$1" "$2"
+}
+
+equal() { # WHAT EXPECTED ACTUAL
+  if [ "$2" = "$3" ]; then ok "$1"; else not_ok "$1" "  expected: $2
+  got:      $3"; fi
+}
+
+# The words after those that the adapter adds, on one line, each in brackets.
+words() {
+  sed '1,/^-xanimate$/d' "$FAKE/words" | sed 's/.*/[&]/' | tr -d '\n'
+}
+
+gives() { # WHAT EXPECTED
+  equal "$1" "$2" "$(words)"
+}
+
+# The value with which XBoard ends up: the last one counts.
+last_value() { # NAME
+  awk -v name="$1" 'taken { value = $0; taken = 0 } $0 == name { taken = 1 } END { print value }' "$FAKE/words"
+}
+
+says() { # WHAT TEXT
+  if grep -qF -- "$2" "$FAKE/errors"; then ok "$1"; else not_ok "$1" "  standard error: $(cat "$FAKE/errors")"; fi
+}
+
+says_nothing() { # WHAT
+  equal "$1" '' "$(cat "$FAKE/errors")"
+}
+
+is_clean() { # WHAT
+  alive=''
+  while read -r pid; do
+    if kill -0 "$pid" 2>/dev/null; then alive="$alive $pid"; fi
+  done <"$FAKE/pids"
+  equal "$1: no process is left" '' "$alive"
+  equal "$1: no temporary file is left" '' "$(ls -A "$FAKE/tmp")"
+}
+
+make_program() { # FILE
+  mkdir -p "$(dirname "$1")"
+  printf '#!/bin/sh\n' >"$1"
+  chmod +x "$1"
+}
+
+# --- Games that do not end by themselves: they take seconds, so they run beside all the others ----
+
+begin 'thinks'
+xboard_mode=thinks
+start /debug
+thinks=$started
+
+begin 'misses_engine'
+xboard_mode=misses_engine
+display=''
+start /debug
+misses_engine=$started
+
+begin 'stays_after_game'
+xboard_mode=stays_after_game
+start /debug
+stays_after_game=$started
+
+begin 'will_not_go'
+xboard_mode=will_not_go
+start /debug
+will_not_go=$started
+await_start
+kill -TERM "$will_not_go"
+
+# --- Options --------------------------------------------------------------------------------------
+
+begin 'batch_file'
+run /xponder /cp /mg 1 '/sgf=/tmp/t\g7.PGN' /tc 5:30 /inc -1 /mps 40 /clock /thinking /xlegal /fd=/usr/games \
+  /fcp=alpha '/scp=beta --xboard' /debug /xexit /xpopup /autoflag
+gives "the batch file's command becomes XBoard's" \
+  '[-xponder][-cp][-mg][1][-sgf][/tmp/t/g7.PGN][-tc][5:30][-inc][-1][-mps][40][-clock][-thinking][-xlegal][-fd][/usr/games][-fcp][alpha][-scp][beta --xboard][-debug][-xexit][-xpopup][-autoflag]'
+equal 'a played game ends well' 0 "$status"
+says_nothing 'a played game says nothing'
+equal 'a display that is there is used' ':7' "$(cat "$FAKE/displays")"
+is_clean 'a played game'
+
+begin 'forms'
+run /fUCI /sUCI /firstHost=h1 -secondHost h2 /animateMoving=false /popup -xpopup /timeDelay -1 '/firstOptions=Hash=16,Style=a b' \
+  /secondOptions= -fd /tmp /sd '/my engines' -fcp /usr/games/alpha /scp /opt /st 0:05 -mg 1
+gives 'every form of an option is understood' \
+  '[-fUCI][-sUCI][-firstHost][h1][-secondHost][h2][-animateMoving][false][-popup][-xpopup][-timeDelay][-1][-firstOptions][Hash=16,Style=a b][-secondOptions][][-fd][/tmp][-sd][/my engines][-fcp][/usr/games/alpha][-scp][/opt][-st][0:05][-mg][1]'
+
+begin 'unknown'
+run stray /usr/games/alpha /cp word
+gives 'a word that is no option is left to XBoard to refuse' '[stray][/usr/games/alpha][-cp][word]'
+
+begin 'backslashes'
+run '/sgf=t\my games\g1.PGN' '/fd=c\my engines' '/fcp=sub\alpha' '/scp=sub\beta -o a\b' '/firstOptions=a\b'
+gives 'a backslash is a slash in file names only' \
+  '[-sgf][t/my games/g1.PGN][-fd][c/my engines][-fcp][sub/alpha][-scp][sub/beta -o a\b][-firstOptions][a\b]'
+
+begin 'shell_characters'
+# shellcheck disable=SC2016
+run '/fd=$(touch x)' '/fcp=`touch x` ;touch x' '/scp=a;touch${IFS}x' '/firstOptions=*' '/secondOptions=|&>x <x' \
+  '/sgf=$HOME*?[a]' '/pgnEventHeader=50% %s %d'
+# shellcheck disable=SC2016
+gives 'shell characters are letters like any other' \
+  '[-fd][$(touch x)][-fcp][`touch x` ;touch x][-scp][a;touch${IFS}x][-firstOptions][*][-secondOptions][|&>x <x][-sgf][$HOME*?[a]][-pgnEventHeader][50% %s %d]'
+equal 'nothing in a name is run' '' "$(ls -A)"
+
+begin 'braces'
+run '/firstOptions=a}b' '/secondOptions=a }b' '/pgnEventHeader="quoted \ text"' '/userName={x}'
+gives "what XBoard's own word splitting would spoil is protected" \
+  '[-firstOptions][a}b][-secondOptions]["a\040}b"][-pgnEventHeader][{"quoted \ text"}][-userName]["{x}"]'
+
+# --- Engines --------------------------------------------------------------------------------------
+
+begin 'engines'
+make_program "$FAKE/game/my engines/alpha"
+make_program "$FAKE/game/my engines/big engine"
+make_program "$FAKE/game/my engines/it's big"
+run '/fd=my engines' /fcp=alpha '/sd=my engines' '/scp=big engine'
+gives "an engine in its own directory is found there, with a blank in its name too" \
+  "[-fd][my engines][-fcp][./alpha][-sd][my engines][-scp][{'./big engine'}]"
+run '/fd=my engines' '/fcp="big engine" -x 1' '/sd=my engines' '/scp=alpha "big engine"'
+gives "a quoted program keeps its arguments" \
+  "[-fd][my engines][-fcp][{'./big engine' -x 1}][-sd][my engines][-scp][./alpha \"big engine\"]"
+run "/fcp=my engines\\it's big -x" /scp=sh
+gives "a path with blanks and quotes works without a directory" \
+  "[-fcp][{\"my engines/it's big\" -x}][-scp][sh]"
+
+begin 'fairymax'
+run /fcp=fairymax '/scp=/usr/games/shamax x'
+equal 'Fairy-Max is spared the word that makes it crash' '-secondComputerString||-firstComputerString||' \
+  "$(sed -n '/ComputerString/,+1p' "$FAKE/words" | tr '\n' '|')"
+run /secondComputerString=computer /fcp=alpha /scp=fairymax
+equal 'the user may want that word all the same' 'computer' "$(last_value -secondComputerString)"
+equal 'other engines are told everything' '' "$(grep firstComputerString "$FAKE/words")"
+
+# --- What is added --------------------------------------------------------------------------------
+
+begin 'additions'
+run /cp
+equal 'the debug file has the name that is waited for' 'winboard.debug' "$(last_value -nameOfDebugFile)"
+equal 'no sound player is called' 'true' "$(last_value -soundProgram)"
+equal "the user's settings are not rewritten" 'false' "$(last_value -saveSettingsOnExit)"
+case $(last_value -saveSettingsFile) in
+"$FAKE/tmp/"*) ok 'settings have a file of their own' ;;
+*) not_ok 'settings have a file of their own' "  got: $(last_value -saveSettingsFile)" ;;
+esac
+run /nameOfDebugFile=mine.debug /soundProgram=play -saveSettingsOnExit true '/saveSettingsFile=a\b' /animate
+equal "the user's debug file wins" 'mine.debug' "$(last_value -nameOfDebugFile)"
+equal "the user's sound player wins" 'play' "$(last_value -soundProgram)"
+equal "the user's word on settings wins" 'true' "$(last_value -saveSettingsOnExit)"
+equal "the user's settings file wins" 'a/b' "$(last_value -saveSettingsFile)"
+equal "the user's animation wins" '-animate' "$(tail -n 1 "$FAKE/words")"
+
+# --- Viewing --------------------------------------------------------------------------------------
+
+begin 'view'
+view_words() { sed '1,/^-saveSettingsOnExit$/d' "$FAKE/words" | sed '1d; s/.*/[&]/' | tr -d '\n'; }
+run /ncp /td 0 '/tmp/my games\all.pgn'
+equal 'a game file is shown' '[-ncp][-td][0][-lgf][/tmp/my games/all.pgn]' "$(view_words)"
+run /ncp /td 0
+equal 'a board is shown without a file' '[-ncp][-td][0]' "$(view_words)"
+run /ncp all.pgn
+equal 'a file may follow directly' '[-ncp][-lgf][all.pgn]' "$(view_words)"
+
+begin 'view_without_display'
+display=''
+run /ncp /td 0 all.pgn
+equal 'nothing can be shown without a display' 1 "$status"
+says 'that is said' 'there is no display to show the games on'
+equal 'and XBoard is not started' '' "$(cat "$FAKE/pids")"
+is_clean 'viewing without a display'
+
+# --- Failures and displays ------------------------------------------------------------------------
+
+begin 'missing_xboard'
+xboard="$root/no/xboard"
+run /cp
+equal 'a missing XBoard gives 127' 127 "$status"
+says 'a missing XBoard is named' "cannot find the program '$root/no/xboard'"
+is_clean 'a missing XBoard'
+
+begin 'missing_xvfb'
+display=''
+xvfb="$root/no/Xvfb"
+run /cp
+equal 'a missing Xvfb gives 127' 127 "$status"
+says 'a missing Xvfb is named' "there is no display and no program '$root/no/Xvfb'"
+is_clean 'a missing Xvfb'
+
+begin 'failing_xvfb'
+display=''
+xvfb_mode=fails
+run /cp
+equal 'an Xvfb that fails gives 1' 1 "$status"
+says 'its reason is told' 'Xvfb did not start: Fatal server error: no room for another display'
+is_clean 'a failing Xvfb'
+
+begin 'no_display'
+display=''
+run /cp
+equal 'without a display Xvfb gives one' ':42' "$(cat "$FAKE/displays")"
+equal 'and the game is played' 0 "$status"
+is_clean 'a game under Xvfb'
+
+begin 'refused_display'
+xboard_mode=wants_display
+run /cp
+equal 'a display out of reach is replaced' ':7 :42 ' "$(tr '\n' ' ' <"$FAKE/displays")"
+equal 'and the game is played there' 0 "$status"
+says_nothing 'a refused display is no matter'
+is_clean 'a refused display'
+
+begin 'failing_xboard'
+xboard_mode=fails
+run /nonsense
+equal "XBoard's exit code is handed on" 2 "$status"
+equal 'its reason is told, its chatter is not' 'winboard.exe: XBoard says: Unrecognized argument -nonsense' "$(cat "$FAKE/errors")"
+
+# --- Ends from outside ----------------------------------------------------------------------------
+
+# An interrupt is left out: a shell's background jobs ignore it.
+is_ended_by() { # SIGNAL EXIT CODE
+  begin "killed_by_$1"
+  xboard_mode=plays_long
+  display=''
+  start /debug
+  await_start
+  equal "$1: the game was running" 'yes' "$([ -e "$FAKE/started" ] && echo yes)"
+  kill -s "$1" "$started"
+  wait "$started"
+  equal "$1 ends the adapter" "$2" "$?"
+  is_clean "$1"
+}
+is_ended_by TERM 143
+is_ended_by HUP 129
+
+# --- What became of the games begun first ---------------------------------------------------------
+
+reopen 'misses_engine'
+wait "$misses_engine"
+equal 'a game without its engine gives 1' 1 "$?"
+says 'the engine that is missing is named' 'Failed to start first chess program nosuch'
+says 'and that XBoard was ended' 'XBoard would have stayed open for ever and was ended'
+equal 'the debug file tells the end of the game' 'GameEnds(29, xboard exit, 2)' "$(cat "$FAKE/game/winboard.debug")"
+is_clean 'a missing engine'
+
+reopen 'stays_after_game'
+wait "$stays_after_game"
+equal 'an XBoard that stays after the game is ended' 1 "$?"
+is_clean 'an XBoard that stays'
+
+reopen 'thinks'
+wait "$thinks"
+equal 'a board that was set up ends no game' 0 "$?"
+says_nothing 'a long game says nothing'
+is_clean 'a long game'
+
+reopen 'will_not_go'
+wait "$will_not_go"
+equal 'an XBoard that ignores its end is killed' 143 "$?"
+is_clean 'an XBoard that ignores its end'
+
+echo "$passed passed, $failed failed"
+[ "$failed" -eq 0 ]

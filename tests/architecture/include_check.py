@@ -1,0 +1,208 @@
+#!/usr/bin/env python3
+"""Holds the sources to the plan of the house.
+
+    include_check.py ROOT
+
+looks at every .h and .cpp file below ROOT/src (and, for the last rule, ROOT/tests and ROOT/bench), prints a
+line "file:line: what is wrong" for every breach, and exits with 1 when there is any.
+
+- Includes go only downwards in the list of rooms; own headers are written from src: "tourney/game.h".
+- The two hosts' folders are included from nowhere but themselves.
+- Headers that are not the standard library's stand only in the two hosts' folders, windows.h only in sources.
+- Neither files nor folders include each other in a circle.
+- No conditional compilation asks for the host outside the platform room and its tests.
+"""
+
+import pathlib
+import re
+import sys
+
+ROOMS = ["platform", "base", "players", "tourney", "reports", "pairing", "runner", "console"]
+HOSTS = ["platform/posix", "platform/windows"]
+
+STANDARD = set("""
+algorithm any array atomic barrier bit bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes
+climits clocale cmath compare complex concepts condition_variable coroutine csetjmp csignal cstdarg cstddef
+cstdint cstdio cstdlib cstring ctime cuchar cwchar cwctype deque exception execution filesystem format
+forward_list fstream functional future initializer_list iomanip ios iosfwd iostream istream iterator latch
+limits list locale map memory memory_resource mutex new numbers numeric optional ostream queue random ranges
+ratio regex scoped_allocator semaphore set shared_mutex source_location span sstream stack stdexcept
+stop_token streambuf string string_view strstream system_error thread tuple type_traits typeindex typeinfo
+unordered_map unordered_set utility valarray variant vector version
+""".split())
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"([^"]*)"|<([^>]*)>|(.*))')
+CONDITION = re.compile(r"^\s*#\s*(?:if|ifdef|ifndef|elif)\b(.*)")
+HOST_MACRO = re.compile(
+    r"\b(?:_?WIN32|_?WIN64|__WIN\w*|_?WINDOWS\w*|_MSC_VER|__MINGW\w*|__CYGWIN__|"
+    r"(?:__)?linux(?:__)?|(?:__)?unix(?:__)?|__APPLE__|__MACH__|__FreeBSD__|_POSIX\w*|__has_include)\b")
+
+
+class Breach:
+    def __init__(self, path, line, text):
+        self.path, self.line, self.text = path, line, text
+
+    def __str__(self):
+        return f"{self.path}:{self.line}: {self.text}"
+
+
+class Include:
+    """One #include: who includes, where, and what, both written from src."""
+
+    def __init__(self, path, line, target, own):
+        self.path, self.line, self.target, self.own = path, line, target, own
+
+
+def lines_without_comments(text):
+    """The lines of a source, with comments blanked and the numbers of the lines kept."""
+
+    def blank(match):
+        return match.group(0) if match.group(1) else re.sub(r"[^\n]", " ", match.group(0))
+
+    literal = r'("(?:\\.|[^"\\\n])*"|\'(?:\\.|[^\'\\\n])*\')'
+    return re.sub(literal + r"|//[^\n]*|/\*.*?\*/", blank, text, flags=re.S).split("\n")
+
+
+def sources(root, *folders):
+    for folder in folders:
+        for path in sorted((root / folder).rglob("*")):
+            if path.suffix in (".h", ".cpp") and path.is_file():
+                yield path
+
+
+def read(path):
+    return lines_without_comments(path.read_text(encoding="utf-8", errors="replace"))
+
+
+def includes_of(root):
+    found = []
+    for path in sources(root, "src"):
+        name = path.relative_to(root / "src").as_posix()
+        for number, line in enumerate(read(path), 1):
+            match = INCLUDE.match(line)
+            if match:
+                own, other, odd = match.groups()
+                found.append(Include(name, number, own or other or (odd or "").strip(), bool(own)))
+    return found
+
+
+def room_of(name):
+    return name.split("/")[0]
+
+
+def folder_of(name):
+    return name.rsplit("/", 1)[0]
+
+
+def host_of(name):
+    return next((host for host in HOSTS if name.startswith(host + "/")), None)
+
+
+def what_is_wrong_with_own(include):
+    from_room, to_room = room_of(include.path), room_of(include.target)
+    if to_room not in ROOMS or "/" not in include.target:
+        return f'"{include.target}" is not written from src, in one of the rooms {" < ".join(ROOMS)}'
+    if from_room not in ROOMS:
+        return f'"{from_room}" is none of the rooms {" < ".join(ROOMS)}'
+    if ROOMS.index(to_room) > ROOMS.index(from_room):
+        return f'{from_room} must not include "{include.target}": {to_room} stands above it'
+    if host_of(include.target) not in (None, host_of(include.path)):
+        return f'only {host_of(include.target)} itself may include "{include.target}"'
+    return None
+
+
+def what_is_wrong_with_other(include):
+    if include.target in STANDARD:
+        return None
+    if host_of(include.path) is None:
+        return f"<{include.target}> is not the standard library's; the host is known to {HOSTS} only"
+    if include.target.lower() == "windows.h" and include.path.endswith(".h"):
+        return "<windows.h> stands in sources only"
+    return None
+
+
+def wrong_directions(includes):
+    for include in includes:
+        judge = what_is_wrong_with_own if include.own else what_is_wrong_with_other
+        text = judge(include)
+        if text:
+            yield Breach("src/" + include.path, include.line, text)
+
+
+def circles(edges, what):
+    """The last step of each circle that a walk through `edges` (from: {to: Include}) meets."""
+    state = {}
+
+    def walk(start):
+        stack = [(start, iter(sorted(edges.get(start, {}))))]
+        state[start] = "open"
+        while stack:
+            node, rest = stack[-1]
+            following = next(rest, None)
+            if following is None:
+                state[node] = "done"
+                stack.pop()
+            elif state.get(following) == "open":
+                names = [entry[0] for entry in stack]
+                circle = names[names.index(following):] + [following]
+                include = edges[node][following]
+                text = f"{what} include each other in a circle: {' -> '.join(circle)}"
+                yield Breach("src/" + include.path, include.line, text)
+            elif following not in state:
+                state[following] = "open"
+                stack.append((following, iter(sorted(edges.get(following, {})))))
+
+    for start in sorted(edges):
+        if start not in state:
+            yield from walk(start)
+
+
+def edges_between(includes, part_of):
+    edges = {}
+    for include in includes:
+        if not include.own:
+            continue
+        start, end = part_of(include.path), part_of(include.target)
+        if start != end or start == include.path:
+            edges.setdefault(start, {}).setdefault(end, include)
+    return edges
+
+
+def host_conditions(root):
+    for path in sources(root, "src", "tests", "bench"):
+        name = path.relative_to(root).as_posix()
+        if name.startswith(("src/platform/", "tests/platform/")):
+            continue
+        for number, line in enumerate(read(path), 1):
+            match = CONDITION.match(line)
+            asked = HOST_MACRO.search(match.group(1)) if match else None
+            if asked:
+                yield Breach(name, number, f"asks for the host ({asked.group(0)}) outside src/platform")
+
+
+def check(root):
+    """All breaches below `root`, in the order of the rules."""
+    includes = includes_of(root)
+    breaches = list(wrong_directions(includes))
+    breaches += circles(edges_between(includes, lambda name: name), "files")
+    breaches += circles(edges_between(includes, folder_of), "folders")
+    breaches += host_conditions(root)
+    return breaches
+
+
+def main(arguments):
+    if len(arguments) != 2:
+        print(__doc__)
+        return 2
+    root = pathlib.Path(arguments[1])
+    if not any(sources(root, "src")):
+        print(f"{root}: no sources below src")
+        return 2
+    breaches = check(root)
+    for breach in breaches:
+        print(breach)
+    return 1 if breaches else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv))

@@ -1,0 +1,162 @@
+#!/usr/bin/env python3
+"""Tests of include_check.py on small houses, most of them badly built."""
+
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+CHECK = pathlib.Path(__file__).resolve().parent / "include_check.py"
+
+
+class IncludeCheck(unittest.TestCase):
+    def setUp(self):
+        directory = tempfile.TemporaryDirectory()
+        self.addCleanup(directory.cleanup)
+        self.root = pathlib.Path(directory.name)
+
+    def outcome(self, files):
+        """Writes the files (name: text) and runs the check: its exit code and its lines."""
+        for name, text in files.items():
+            path = self.root / name
+            path.parent.mkdir(parents=True, exist_ok=True)
+            path.write_text(text)
+        done = subprocess.run([sys.executable, str(CHECK), str(self.root)], capture_output=True,
+                              text=True, check=False)
+        self.assertEqual(done.stderr, "")
+        return done.returncode, done.stdout.splitlines()
+
+    def expect_good(self, files):
+        self.assertEqual(self.outcome(files), (0, []))
+
+    def expect_bad(self, files, *beginnings):
+        """The check fails with as many lines as there are beginnings, each beginning so."""
+        code, lines = self.outcome(files)
+        self.assertEqual(code, 1)
+        self.assertEqual(len(lines), len(beginnings), lines)
+        for line, beginning in zip(lines, beginnings):
+            self.assertTrue(line.startswith(beginning), line)
+
+    def test_includes_that_go_down_or_stay_in_the_room_are_good(self):
+        self.expect_good({
+            "src/base/a.h": "#pragma once\n#include <string>\n",
+            "src/tourney/b.h": '#include <vector>\n#include "base/a.h"\n',
+            "src/tourney/c.cpp": '#include "tourney/b.h"\n  #  include "platform/files.h"\n',
+            "src/platform/files.h": "#include <cstdint>\n",
+        })
+
+    def test_an_include_that_goes_up_is_named_with_its_line(self):
+        self.expect_bad({
+            "src/base/a.h": '#pragma once\n\n#include "tourney/b.h"\n',
+            "src/tourney/b.h": "\n",
+        }, "src/base/a.h:3: base must not include")
+
+    def test_every_breach_is_named(self):
+        self.expect_bad({
+            "src/base/a.cpp": '#include "runner/b.h"\n#include "console/c.h"\n',
+            "src/runner/b.h": "\n",
+            "src/runner/d.h": '#include "console/c.h"\n',
+            "src/console/c.h": "\n",
+        }, "src/base/a.cpp:1:", "src/base/a.cpp:2:", "src/runner/d.h:1:")
+
+    def test_own_headers_are_written_from_src(self):
+        self.expect_bad({
+            "src/base/a.h": "\n",
+            "src/base/a.cpp": '#include "a.h"\n',
+            "src/base/b.cpp": '#include "../tourney/c.h"\n',
+            "src/base/d.cpp": '#include "tests/e.h"\n',
+        }, "src/base/a.cpp:1:", "src/base/b.cpp:1:", "src/base/d.cpp:1:")
+
+    def test_an_unknown_room_is_bad(self):
+        self.expect_bad({"src/attic/a.cpp": '#include "base/b.h"\n', "src/base/b.h": "\n"},
+                        'src/attic/a.cpp:1: "attic" is none of the rooms')
+
+    def test_host_headers_stand_in_the_hosts_folders_only(self):
+        self.expect_good({
+            "src/platform/posix/a.cpp": "#include <unistd.h>\n#include <sys/wait.h>\n",
+            "src/platform/posix/b.h": "#include <signal.h>\n",
+            "src/platform/windows/a.cpp": "#include <windows.h>\n",
+        })
+        self.expect_bad({
+            "src/platform/c.cpp": "#include <unistd.h>\n",
+            "src/runner/d.cpp": "#include <string>\n#include <Windows.h>\n",
+        }, "src/platform/c.cpp:1: <unistd.h>", "src/runner/d.cpp:2: <Windows.h>")
+
+    def test_windows_h_stands_in_sources_only(self):
+        self.expect_bad({"src/platform/windows/a.h": "#include <windows.h>\n"},
+                        "src/platform/windows/a.h:1: <windows.h>")
+
+    def test_no_other_library_is_used(self):
+        self.expect_bad({"src/base/a.cpp": "#include <boost/any.hpp>\n"}, "src/base/a.cpp:1:")
+
+    def test_a_hosts_folder_is_included_by_itself_only(self):
+        self.expect_bad({
+            "src/platform/posix/a.h": "\n",
+            "src/platform/posix/a.cpp": '#include "platform/posix/a.h"\n',
+            "src/platform/b.cpp": '#include "platform/posix/a.h"\n',
+            "src/platform/windows/c.cpp": '#include "platform/posix/a.h"\n',
+        }, "src/platform/b.cpp:1: only platform/posix", "src/platform/windows/c.cpp:1: only")
+
+    def test_files_in_a_circle_are_named(self):
+        self.expect_bad({
+            "src/base/a.h": '#include <string>\n#include "base/b.h"\n',
+            "src/base/b.h": '#include "base/c.h"\n',
+            "src/base/c.h": '\n\n#include "base/a.h"\n',
+        }, "src/base/c.h:3: files include each other in a circle: "
+           "base/a.h -> base/b.h -> base/c.h -> base/a.h")
+
+    def test_a_file_that_includes_itself_is_a_circle(self):
+        self.expect_bad({"src/base/a.h": '#include "base/a.h"\n'}, "src/base/a.h:1: files")
+
+    def test_folders_in_a_circle_are_named(self):
+        self.expect_bad({
+            "src/base/a.h": '#include "base/deep/b.h"\n',
+            "src/base/deep/b.h": "\n",
+            "src/base/deep/c.h": '#include "base/d.h"\n',
+            "src/base/d.h": "\n",
+        }, "src/base/deep/c.h:1: folders include each other in a circle: "
+           "base -> base/deep -> base")
+
+    def test_two_ways_to_one_file_are_no_circle(self):
+        self.expect_good({
+            "src/base/a.h": '#include "base/b.h"\n#include "base/c.h"\n',
+            "src/base/b.h": '#include "base/d.h"\n',
+            "src/base/c.h": '#include "base/d.h"\n',
+            "src/base/d.h": "\n",
+        })
+
+    def test_nobody_asks_for_the_host_outside_the_platform_room(self):
+        self.expect_bad({
+            "src/base/a.cpp": "#ifdef _WIN32\n#endif\n",
+            "src/runner/b.h": "\n# if defined(__linux__) && 1\n#elif __MINGW32__\n#endif\n",
+            "tests/base/c_test.cpp": "#ifndef WIN32\n#endif\n",
+            "bench/d_bench.cpp": "#if __has_include(<unistd.h>)\n#endif\n",
+        }, "src/base/a.cpp:1: asks for the host (_WIN32)", "src/runner/b.h:2:", "src/runner/b.h:3:",
+           "tests/base/c_test.cpp:1:", "bench/d_bench.cpp:1:")
+
+    def test_the_platform_room_and_its_tests_may_ask_for_the_host(self):
+        self.expect_good({
+            "src/platform/a.cpp": "#ifdef _WIN32\n#endif\n",
+            "tests/platform/a_test.cpp": "#ifdef _WIN32\n#endif\n",
+            "src/base/b.cpp": "#ifdef NDEBUG\n#endif\nconst char* kText = R\"(#x _WIN32)\";\n",
+        })
+
+    def test_comments_and_texts_are_no_includes(self):
+        self.expect_good({
+            "src/base/a.cpp": '// #include "console/a.h"\n/*\n#include "console/b.h"\n#ifdef _WIN32\n*/\n'
+                              'const char* kText = "/*";\n#include <string>\n',
+        })
+
+    def test_line_numbers_hold_behind_comments(self):
+        self.expect_bad({"src/base/a.cpp": '/* one\ntwo */\n#include <unistd.h>  // why\n'},
+                        "src/base/a.cpp:3: <unistd.h>")
+
+    def test_a_house_without_sources_is_no_success(self):
+        code, lines = self.outcome({"src/readme.txt": "nothing\n"})
+        self.assertEqual(code, 2)
+        self.assertEqual(len(lines), 1)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,167 @@
+#include <gtest/gtest.h>
+
+#include "console/typed_commands.h"
+#include "platform/clock.h"
+
+namespace tarvendo {
+namespace {
+
+class Get : public TypedCommands {
+ protected:
+  static std::string Unknown(const std::string& word) {
+    return "I just don't know what you mean by '" + word + "'.\n";
+  }
+};
+
+TEST_F(Get, WithoutAWordListsTheSettings) {
+  EXPECT_EQ(Type("get"),
+            "What do you want?\nCurrently available are:\n"
+            "  AutoRun        \t  AutoSave       \n"
+            "  BlackOptions   \t  Computer       \n"
+            "  FilesPath      \t  HashTables     \n"
+            "  Name           \t  PgnFile        \n"
+            "  PicsDir        \t  Ponder         \n"
+            "  Rounds         \t  RunnerStatus   \n"
+            "  SaveDebugFiles \t  SubRounds      \n"
+            "  Tablebases     \t  TimeControl    \n"
+            "  Type           \t  WhiteOptions   \n"
+            "  WinboardPath   \t");
+}
+
+TEST_F(Get, PonderIsAnsweredTwice) {
+  EXPECT_EQ(Type("get ponder"), "Ponder is OFF.\n" + Unknown("ponder"));
+  tourney.settings.ponder = 1;
+  EXPECT_EQ(Type("get POND"), "Ponder is ON.\n" + Unknown("POND"));
+  EXPECT_EQ(Type("get ponderous"), "Ponder is ON.\n" + Unknown("ponderous"));
+}
+
+TEST_F(Get, AutoRunIsAnsweredTwice) {
+  EXPECT_EQ(Type("get autorun"), "AutoRun is OFF.\n" + Unknown("autorun"));
+  tourney.settings.auto_run = 1;
+  EXPECT_EQ(Type("get autor"), "AutoRun is ON.\n" + Unknown("autor"));
+}
+
+TEST_F(Get, ASwitchedOffAutoSaveIsReportedUnderAutoRunsName) {
+  EXPECT_EQ(Type("get autosave"), "AutoRun is OFF.\n" + Unknown("autosave"));
+  UseAutoSave();
+  EXPECT_EQ(Type("get autos"), "AutoSave is ON, save file: /t/saved.ini\n" + Unknown("autos"));
+}
+
+TEST_F(Get, BehindADoubleAnswerTheWordsForEverywhereAreStillLookedFor) {
+  EXPECT_EQ(Type("get ponder type"), "Ponder is OFF.\nType = ROUND ROBIN.\n");
+  EXPECT_EQ(Type("get ponder round"), "Ponder is OFF.\nRound = 1/10\n");
+}
+
+TEST_F(Get, TheThreeWaysOfSavingDebugFiles) {
+  tourney.settings.save_debug_files = kSaveNever;
+  EXPECT_EQ(Type("get sav"), "Debug files are saved NEVER.\n");
+  tourney.settings.save_debug_files = kSaveAutomatically;
+  EXPECT_EQ(Type("get savedebugfiles"), "Debug files that are saved are selected AUTOMATICALLY.\n");
+  tourney.settings.save_debug_files = kSaveAlways;
+  EXPECT_EQ(Type("get SAV"), "Debug files are saved ALWAYS.\n");
+}
+
+TEST_F(Get, RunnerStatusIsTheRunnersReport) {
+  EXPECT_EQ(Type("get runnerstatus"), "Runner status: STOPPED\n");
+  tourney.Switch().SetRunning(true);
+  EXPECT_EQ(Type("get run"), "Runner status: RUNNING\n");
+}
+
+TEST_F(Get, RoundAndTypeAreFoundInAnyWord) {
+  EXPECT_EQ(Type("get rounds"), "Round = 1/10\n");
+  EXPECT_EQ(Type("get the round"), "Round = 1/10\n");
+  EXPECT_EQ(Type("get my type"), "Type = ROUND ROBIN.\n");
+  tourney.settings.type = kSwiss;
+  EXPECT_EQ(Type("get type"), "Type = SWISS.\n");
+  EXPECT_EQ(Type("get sub round"), "SubRounds = 1\n") << "an earlier test has ended the command";
+}
+
+TEST_F(Get, TextsAreShownAsTheyAre) {
+  TourneySettings& s = tourney.settings;
+  s.pics_dir = "pics\\";
+  s.computer = "a 50% PC";
+  s.hash_tables = "h";
+  s.tablebases = "t";
+  s.name = "My Cup";
+  s.white_options = "/w";
+  s.black_options = "";
+  EXPECT_EQ(Type("get fil"), "Files Path = /t\\\n");
+  EXPECT_EQ(Type("get pic"), "Pics Dir = pics\\\n");
+  EXPECT_EQ(Type("get tab"), "Tablebases = t\n");
+  EXPECT_EQ(Type("get com"), "Computer = a 50% PC\n");
+  EXPECT_EQ(Type("get has"), "Hashtables = h\n");
+  EXPECT_EQ(Type("get name"), "Name = My Cup\n");
+  EXPECT_EQ(Type("get pgn"), "PgnFile = /t\\all.pgn\n");
+  EXPECT_EQ(Type("get win"), "WinboardPath = winboard.exe\n");
+  EXPECT_EQ(Type("get whi"), "WhiteOptions = '/w'\n");
+  EXPECT_EQ(Type("get bla"), "BlackOptions = ''\n");
+}
+
+TEST_F(Get, TheTimeControlHasFourLines) {
+  tourney.settings.time_control = {305, 2, 40};
+  EXPECT_EQ(Type("get tim"), "TimeControl:\n    Time: 5:05\n    Inc:  2\n    Mps:  40\n");
+}
+
+TEST_F(Get, AnUnknownWordIsNamed) {
+  EXPECT_EQ(Type("get nonsense"), Unknown("nonsense"));
+  EXPECT_EQ(Type("get ru"), Unknown("ru"));
+  EXPECT_EQ(Type("get nam"), Unknown("nam"));
+}
+
+TEST_F(Get, AllIsTheFullListing) {
+  TourneySettings& s = tourney.settings;
+  s.name = "Cup";
+  s.pics_dir = "p";
+  s.computer = "PC";
+  s.hash_tables = "h";
+  s.tablebases = "t";
+  s.time_control = {150, 5, 40};
+  s.sub_rounds = 2;
+  EXPECT_EQ(Type("get all"),
+            "Type:          Round Robin\n"
+            "TimeControl:\n"
+            "    Time:      2:30\n"
+            "    Inc:       5\n"
+            "    Mps:       40\n"
+            "SubRounds:     2\n"
+            "\nName:          Cup\n"
+            "WinboardPath:  winboard.exe\n"
+            "Files Path:    /t\\\n"
+            "Pics Dir:      p\n"
+            "PgnFile:       /t\\all.pgn\n"
+            "\nComputer:     PC\n"
+            "Hashtables:    h\n"
+            "Ponder:        OFF.\n"
+            "Tablebases:    t\n"
+            "WhiteOptions:  ''\n"
+            "BlackOptions:  ''\n"
+            "AutoRun:       OFF.\n"
+            "AutoSave:      OFF.\n"
+            "SaveDebug:     NEVER.Runner status: STOPPED\n");
+}
+
+TEST_F(Get, AllOfASwissTourneyHasItsRound) {
+  TourneySettings& s = tourney.settings;
+  s.type = kSwiss;
+  s.ponder = s.auto_run = 1;
+  s.save_debug_files = kSaveAutomatically;
+  s.white_options = "w";
+  s.black_options = "b";
+  UseAutoSave();
+  tourney.round = 3;
+  tourney.Switch().SetStopTime(1000000000);
+  const std::string text = Type("get ALL");
+  EXPECT_EQ(text.substr(0, 21), "Type:          Swiss\n");
+  for (const std::string line :
+       {"Mps:       0\nRound:         3/10\nSubRounds:     1\n", "Ponder:        ON.\n",
+        "WhiteOptions:  'w'\nBlackOptions:  'b'\n", "AutoRun:       ON.\n",
+        "AutoSave:      ON, save file: /t/saved.ini\n", "SaveDebug:     AUTOMATICALLY.Runner"}) {
+    EXPECT_NE(text.find(line), std::string::npos) << line;
+  }
+  EXPECT_TRUE(text.ends_with("STOPPED\nStop time:  " + LocalTimeText(1000000000)));
+  s.save_debug_files = kSaveAlways;
+  EXPECT_NE(Type("get all").find("SaveDebug:     ALWAYS.Runner"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace tarvendo

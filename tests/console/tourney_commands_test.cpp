@@ -1,0 +1,112 @@
+#include <gtest/gtest.h>
+
+#include "console/typed_commands.h"
+
+namespace tarvendo {
+namespace {
+
+class TourneyCommands : public TypedCommands {};
+
+TEST_F(TourneyCommands, ViewOpensWinBoardOnTheTourneysPgnFile) {
+  tourney.settings.winboard_path = "c:\\w\\winboard.exe";
+  Type("view");
+  ASSERT_EQ(machine.processes.ShellCalls().size(), 1U);
+  EXPECT_EQ(machine.processes.ShellCalls()[0].line, "'c:/w/winboard.exe' /ncp /td 0 '/t/all.pgn'");
+}
+
+TEST_F(TourneyCommands, ViewShowsWhatTheProgramPrintsAndLeavesTheTourneyFree) {
+  machine.processes.on_shell = [this](const std::string&) {
+    const std::lock_guard lock(tourney.Lock());
+    return "no display\n";
+  };
+  EXPECT_EQ(Type("view"), "no display\nno display\n");
+}
+
+TEST_F(TourneyCommands, ResetSaysSo) {
+  EXPECT_EQ(Type("reset"), "Tourney reseted.\n");
+  EXPECT_TRUE(tourney.Participants().empty());
+}
+
+TEST_F(TourneyCommands, ResetSavesBeforeAndNotAfter) {
+  UseAutoSave();
+  Type("reset");
+  Tourney saved(machine.host, "/nowhere/");
+  ASSERT_TRUE(saved.Load("/t/saved.ini"));
+  EXPECT_EQ(saved.Participants().size(), 4U);
+}
+
+TEST_F(TourneyCommands, SaveAndLoadTakeAFileName) {
+  EXPECT_EQ(Type("save /t/a.ini"), "Tourney saved.\n");
+  tourney.settings.name = "Other";
+  EXPECT_EQ(Type("load /t/a.ini"), "Tourney loaded.\n");
+  EXPECT_EQ(tourney.settings.name, "My Own Winboard Tourney");
+}
+
+TEST_F(TourneyCommands, SaveAndLoadHaveADefault) {
+  EXPECT_EQ(Type("save"), "Tourney saved.\n");
+  EXPECT_TRUE(machine.files.Has("/t/tourney.ini"));
+  EXPECT_EQ(Type("load"), "Tourney loaded.\n");
+}
+
+TEST_F(TourneyCommands, WhatCannotBeSavedOrLoadedIsReported) {
+  EXPECT_EQ(Type("save /nowhere/a.ini"), "Saving tourney failed!\n");
+  EXPECT_EQ(Type("load /nowhere/a.ini"), "Loading tourney failed!\n");
+  machine.files.Put("/t/a.txt", "hello\n");
+  EXPECT_EQ(Type("load /t/a.txt"), "Not a tourney file.\nLoading tourney failed!\n");
+  EXPECT_EQ(tourney.Participants().size(), 4U);
+}
+
+TEST_F(TourneyCommands, HousekeepCutsTheLogAtItsLimit) {
+  machine.log.AddFile("/home/log");
+  std::string lines;
+  while (lines.size() < 4000)
+    lines += std::string(99, 'x') + "\n";
+  machine.log.Echo(lines);
+  Type("housekeep 5000");
+  EXPECT_GT(machine.files.Bytes("/home/log").size(), 4000U);
+  Type("housekeep");
+  EXPECT_GT(machine.files.Bytes("/home/log").size(), 4000U);
+  Type("hou 100");
+  EXPECT_LT(machine.files.Bytes("/home/log").size(), 2500U);
+}
+
+TEST_F(TourneyCommands, CreateRRGamesIsForRoundRobins) {
+  EXPECT_TRUE(Type("createrr").starts_with("Creating Round Robin games...Adding game "));
+  EXPECT_EQ(tourney.Games().size(), 6U);
+  tourney.settings.type = kSwiss;
+  EXPECT_EQ(Type("createrrgames"),
+            "This command has only effect on Round robin tourneys.\nTry Pair instead.\n");
+  EXPECT_EQ(tourney.Games().size(), 6U);
+  EXPECT_EQ(tourney.last_game_number, 6);
+}
+
+TEST_F(TourneyCommands, CreateRRGamesSavesBefore) {
+  UseAutoSave();
+  tourney.settings.save_file = "/nowhere/saved.ini";
+  const std::string output = Type("createrr");
+  EXPECT_TRUE(output.starts_with("Saving tourney failed!\nCreating Round Robin games..."));
+  EXPECT_TRUE(output.ends_with("ready.\nSaving tourney failed!\n"));
+}
+
+TEST_F(TourneyCommands, TheDirectoryIsChangedToTheRestOfTheLine) {
+  machine.files.MakeDirectory("/my dir");
+  EXPECT_EQ(Type("cd /t"), "");
+  EXPECT_EQ(machine.files.CurrentDirectory(), "/t");
+  Type("CD   /my dir \t");
+  EXPECT_EQ(machine.files.CurrentDirectory(), "/my dir");
+}
+
+TEST_F(TourneyCommands, ADirectoryThatIsNotThereIsPassedOverInSilence) {
+  EXPECT_EQ(Type("cd /nowhere"), "");
+  EXPECT_EQ(Type("cd "), "");
+  EXPECT_EQ(machine.files.CurrentDirectory(), "/home");
+  EXPECT_TRUE(machine.processes.ShellCalls().empty());
+}
+
+TEST_F(TourneyCommands, CdWithoutABlankIsTheShells) {
+  Type("cd");
+  EXPECT_EQ(machine.processes.ShellCalls().size(), 1U);
+}
+
+}  // namespace
+}  // namespace tarvendo

@@ -1,0 +1,193 @@
+// The files in memory that the tests work with keep what the real ones promise.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <memory>
+#include <random>
+#include <string>
+
+#include "fakes/memory_file_system.h"
+#include "platform/files.h"
+
+namespace tarvendo {
+namespace {
+
+/// A file system and a directory in it that is the test's own.
+class Disk {
+ public:
+  virtual ~Disk() = default;
+  virtual FileSystem& Files() = 0;
+  virtual std::string Directory() const = 0;  ///< ends in "/"
+  virtual void MakeDirectory(const std::string& name) = 0;
+};
+
+class MemoryDisk : public Disk {
+ public:
+  FileSystem& Files() override { return files_; }
+  std::string Directory() const override { return "/home/"; }
+  void MakeDirectory(const std::string& name) override { files_.MakeDirectory("/home/" + name); }
+
+ private:
+  MemoryFileSystem files_;
+};
+
+class RealDisk : public Disk {
+ public:
+  RealDisk()
+      : before_(std::filesystem::current_path()),
+        path_(std::filesystem::temp_directory_path() /
+              ("tarvendo-contract-" + std::to_string(std::random_device()()))),
+        files_(MakeFileSystem()) {
+    std::filesystem::create_directory(path_);
+    path_ = std::filesystem::canonical(path_);
+  }
+  ~RealDisk() override {
+    std::filesystem::current_path(before_);
+    std::filesystem::remove_all(path_);
+  }
+  RealDisk(const RealDisk&) = delete;
+  RealDisk& operator=(const RealDisk&) = delete;
+
+  FileSystem& Files() override { return *files_; }
+  std::string Directory() const override { return path_.generic_string() + "/"; }
+  void MakeDirectory(const std::string& name) override {
+    std::filesystem::create_directory(path_ / name);
+  }
+
+ private:
+  std::filesystem::path before_;
+  std::filesystem::path path_;
+  std::unique_ptr<FileSystem> files_;
+};
+
+template <typename D>
+class FileSystemContract : public testing::Test {
+ protected:
+  std::string Path(const std::string& name) { return disk.Directory() + name; }
+
+  void Make(const std::string& name, const std::string& text) {
+    const auto file = files.Create(Path(name));
+    ASSERT_NE(file, nullptr);
+    EXPECT_TRUE(file->Write(text));
+    EXPECT_TRUE(file->Close());
+  }
+
+  std::string Text(const std::string& name) {
+    return files.ReadText(Path(name)).value_or("(cannot be read)");
+  }
+
+  D disk;
+  FileSystem& files = disk.Files();
+};
+
+using Disks = testing::Types<MemoryDisk, RealDisk>;
+TYPED_TEST_SUITE(FileSystemContract, Disks, );
+
+TYPED_TEST(FileSystemContract, WhatIsWrittenIsReadBack) {
+  this->Make("a", std::string("one\n\0two\xFF", 9));
+  EXPECT_EQ(this->Text("a"), std::string("one\n\0two\xFF", 9));
+}
+
+TYPED_TEST(FileSystemContract, CreatingEmptiesAnOldFile) {
+  this->Make("a", "long old text\n");
+  this->Make("a", "new\n");
+  EXPECT_EQ(this->Text("a"), "new\n");
+}
+
+TYPED_TEST(FileSystemContract, AppendingMakesTheFileOrGoesOnBehindIt) {
+  for (int i = 0; i < 2; ++i) {
+    const auto file = this->files.Append(this->Path("a"));
+    ASSERT_NE(file, nullptr);
+    EXPECT_TRUE(file->Write("line\n"));
+    EXPECT_EQ(file->Size(), 5 * (i + 1));
+    EXPECT_TRUE(file->Close());
+  }
+  EXPECT_EQ(this->Text("a"), "line\nline\n");
+}
+
+TYPED_TEST(FileSystemContract, FlushedTextCanBeReadWhileTheFileIsOpen) {
+  const auto file = this->files.Create(this->Path("a"));
+  ASSERT_NE(file, nullptr);
+  EXPECT_TRUE(file->Write("text"));
+  EXPECT_TRUE(file->Flush());
+  EXPECT_EQ(this->Text("a"), "text");
+}
+
+TYPED_TEST(FileSystemContract, ReadingFoldsCrLfUnlessItIsReadFromAPlace) {
+  const std::string path = this->Path("a");
+  this->Make("a", "a\r\nb\rc\n");
+  EXPECT_EQ(this->files.ReadText(path), "a\nb\rc\n");
+  EXPECT_EQ(this->files.ReadFrom(path, 1), "\r\nb\rc\n");
+  EXPECT_EQ(this->files.ReadFrom(path, 7), "");
+  EXPECT_EQ(this->files.ReadFrom(path, 700), "");
+}
+
+TYPED_TEST(FileSystemContract, AMissingFileIsNotThereForAnybody) {
+  const std::string path = this->Path("a");
+  EXPECT_FALSE(this->files.ReadText(path).has_value());
+  EXPECT_FALSE(this->files.ReadFrom(path, 0).has_value());
+  EXPECT_FALSE(this->files.Exists(path));
+  EXPECT_FALSE(this->files.IsReadable(path));
+  EXPECT_FALSE(this->files.IsPlainFile(path));
+  EXPECT_FALSE(this->files.Remove(path));
+  EXPECT_FALSE(this->files.Rename(path, this->Path("b")));
+}
+
+TYPED_TEST(FileSystemContract, ADirectoryIsThereButNoFile) {
+  this->disk.MakeDirectory("d");
+  const std::string path = this->Path("d");
+  EXPECT_TRUE(this->files.Exists(path));
+  EXPECT_FALSE(this->files.IsReadable(path));
+  EXPECT_FALSE(this->files.IsPlainFile(path));
+  EXPECT_FALSE(this->files.ReadText(path).has_value());
+  EXPECT_EQ(this->files.Create(path), nullptr);
+  EXPECT_EQ(this->files.Append(path), nullptr);
+  EXPECT_FALSE(this->files.Remove(path));
+  EXPECT_TRUE(this->files.Exists(path));
+}
+
+TYPED_TEST(FileSystemContract, AFileNeedsItsDirectory) {
+  EXPECT_EQ(this->files.Create(this->Path("nowhere/a")), nullptr);
+  EXPECT_EQ(this->files.Append(this->Path("nowhere/a")), nullptr);
+  EXPECT_EQ(this->files.Create(""), nullptr);
+}
+
+TYPED_TEST(FileSystemContract, RemovingTakesTheFileAway) {
+  this->Make("a", "");
+  EXPECT_TRUE(this->files.IsPlainFile(this->Path("a")));
+  EXPECT_TRUE(this->files.Remove(this->Path("a")));
+  EXPECT_FALSE(this->files.Exists(this->Path("a")));
+}
+
+TYPED_TEST(FileSystemContract, RenamingReplacesTheOtherFile) {
+  this->Make("a", "new");
+  this->Make("b", "old");
+  EXPECT_TRUE(this->files.Rename(this->Path("a"), this->Path("b")));
+  EXPECT_EQ(this->Text("b"), "new");
+  EXPECT_FALSE(this->files.Exists(this->Path("a")));
+  EXPECT_FALSE(this->files.Rename(this->Path("b"), this->Path("nowhere/b")));
+  EXPECT_EQ(this->Text("b"), "new");
+}
+
+TYPED_TEST(FileSystemContract, ABackslashSeparatesDirectoriesToo) {
+  this->disk.MakeDirectory("d");
+  this->Make("d\\a", "text");
+  EXPECT_EQ(this->Text("d/a"), "text");
+}
+
+TYPED_TEST(FileSystemContract, NamesAreTakenAgainstTheCurrentDirectory) {
+  this->disk.MakeDirectory("d");
+  EXPECT_FALSE(this->files.ChangeDirectory(this->Path("missing")));
+  EXPECT_FALSE(this->files.ChangeDirectory(""));
+  EXPECT_TRUE(this->files.ChangeDirectory(this->Path("d")));
+  const auto file = this->files.Create("a");
+  ASSERT_NE(file, nullptr);
+  EXPECT_TRUE(file->Close());
+  EXPECT_TRUE(this->files.Exists(this->Path("d/a")));
+  EXPECT_EQ(this->files.FullPath("a"), this->Path("d/a"));
+  EXPECT_EQ(this->files.FullPath(this->Path("b")), this->Path("b"));
+}
+
+}  // namespace
+}  // namespace tarvendo

@@ -1,0 +1,376 @@
+#include "runner/collect.h"
+
+#include <gtest/gtest.h>
+
+#include "runner/mortal_file_system.h"
+#include "runner/small_tourney.h"
+#include "runner/spool.h"
+
+namespace tarvendo {
+namespace {
+
+constexpr const char* kStars = "\n******************************************************\n";
+
+/// Three spooled games.
+class Collect : public ::testing::Test, protected SmallTourney {
+ protected:
+  Collect() {
+    AddGames(3);
+    SpoolAll(tourney);
+    machine.TakeOutput();
+  }
+
+  std::string Output() { return machine.TakeOutput(); }
+  std::string AllPgn() { return machine.files.Bytes("/t/all.pgn"); }
+
+  /// Game 2's record as the tourney's PGN file gets it.
+  std::string Merged(const std::string& pgn) { return MergedPgn(tourney, GameNumber(2), pgn); }
+};
+
+TEST(ResultInPgn, IsThatOfTheResultTag) {
+  EXPECT_EQ(ResultInPgn("[Result \"1-0\"]\n"), kWhiteWins);
+  EXPECT_EQ(ResultInPgn("[Result \"0-1\"]\n"), kBlackWins);
+  EXPECT_EQ(ResultInPgn("[Result \"1/2-1/2\"]\n"), kDraw);
+  EXPECT_EQ(ResultInPgn("[Result \"*\"]\n"), kUnfinished);
+}
+
+TEST(ResultInPgn, TheTagMayBeWrittenInCapitalsTheValueMayNotDiffer) {
+  EXPECT_EQ(ResultInPgn("[RESULT \"0-1\"]\n"), kBlackWins);
+  EXPECT_EQ(ResultInPgn("[Result \"O-1\"]\n"), kUnfinished);
+}
+
+TEST(ResultInPgn, TheValueStandsAtAFixedPlace) {
+  EXPECT_EQ(ResultInPgn("[Result  \"1-0\"]\n"), kUnfinished);
+  EXPECT_EQ(ResultInPgn("[Result\n"), kUnfinished);
+  EXPECT_EQ(ResultInPgn("(Result_!1-0\n"), kWhiteWins);
+}
+
+TEST(ResultInPgn, WithoutATagThereIsNone) {
+  EXPECT_EQ(ResultInPgn(""), kUnknown);
+  EXPECT_EQ(ResultInPgn("x"), kUnknown);
+  EXPECT_EQ(ResultInPgn("[Event \"x\"]\n\n1. e4 1-0\n"), kUnknown);
+  EXPECT_EQ(ResultInPgn(" [Result \"1-0\"]\n"), kUnknown);
+}
+
+TEST(ResultInPgn, TheFirstTagCounts) {
+  EXPECT_EQ(ResultInPgn("x\n[Result \"*\"]\n[Result \"1-0\"]\n"), kUnfinished);
+  EXPECT_EQ(ResultInPgn("[Result \"1-0\"]"), kWhiteWins);
+}
+
+TEST_F(Collect, TheTagsTellTheTourneysOwnData) {
+  tourney.settings.name = "My Cup";
+  GameNumber(2).round = 3;
+  EXPECT_EQ(Merged("[Event \"x\"]\n[Site \"s\"]\n[Round \"-\"]\n[White \"w\"]\n[Black \"b\"]\n"
+                   "[Result \"1-0\"]\n\n1. e4\n"),
+            "[Event \"My Cup\"]\n[Site \"s\"]\n[Round \"3\"]\n[Number \"2\"]\n[White \"Beta\"]\n"
+            "[Black \"Gamma\"]\n[Result \"1-0\"]\n\n1. e4\n");
+}
+
+TEST_F(Collect, TagNamesIgnoreTheCase) {
+  EXPECT_EQ(Merged("[EVENT x\n[round\n[wHite \"\n[BLACK \"\n"),
+            "[Event \"My Own Winboard Tourney\"]\n[Round \"2\"]\n[Number \"2\"]\n"
+            "[White \"Beta\"]\n[Black \"Gamma\"]\n");
+}
+
+TEST_F(Collect, TagsThatOnlyLookSimilarAreCopied) {
+  const std::string pgn = "[WhiteElo \"1\"]\n[White  \"w\"]\n[BlackElo \"2\"]\n[Black\n";
+  EXPECT_EQ(Merged(pgn), pgn);
+}
+
+TEST_F(Collect, ATagBehindBlanksIsCopied) {
+  EXPECT_EQ(Merged(" [White \"w\"]\n\t[Event \"e\"]\n"), " [White \"w\"]\n\t[Event \"e\"]\n");
+}
+
+TEST_F(Collect, AGameWithoutAWhiteTagGetsNoNumber) {
+  EXPECT_EQ(Merged("[Black \"b\"]\n"), "[Black \"Gamma\"]\n");
+}
+
+TEST_F(Collect, TheSubRoundStandsBehindTheRoundOnlyWhenThereAreSeveral) {
+  GameNumber(2).round = 3;
+  GameNumber(2).sub_round = 2;
+  EXPECT_EQ(Merged("[Round \"1\"]\n"), "[Round \"3\"]\n");
+  tourney.settings.sub_rounds = 2;
+  EXPECT_EQ(Merged("[Round \"1\"]\n"), "[Round \"3.2\"]\n");
+}
+
+TEST_F(Collect, ALastLineWithoutLineFeedIsLost) {
+  EXPECT_EQ(Merged("1. e4\n2. d4"), "1. e4\n");
+  EXPECT_EQ(Merged("2. d4"), "");
+  EXPECT_EQ(Merged(""), "");
+}
+
+TEST_F(Collect, LongLinesAreCopiedWhole) {
+  const std::string line = std::string(1000, 'x') + "\n";
+  EXPECT_EQ(Merged(line), line);
+}
+
+TEST_F(Collect, PercentSignsAndQuotesAreNothingSpecial) {
+  tourney.settings.name = "%s \"100%n\"";
+  EXPECT_EQ(Merged("[Event \"x\"]\n{ 50%d }\n"), "[Event \"%s \"100%n\"\"]\n{ 50%d }\n");
+}
+
+TEST_F(Collect, ACollectedGameIsReadyAndAnnounced) {
+  PutPgn(2, "0-1");
+  EXPECT_TRUE(CollectResult(tourney, 2));
+  EXPECT_EQ(GameNumber(2).status, kReady);
+  EXPECT_EQ(GameNumber(2).result, kBlackWins);
+  EXPECT_EQ(Output(), std::string(kStars) + "Game 2: Beta - Gamma : 0 - 1" + kStars + "> ");
+}
+
+TEST_F(Collect, AGameWithoutResultIsAnnouncedWithAnAsterisk) {
+  PutPgn(1, "*");
+  EXPECT_TRUE(CollectResult(tourney, 1));
+  EXPECT_EQ(GameNumber(1).result, kUnfinished);
+  EXPECT_NE(Output().find("Game 1: Alpha - Beta : *\n"), std::string::npos);
+}
+
+TEST_F(Collect, TheGamesFilesAreGoneAndTheirNamesForgotten) {
+  PutPgn(2, "1-0");
+  CollectResult(tourney, 2);
+  EXPECT_FALSE(machine.files.Has("/t/g2.PGN"));
+  EXPECT_FALSE(machine.files.Has("/t/g2.BAT"));
+  EXPECT_EQ(GameNumber(2).bat_file, "");
+  EXPECT_EQ(GameNumber(2).pgn_file, "");
+}
+
+TEST_F(Collect, GamesFollowOneAnotherInTheTourneysPgnFile) {
+  machine.files.Put("/t/all.pgn", "before\n");
+  PutPgn(1, "1-0");
+  PutPgn(2, "1/2-1/2");
+  CollectResult(tourney, 2);
+  CollectResult(tourney, 1);
+  EXPECT_EQ(AllPgn(), "before\n" + Merged(PgnText("1/2-1/2")) +
+                          MergedPgn(tourney, GameNumber(1), PgnText("1-0")));
+}
+
+TEST_F(Collect, TheHtmlTableIsWrittenAfterAResult) {
+  PutPgn(1, "1-0");
+  CollectResult(tourney, 1);
+  EXPECT_NE(machine.files.Bytes("/t/table.htm").find("Alpha"), std::string::npos);
+}
+
+TEST_F(Collect, WithoutAGameOrItsFileNothingHappens) {
+  EXPECT_FALSE(CollectResult(tourney, 1));
+  EXPECT_FALSE(CollectResult(tourney, 99));
+  EXPECT_EQ(Output(), "");
+  EXPECT_EQ(GameNumber(1).status, kSpooled);
+  EXPECT_FALSE(machine.files.Has("/t/table.htm"));
+}
+
+TEST_F(Collect, AnEmptyPgnFileGivesAReadyGameOfUnknownResult) {
+  machine.files.Put("/t/g1.PGN", "");
+  EXPECT_TRUE(CollectResult(tourney, 1));
+  EXPECT_EQ(GameNumber(1).status, kReady);
+  EXPECT_EQ(GameNumber(1).result, kUnknown);
+  EXPECT_EQ(AllPgn(), "");
+}
+
+TEST_F(Collect, ATourneyPgnFileThatCannotBeOpenedIsReportedAndTheResultKept) {
+  machine.files.Deny(FileOperation::kOpen, "/t/all.pgn");
+  PutPgn(1, "1-0");
+  EXPECT_TRUE(CollectResult(tourney, 1));
+  EXPECT_EQ(Output(), std::string("Error copying pgn-file!\n") + kStars +
+                          "Game 1: Alpha - Beta : 1 - 0" + kStars + "> ");
+  EXPECT_EQ(GameNumber(1).result, kWhiteWins);
+  EXPECT_FALSE(machine.files.Has("/t/g1.PGN"));
+}
+
+TEST_F(Collect, AFullDiskIsReportedToo) {
+  for (const FileOperation operation : {FileOperation::kWrite, FileOperation::kClose}) {
+    PutPgn(1, "1-0");
+    GameNumber(1).pgn_file = "/t\\g1.PGN";
+    machine.files.Deny(operation, "/t/all.pgn");
+    EXPECT_TRUE(CollectResult(tourney, 1));
+    EXPECT_EQ(Output().substr(0, 24), "Error copying pgn-file!\n");
+    machine.files.Allow(operation, "/t/all.pgn");
+  }
+}
+
+TEST_F(Collect, CollectAllTakesEverySpooledGameThatHasARecord) {
+  PutPgn(1, "1-0");
+  PutPgn(3, "0-1");
+  CollectAll(tourney);
+  EXPECT_EQ(GameNumber(1).status, kReady);
+  EXPECT_EQ(GameNumber(2).status, kSpooled);
+  EXPECT_EQ(GameNumber(3).status, kReady);
+  EXPECT_EQ(tourney.games_state, 1);
+  PutPgn(2, "*");
+  CollectAll(tourney);
+  EXPECT_EQ(tourney.games_state, 2);
+  GameNumber(2).result = kDraw;
+  CollectAll(tourney);
+  EXPECT_EQ(tourney.games_state, 3);
+}
+
+TEST_F(Collect, CollectAllLeavesGamesAloneThatAreNotSpooled) {
+  GameNumber(1).status = kNothingDone;
+  GameNumber(2).status = kReady;
+  PutPgn(1, "1-0");
+  PutPgn(2, "1-0");
+  CollectAll(tourney);
+  EXPECT_EQ(GameNumber(1).status, kNothingDone);
+  EXPECT_EQ(GameNumber(2).result, kUnknown);
+  EXPECT_TRUE(machine.files.Has("/t/g1.PGN"));
+  EXPECT_EQ(Output(), "");
+}
+
+TEST_F(Collect, CollectAllWaitsForTheRecordOfTheGameThatIsBeingPlayed) {
+  machine.files.Put("/t/g1.PGN", "");
+  machine.files.Put("/t/g2.PGN", "");
+  tourney.current_game = 2;
+  CollectAll(tourney);
+  EXPECT_EQ(GameNumber(1).status, kReady);
+  EXPECT_EQ(GameNumber(2).status, kSpooled);
+}
+
+TEST(CollectAllOfASwissTourney, MovesItOnRoundByRound) {
+  SmallTourney swiss;
+  Tourney& tourney = swiss.tourney;
+  tourney.settings.type = kSwiss;
+  tourney.settings.rounds = 2;
+  tourney.AddGame(1, 2, 1, 1);
+  tourney.AddGame(3, 4, 1, 1);
+  SpoolAll(tourney);
+  swiss.PutPgn(1, "1-0");
+  CollectAll(tourney);
+  EXPECT_EQ(tourney.round, 1);
+  swiss.PutPgn(2, "1-0");
+  CollectAll(tourney);
+  EXPECT_EQ(tourney.round, 2);
+}
+
+TEST(CollectAllOfASwissTourney, MovesItOnOverSeveralRoundsAtOnce) {
+  SmallTourney swiss;
+  Tourney& tourney = swiss.tourney;
+  tourney.settings.type = kSwiss;
+  for (int more = 0; more < 4; ++more)
+    swiss.AddParticipant("More" + std::to_string(more));
+  tourney.settings.rounds = 4;
+  for (int round = 1; round <= 2; ++round) {
+    for (int white = 1; white <= 7; white += 2)
+      tourney.AddGame(white, white + 1, round, 1);
+  }
+  SpoolAll(tourney);
+  for (int number = 1; number <= 8; ++number)
+    swiss.PutPgn(number, "1-0");
+  CollectAll(tourney);
+  EXPECT_EQ(tourney.round, 3);
+}
+
+TEST_F(Collect, WithAutoSaveTheResultIsOnTheDiskBeforeTheRecordIsGone) {
+  tourney.settings.auto_save = 1;
+  tourney.settings.save_file = "/t/tourney.ini";
+  PutPgn(1, "1-0");
+  machine.files.Deny(FileOperation::kRemove, "/t/g1.PGN");
+  CollectResult(tourney, 1);
+  Tourney loaded(machine.host, "/nowhere/");
+  ASSERT_TRUE(loaded.Load("/t/tourney.ini"));
+  EXPECT_EQ(loaded.FindGame(1)->status, kReady);
+  EXPECT_EQ(loaded.FindGame(1)->result, kWhiteWins);
+  EXPECT_EQ(loaded.FindGame(1)->pgn_file, "");
+}
+
+/// How often game N stands in a PGN text.
+int CountGame(const std::string& pgn, int number) {
+  const std::string tag = "[Number \"" + std::to_string(number) + "\"]";
+  int count = 0;
+  for (std::size_t at = pgn.find(tag); at != std::string::npos; at = pgn.find(tag, at + 1))
+    ++count;
+  return count;
+}
+
+/// Collects three finished games on a machine whose power goes at the n-th change of a file, then
+/// starts the program again from what lies on the disk and collects once more.
+class PowerCutWhileCollecting : public ::testing::TestWithParam<bool> {
+ protected:
+  void Arrange() {
+    SmallTourney& was = *before_;
+    was.AddGames(3);
+    SpoolAll(was.tourney);
+    for (int number = 1; number <= 3; ++number)
+      was.PutPgn(number, "1-0");
+    was.tourney.settings.auto_save = GetParam() ? 1 : 0;
+    ASSERT_TRUE(was.tourney.Save("/t/tourney.ini"));
+  }
+
+  /// False when the power went.
+  bool CollectUntil(int operations) {
+    MortalFileSystem files(before_->machine.files, operations);
+    Host host{files, before_->machine.processes, before_->machine.clock};
+    Tourney tourney(host, "/nowhere/");
+    EXPECT_TRUE(tourney.Load("/t/tourney.ini"));
+    try {
+      CollectAll(tourney);
+    } catch (const PowerCut&) {
+      return false;
+    }
+    return true;
+  }
+
+  void StartAgain() {
+    Tourney tourney(before_->machine.host, "/nowhere/");
+    ASSERT_TRUE(tourney.Load("/t/tourney.ini"));
+    CollectAll(tourney);
+    const std::string pgn = before_->machine.files.Bytes("/t/all.pgn");
+    for (int number = 1; number <= 3; ++number) {
+      EXPECT_GE(CountGame(pgn, number), 1) << "game " << number;
+      const Game& game = *tourney.FindGame(number);
+      const bool is_kept = game.IsReady() && game.result == kWhiteWins;
+      EXPECT_TRUE(is_kept || !GetParam()) << "game " << number;
+    }
+  }
+
+  std::unique_ptr<SmallTourney> before_;
+};
+
+TEST_P(PowerCutWhileCollecting, LosesNoFinishedGame) {
+  int steps = 0;
+  for (bool whole = false; !whole && !HasFailure(); ++steps) {
+    SCOPED_TRACE("power cut at step " + std::to_string(steps));
+    before_.reset();
+    before_ = std::make_unique<SmallTourney>();
+    Arrange();
+    whole = CollectUntil(steps);
+    StartAgain();
+  }
+  EXPECT_GT(steps, 15);
+}
+
+INSTANTIATE_TEST_SUITE_P(AutoSave, PowerCutWhileCollecting, ::testing::Bool());
+
+TEST(FailuresWhileCollecting, EachIsSurvivedAndALostRecordReported) {
+  for (const FileOperation operation :
+       {FileOperation::kRead, FileOperation::kOpen, FileOperation::kWrite, FileOperation::kClose,
+        FileOperation::kRename, FileOperation::kRemove}) {
+    for (int n = 1; n <= 12; ++n) {
+      SCOPED_TRACE(std::to_string(static_cast<int>(operation)) + " fails at " + std::to_string(n));
+      SmallTourney small;
+      small.AddGames(2);
+      SpoolAll(small.tourney);
+      small.tourney.settings.auto_save = 1;
+      for (int number = 1; number <= 2; ++number)
+        small.PutPgn(number, "1-0");
+      small.machine.TakeOutput();
+      small.machine.files.FailAt(operation, n);
+      CollectAll(small.tourney);
+      CollectAll(small.tourney);
+      const bool told = small.machine.TakeOutput().find("Error copying") != std::string::npos;
+      const std::string pgn = small.machine.files.Bytes("/t/all.pgn");
+      for (int number = 1; number <= 2; ++number) {
+        EXPECT_EQ(small.GameNumber(number).result, kWhiteWins);
+        EXPECT_TRUE(told || CountGame(pgn, number) == 1);
+      }
+    }
+  }
+}
+
+TEST_F(Collect, AnEmptyRecordIsToldFromNone) {
+  EXPECT_FALSE(HasEmptyPgn(tourney, GameNumber(1)));
+  machine.files.Put("/t/g1.PGN", "");
+  EXPECT_TRUE(HasEmptyPgn(tourney, GameNumber(1)));
+  machine.files.Put("/t/g1.PGN", "x");
+  EXPECT_FALSE(HasEmptyPgn(tourney, GameNumber(1)));
+}
+
+}  // namespace
+}  // namespace tarvendo

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "fakes/memory_file_system.h"
+
+namespace tarvendo {
+
+/// Thrown in place of the file operation at which the power goes.
+struct PowerCut {};
+
+/// The files of a machine whose power goes at the n-th operation that changes a file: that one and
+/// every later one throws, and what was changed before lies in `disk`. A write that is cut gets
+/// half of its text there.
+class MortalFileSystem : public FileSystem {
+ public:
+  /// `operations` is how many of them are done before; a negative number is never reached.
+  MortalFileSystem(MemoryFileSystem& disk, int operations) : disk_(disk), left_(operations) {}
+
+  std::optional<std::string> ReadText(const std::string& path) override {
+    return disk_.ReadText(path);
+  }
+  std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override {
+    return disk_.ReadFrom(path, offset);
+  }
+  std::unique_ptr<OutputFile> Create(const std::string& path) override {
+    Spend();
+    return Mortal(disk_.Create(path));
+  }
+  std::unique_ptr<OutputFile> Append(const std::string& path) override {
+    Spend();
+    return Mortal(disk_.Append(path));
+  }
+  bool Exists(const std::string& path) override { return disk_.Exists(path); }
+  bool IsReadable(const std::string& path) override { return disk_.IsReadable(path); }
+  bool IsPlainFile(const std::string& path) override { return disk_.IsPlainFile(path); }
+  bool Remove(const std::string& path) override {
+    Spend();
+    return disk_.Remove(path);
+  }
+  bool Rename(const std::string& from, const std::string& to) override {
+    Spend();
+    return disk_.Rename(from, to);
+  }
+  bool ChangeDirectory(const std::string& path) override { return disk_.ChangeDirectory(path); }
+  std::string FullPath(const std::string& path) override { return disk_.FullPath(path); }
+
+ private:
+  class Stream : public OutputFile {
+   public:
+    Stream(MortalFileSystem& owner, std::unique_ptr<OutputFile> file)
+        : owner_(owner), file_(std::move(file)) {}
+    bool Write(std::string_view text) override {
+      if (owner_.left_ == 0) file_->Write(text.substr(0, text.size() / 2));
+      owner_.Spend();
+      return file_->Write(text);
+    }
+    bool Flush() override { return file_->Flush(); }
+    std::int64_t Size() override { return file_->Size(); }
+    bool Close() override {
+      owner_.Spend();
+      return file_->Close();
+    }
+
+   private:
+    MortalFileSystem& owner_;
+    std::unique_ptr<OutputFile> file_;
+  };
+
+  std::unique_ptr<OutputFile> Mortal(std::unique_ptr<OutputFile> file) {
+    if (!file) return nullptr;
+    return std::make_unique<Stream>(*this, std::move(file));
+  }
+
+  void Spend() {
+    if (left_ == 0) throw PowerCut();
+    if (left_ > 0) --left_;
+  }
+
+  MemoryFileSystem& disk_;
+  int left_;
+};
+
+}  // namespace tarvendo

@@ -1,0 +1,166 @@
+#include "runner/next_game.h"
+
+#include <gtest/gtest.h>
+
+#include "runner/small_tourney.h"
+#include "runner/spool.h"
+
+namespace tarvendo {
+namespace {
+
+class NextGame : public ::testing::Test, protected SmallTourney {
+ protected:
+  /// The number of the game to run, 0 for none.
+  int Next() {
+    const Game* game = NextGameToRun(tourney, brackets);
+    return game != nullptr ? game->number : 0;
+  }
+
+  void MakeAllReady(int result) {
+    for (Game& game : tourney.Games()) {
+      game.status = kReady;
+      game.result = result;
+    }
+  }
+
+  /// Two participants fewer, and all games between the two that are left.
+  void MakeSwiss(int rounds) {
+    tourney.settings.type = kSwiss;
+    tourney.settings.rounds = rounds;
+    tourney.Participants().resize(2);
+  }
+
+  /// What the after-game step prints.
+  std::string AfterGame() {
+    machine.TakeOutput();
+    NextRound(tourney, brackets);
+    return machine.TakeOutput();
+  }
+};
+
+TEST_F(NextGame, IsTheOneThatWasSpooledFirst) {
+  AddGames(3);
+  Spool(tourney, 2);
+  Spool(tourney, 1);
+  EXPECT_EQ(Next(), 2);
+  EXPECT_EQ(tourney.current_game, 2);
+  GameNumber(2).status = kReady;
+  EXPECT_EQ(Next(), 1);
+}
+
+TEST_F(NextGame, ThePlaceInTheOrderIsAnUnsignedNumber) {
+  AddGames(2);
+  tourney.spool_counter = 2147483647;
+  Spool(tourney, 2);
+  Spool(tourney, 1);
+  EXPECT_EQ(Next(), 2);
+}
+
+TEST_F(NextGame, WithoutASpooledGameThereIsNoneAndNoCurrentOne) {
+  AddGames(2);
+  tourney.current_game = 1;
+  EXPECT_EQ(Next(), 0);
+  EXPECT_EQ(tourney.current_game, 0);
+  EXPECT_EQ(machine.TakeOutput(), "");
+}
+
+TEST_F(NextGame, AutoRunSpoolsTheNextGameOfARoundRobin) {
+  AddGames(2);
+  tourney.settings.auto_run = 1;
+  EXPECT_EQ(Next(), 1);
+  EXPECT_EQ(machine.TakeOutput(), "Game 1 spooled.\n");
+  EXPECT_EQ(tourney.settings.auto_run, 1);
+}
+
+TEST_F(NextGame, AutoRunEndsWhenARoundRobinIsPlayed) {
+  AddGames(2);
+  MakeAllReady(kUnknown);
+  tourney.settings.auto_run = 1;
+  EXPECT_EQ(Next(), 0);
+  EXPECT_EQ(machine.TakeOutput(), "All games are either ready or spooled!\n");
+  EXPECT_EQ(tourney.settings.auto_run, 0);
+  EXPECT_EQ(GameNumber(1).status, kReady) << "a round robin replays nothing by itself";
+}
+
+TEST_F(NextGame, AutoRunEndsWhenNoBatchFileCanBeWritten) {
+  AddGames(2);
+  tourney.settings.files_path = "/nowhere\\";
+  tourney.settings.auto_run = 1;
+  EXPECT_EQ(Next(), 0);
+  EXPECT_EQ(tourney.settings.auto_run, 0);
+}
+
+TEST_F(NextGame, AutoRunSpoolsTheNextGameOfASwissTourney) {
+  AddGames(2);
+  MakeSwiss(2);
+  tourney.settings.auto_run = 1;
+  EXPECT_EQ(Next(), 1);
+}
+
+TEST_F(NextGame, TheAfterGameStepSavesWithAutoSaveOnly) {
+  tourney.settings.save_file = "/t/saved.ini";
+  EXPECT_EQ(AfterGame(), "");
+  EXPECT_FALSE(machine.files.Has("/t/saved.ini"));
+  tourney.settings.auto_save = 1;
+  EXPECT_EQ(AfterGame(), "");
+  EXPECT_TRUE(machine.files.Has("/t/saved.ini"));
+}
+
+TEST_F(NextGame, ASaveThatFailsIsReported) {
+  tourney.settings.auto_save = 1;
+  tourney.settings.save_file = "/nowhere/saved.ini";
+  EXPECT_EQ(AfterGame(), "Saving tourney failed!\n");
+}
+
+TEST_F(NextGame, TheAfterGameStepCutsTheLogDown) {
+  constexpr std::size_t kLimit = 2097152;
+  machine.log.AddFile("/t/log");
+  std::string lines;
+  while (lines.size() < kLimit - 1024)
+    lines += std::string(1023, 'x') + "\n";
+  machine.log.Echo(lines);
+  AfterGame();
+  EXPECT_EQ(machine.files.Bytes("/t/log").size(), kLimit - 1024);
+  machine.log.Echo(std::string(1023, 'x') + "\n");
+  AfterGame();
+  EXPECT_LT(machine.files.Bytes("/t/log").size(), kLimit / 2 + 2048);
+}
+
+TEST_F(NextGame, AnUnfinishedRoundOfASwissTourneyGoesOnSilently) {
+  AddGames(1);
+  MakeSwiss(5);
+  EXPECT_EQ(AfterGame(), "");
+  EXPECT_EQ(tourney.settings.rounds, 5);
+}
+
+TEST_F(NextGame, ARoundRobinIsNeverDeclaredFinished) {
+  AddGames(2);
+  MakeAllReady(kDraw);
+  tourney.settings.auto_run = 1;
+  EXPECT_EQ(AfterGame(), "");
+  EXPECT_EQ(tourney.settings.auto_run, 1);
+}
+
+TEST_F(NextGame, APlayedRoundCutsRoundsToHalfOfThePlayersAndEndsTheTourney) {
+  AddGames(1);
+  MakeAllReady(kDraw);
+  MakeSwiss(10);
+  tourney.settings.auto_run = 1;
+  EXPECT_EQ(AfterGame(),
+            "Amount of rounds can't be more than half of players in the tourney.\n"
+            "Setting Rounds to 1.\n"
+            "Tourney finished.\n");
+  EXPECT_EQ(tourney.settings.rounds, 1);
+  EXPECT_EQ(tourney.settings.auto_run, 0);
+}
+
+TEST_F(NextGame, ARoundNeedsAsManyGamesAsThereAreSubRounds) {
+  AddGames(1);
+  MakeAllReady(kDraw);
+  MakeSwiss(1);
+  tourney.settings.sub_rounds = 2;
+  EXPECT_EQ(AfterGame(), "");
+}
+
+}  // namespace
+}  // namespace tarvendo
