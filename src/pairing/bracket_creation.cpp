@@ -62,7 +62,7 @@ void RemoveEmptyBrackets(std::vector<Bracket>& brackets) {
 
 std::vector<Bracket> PairDownBands(const PairingField& field, int highest, int width) {
   const int step = width + 1;
-  const auto bands = static_cast<std::size_t>(highest / step + 1);
+  const auto bands = static_cast<std::size_t>(highest / step) + 1;
   auto band_of = [&](const Contender& contender) -> std::optional<int> {
     if (contender.has_game_in_round) return std::nullopt;
     return (highest - contender.points) / step;

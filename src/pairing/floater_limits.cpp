@@ -39,7 +39,7 @@ bool FloaterLimits::CanPassThrough(const std::vector<Bracket>& brackets, std::si
   const std::size_t arrived = bracket.FloatersIn().size();
   const std::size_t own_players = bracket.Size() - arrived;
   const std::size_t coming = place == first_ ? arrived : Of(place - 1);
-  return own_players <= std::max(coming + Of(place), Of(place) + 1);
+  return own_players <= coming + Of(place);
 }
 
 bool FloaterLimits::ReachEverything() const {
