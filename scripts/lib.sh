@@ -1,3 +1,4 @@
+# shellcheck shell=sh disable=SC2034
 # What the scripts share: sourced, not run. Sets `root` to the project's directory.
 
 root=$(cd "$(dirname "$0")/.." && pwd)
