@@ -9,6 +9,7 @@
 #include "pairing/chain_search.h"
 #include "pairing/tourney_field.h"
 #include "platform/clock.h"
+#include "tourney/rounds.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {
@@ -41,7 +42,8 @@ bool HasUnpairedEntry(const Bracket& bracket) {
 
 /// The games of a pair: one in every sub-round, the colours by turns.
 void AddGamesOf(Tourney& tourney, ColouredPair pair) {
-  for (int sub_round = 1; sub_round <= tourney.settings.sub_rounds; ++sub_round) {
+  const int sub_rounds = PlayableSubRounds(tourney, tourney.Participants().size());
+  for (int sub_round = 1; sub_round <= sub_rounds; ++sub_round) {
     tourney.AddGame(pair.white, pair.black, tourney.round, sub_round);
     std::swap(pair.white, pair.black);
   }

@@ -4,6 +4,8 @@
 
 #include "tourney/round_robin.h"
 
+#include <algorithm>
+
 #include "base/log.h"
 #include "tourney/game_list.h"
 #include "tourney/rounds.h"
@@ -29,8 +31,8 @@ Pairing PairingWithLast(int k, int last, int rounds) {
   return round % 2 != 0 ? Pairing{round, last, k} : Pairing{round, k, last};
 }
 
-void AddGamesOf(Tourney& tourney, const Pairing& pairing) {
-  for (int sub_round = 1; sub_round <= EffectiveSubRounds(tourney); ++sub_round) {
+void AddGamesOf(Tourney& tourney, const Pairing& pairing, int sub_rounds) {
+  for (int sub_round = 1; sub_round <= sub_rounds; ++sub_round) {
     const bool swapped = sub_round % 2 == 0;
     tourney.AddGame(swapped ? pairing.second : pairing.first,
                     swapped ? pairing.first : pairing.second, pairing.round, sub_round);
@@ -64,8 +66,10 @@ void CreateRRGames(Tourney& tourney) {
   tourney.EraseAllGames();
   const int participants = static_cast<int>(tourney.Participants().size());
   tourney.settings.rounds = RoundRobinRounds(participants);
-  for (const Pairing& pairing : RoundRobinSchedule(participants))
-    AddGamesOf(tourney, pairing);
+  const std::vector<Pairing> schedule = RoundRobinSchedule(participants);
+  const int sub_rounds = std::max(PlayableSubRounds(tourney, schedule.size()), 1);
+  for (const Pairing& pairing : schedule)
+    AddGamesOf(tourney, pairing, sub_rounds);
   Print("ready.\n");
 }
 

@@ -12,6 +12,8 @@
 namespace tarvendo {
 namespace {
 
+constexpr std::size_t kMostGames = 2000000;
+
 int HalfOfParticipants(const Tourney& tourney) {
   return static_cast<int>(tourney.Participants().size() / 2);
 }
@@ -71,6 +73,11 @@ void CutRoundsToHalf(Tourney& tourney) {
   Print("Amount of rounds can't be more than half of players in the tourney.\n");
   Print("Setting Rounds to %d.\n", half);
   tourney.settings.rounds = half;
+}
+
+int PlayableSubRounds(const Tourney& tourney, std::size_t pairs) {
+  const std::size_t most = kMostGames / std::max<std::size_t>(pairs, 1);
+  return std::min(tourney.settings.sub_rounds, static_cast<int>(std::max<std::size_t>(most, 1)));
 }
 
 int RoundRobinRounds(int participants) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+
 namespace tarvendo {
 
 class Tourney;
@@ -17,6 +19,11 @@ void AdjustRounds(Tourney& tourney);
 
 /// Cuts Rounds of a Swiss tourney to half of the participants, with a message when it was more.
 void CutRoundsToHalf(Tourney& tourney);
+
+/// How many games each of `pairs` pairs of a round plays: SubRounds (which may be 0 and less), but
+/// no more than give 2,000,000 games in all, and at least one where SubRounds is more than that. A
+/// mistyped number must not fill the memory.
+int PlayableSubRounds(const Tourney& tourney, std::size_t pairs);
 
 /// How many rounds a round robin of so many participants has.
 int RoundRobinRounds(int participants);

@@ -172,6 +172,17 @@ TEST_F(RoundsTest, WithoutParticipantsTheRoundAdvances) {
   EXPECT_EQ(tourney.round, 2);
 }
 
+TEST_F(RoundsTest, AbsurdSubRoundsAreCutToWhatTheMemoryHolds) {
+  tourney.settings.sub_rounds = 2147483647;
+  EXPECT_EQ(PlayableSubRounds(tourney, 0), 2000000);
+  EXPECT_EQ(PlayableSubRounds(tourney, 10), 200000);
+  EXPECT_EQ(PlayableSubRounds(tourney, 5000000), 1);
+  tourney.settings.sub_rounds = 0;
+  EXPECT_EQ(PlayableSubRounds(tourney, 10), 0);
+  tourney.settings.sub_rounds = 3;
+  EXPECT_EQ(PlayableSubRounds(tourney, 10), 3);
+}
+
 TEST_F(RoundsTest, ARoundRobinDoesNotAdvance) {
   tourney.settings.type = kRoundRobin;
   EXPECT_FALSE(AdvanceCurrentRound(tourney));
