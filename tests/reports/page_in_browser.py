@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Compares a table.htm, as headless Chromium sees it, with the text table.
 
-    html_in_browser_test.py table.htm --text table.txt --title "My Cup" [--pictures]
-                            [--screenshot shot.png]
+    page_in_browser.py table.htm --text table.txt --title "My Cup" [--pictures]
+                       [--screenshot shot.png]
 
 table.txt is the text table of the same tourney with the same columns, but for the bar. The page is
 opened as it is, in a frame of a page of this script, which reads it and writes down what it found.
@@ -172,6 +172,20 @@ class Comparison:
         self.same("footer", FOOTER, found["footer"])
 
 
+def differences(page, text, title, pictures):
+    """Prints how the page differs from the text table; how often it does."""
+    found = read_page(page)
+    comparison = Comparison()
+    # A title that a script has changed shows here too.
+    comparison.same("title", title, found["title"])
+    comparison.same("heading", title, found["heading"])
+    comparison.same("number of tables", 1, found["tables"])
+    comparison.table(read_text_table(text), found, pictures)
+    comparison.pictures_are_loaded(found)
+    comparison.nothing_but_text(found)
+    return comparison.differences
+
+
 def parse_arguments():
     parser = argparse.ArgumentParser(
         description="Compares a table.htm, seen by a browser, with its text table.")
@@ -187,18 +201,10 @@ def parse_arguments():
 
 def main():
     arguments = parse_arguments()
-    found = read_page(arguments.page)
-    comparison = Comparison()
-    # A title that a script has changed shows here too.
-    comparison.same("title", arguments.title, found["title"])
-    comparison.same("heading", arguments.title, found["heading"])
-    comparison.same("number of tables", 1, found["tables"])
-    comparison.table(read_text_table(arguments.text), found, arguments.pictures)
-    comparison.pictures_are_loaded(found)
-    comparison.nothing_but_text(found)
+    found = differences(arguments.page, arguments.text, arguments.title, arguments.pictures)
     if arguments.screenshot:
         take_screenshot(arguments.page, arguments.screenshot)
-    return 1 if comparison.differences else 0
+    return 1 if found else 0
 
 
 if __name__ == "__main__":
