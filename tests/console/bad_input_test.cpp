@@ -5,8 +5,8 @@
 
 #include "console/typed_commands.h"
 
-// Whatever is typed wrongly is answered, and leaves the tourney, the player database and the files as
-// they were.
+// Whatever is typed wrongly is answered, and leaves the tourney, the player database and the files
+// as they were.
 
 namespace tarvendo {
 namespace {
@@ -102,21 +102,22 @@ TEST_F(BadInput, AnOptionWithoutItsValueChoosesNothing) {
 }
 
 TEST_F(BadInput, AWordInPlaceOfANumberIsRefused) {
-  ExpectRefused({{"game x", "Game number expected, 'x' found.\n"},
-                 {"game 1.5", "Game number expected, '1.5' found.\n"},
-                 {"game 1 res x", std::string("I don't understand the result 'x'.\n") + kResultChoices},
-                 {"game 1 sta 02", std::string("I don't understand the status '02'.\n") + kStatusChoices},
-                 {"player x", "Can't find player number 0.\n"},
-                 {"player 1x dir here", "Can't find player number 0.\n"},
-                 {"removegames -pla x", kNoneRemoved},
-                 {"removegames -ro one", kNoneRemoved},
-                 {"removegames x", kNoneRemoved},
-                 {"spool x", Unknown("x")},
-                 {"spool -ro x", Unknown("x")},
-                 {"addplayer 1x", "Adding player failed: player named '1x' does not exist.\n" +
-                                      std::string(kNoSuchName)},
-                 {"removeplayer 1x", "Remove player failed!\n"},
-                 {"showplayers 1x", "Player named '1x' not found.\n"}});
+  ExpectRefused(
+      {{"game x", "Game number expected, 'x' found.\n"},
+       {"game 1.5", "Game number expected, '1.5' found.\n"},
+       {"game 1 res x", std::string("I don't understand the result 'x'.\n") + kResultChoices},
+       {"game 1 sta 02", std::string("I don't understand the status '02'.\n") + kStatusChoices},
+       {"player x", "Can't find player number 0.\n"},
+       {"player 1x dir here", "Can't find player number 0.\n"},
+       {"removegames -pla x", kNoneRemoved},
+       {"removegames -ro one", kNoneRemoved},
+       {"removegames x", kNoneRemoved},
+       {"spool x", Unknown("x")},
+       {"spool -ro x", Unknown("x")},
+       {"addplayer 1x",
+        "Adding player failed: player named '1x' does not exist.\n" + std::string(kNoSuchName)},
+       {"removeplayer 1x", "Remove player failed!\n"},
+       {"showplayers 1x", "Player named '1x' not found.\n"}});
   tourney.settings.type = kSwiss;
   ExpectRefused({{"pair x", Unknown("x")}, {"set rounds x", "How about a positive value?\n"}});
 }
@@ -210,10 +211,10 @@ TEST_F(BadInput, AFullDiskLeavesTheOldFile) {
 TEST_F(BadInput, AFileOfTheWrongKindIsRefused) {
   machine.files.Put("/t/notes.txt", "hello\n");
   machine.files.Put("/t/empty", "");
-  ExpectRefused({{"load /t/notes.txt", "Not a tourney file.\nLoading tourney failed!\n"},
-                 {"readplayers /t/notes.txt",
-                  "Can't understand the line 'hello'Reading players failed!\n"},
-                 {"readplayers /t/empty", "Can't understand the line ''Reading players failed!\n"}});
+  ExpectRefused(
+      {{"load /t/notes.txt", "Not a tourney file.\nLoading tourney failed!\n"},
+       {"readplayers /t/notes.txt", "Can't understand the line 'hello'Reading players failed!\n"},
+       {"readplayers /t/empty", "Can't understand the line ''Reading players failed!\n"}});
 }
 
 }  // namespace
