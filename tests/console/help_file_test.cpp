@@ -136,6 +136,18 @@ TEST_F(HelpFile, EveryAbbreviationFindsItsOwnTopic) {
   }
 }
 
+TEST_F(HelpFile, AWordShorterThanAnAbbreviationFindsAnotherTopicOrNone) {
+  for (const std::string word :
+       {"adda", "addp", "remp", "removep", "avai", "createp", "forf", "game"}) {
+    const std::string shorter = word.substr(0, word.size() - 1);
+    EXPECT_EQ(Ask(shorter), "Command " + shorter + " not found.\n");
+  }
+  for (const Asked& asked : kAbbreviations) {
+    const std::string word = asked.word;
+    EXPECT_FALSE(Ask(word.substr(0, word.size() - 1)).starts_with(asked.header)) << word;
+  }
+}
+
 TEST_F(HelpFile, EveryCommandOfTheListFindsItsOwnTopic) {
   Help("help\n", machine_.files, "/prog/");
   std::istringstream names(machine_.TakeOutput());
