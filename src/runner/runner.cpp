@@ -34,6 +34,8 @@ bool Runner::StartThreads() {
     game_thread_ = std::thread([this] { RunPasses([this] { return PlayPass(); }); });
     timer_thread_ = std::thread([this] { RunPasses([this] { return timer_.Pass(); }); });
   } catch (const std::system_error&) {
+    const std::lock_guard guard(mutex_);
+    has_died_ = true;
     return false;
   }
   return true;

@@ -47,7 +47,7 @@ class Runner {
   std::mutex mutex_;  ///< guards what follows
   std::condition_variable changed_;
   bool terminate_ = false;
-  bool has_died_ = false;
+  bool has_died_ = false;  ///< a thread has ended before its time, or could not be started
   std::uint64_t passes_begun_ = 0;
   std::uint64_t idle_pass_ = 0;     ///< the last pass that found nothing to do, by its number
   std::uint64_t idle_changes_ = 0;  ///< how often the switch had been moved when that pass began

@@ -87,6 +87,8 @@ TEST_F(GameCommands, AnUnknownStatusIsRefusedWithTheChoices) {
 }
 
 TEST_F(GameCommands, AnUnknownCommandIsNamed) {
+  for (const std::string word : {"re", "st", "-res"})
+    EXPECT_EQ(Type("game 1 " + word + " 1-0"), "I don't understand the command '" + word + "'.\n");
   EXPECT_EQ(Type("game 1 foo"), "I don't understand the command 'foo'.\n");
 }
 

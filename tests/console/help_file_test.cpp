@@ -7,8 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "console/command_table.h"
 #include "console/help.h"
 #include "fakes/captured_log.h"
+#include "reports/table_options.h"
 
 // The help file as it is installed beside the program. TARVENDO_HELP_FILE is its path.
 
@@ -107,6 +109,22 @@ class HelpFile : public testing::Test {
     return headers;
   }
 
+  /// The word that stands in the topic behind this text; empty when the text is not there.
+  static std::string WordBehind(const std::string& topic, const std::string& text) {
+    const std::size_t found = topic.find(text);
+    if (found == std::string::npos) return "";
+    const std::size_t word = found + text.size();
+    return topic.substr(word, topic.find_first_of(" .)\n", word) - word);
+  }
+
+  /// The names of all topics, as their headers have them.
+  std::vector<std::string> Names() const {
+    std::vector<std::string> names;
+    for (const std::string& header : Headers())
+      names.push_back(header.substr(0, header.find(':')));
+    return names;
+  }
+
   CapturedLog machine_;
   std::string text_;
   std::vector<std::string> lines_;
@@ -115,6 +133,18 @@ class HelpFile : public testing::Test {
 TEST_F(HelpFile, EveryAbbreviationFindsItsOwnTopic) {
   for (const Asked& asked : kAbbreviations) {
     EXPECT_TRUE(Ask(asked.word).starts_with(asked.header)) << asked.word << ": " << Ask(asked.word);
+  }
+}
+
+TEST_F(HelpFile, AWordShorterThanAnAbbreviationFindsAnotherTopicOrNone) {
+  for (const std::string word :
+       {"adda", "addp", "remp", "removep", "avai", "createp", "forf", "game"}) {
+    const std::string shorter = word.substr(0, word.size() - 1);
+    EXPECT_EQ(Ask(shorter), "Command " + shorter + " not found.\n");
+  }
+  for (const Asked& asked : kAbbreviations) {
+    const std::string word = asked.word;
+    EXPECT_FALSE(Ask(word.substr(0, word.size() - 1)).starts_with(asked.header)) << word;
   }
 }
 
@@ -178,6 +208,50 @@ TEST_F(HelpFile, TellsEverySettingUnderGetAndUnderSet) {
 TEST_F(HelpFile, HasAnExampleForEveryCommand) {
   for (const Asked& asked : kAbbreviations) {
     EXPECT_NE(Ask(asked.word).find("\n    > "), std::string::npos) << asked.word;
+  }
+}
+
+TEST_F(HelpFile, EveryShortFormIsTheShortestThatReachesItsCommand) {
+  for (const std::string& name : Names()) {
+    const Command* command = FindCommand(ToLower(name));
+    const std::string shortest = WordBehind(Ask(name), "\nShort: ");
+    ASSERT_FALSE(shortest.empty()) << name;
+    const Command* reached = FindCommand(shortest);
+    ASSERT_NE(reached, nullptr) << name;
+    EXPECT_EQ(reached->run, command->run) << name;
+    const Command* missed = FindCommand(shortest.substr(0, shortest.size() - 1));
+    EXPECT_TRUE(missed == nullptr || missed->run != command->run) << name;
+  }
+}
+
+TEST_F(HelpFile, WhereHelpWantsMoreThanTheShortFormTheTopicSaysSo) {
+  for (const std::string& name : Names()) {
+    const std::string topic = Ask(name);
+    const std::string shortest = WordBehind(topic, "\nShort: ");
+    const std::string wanted = WordBehind(topic, "(but help wants at least: help ");
+    const std::string known = wanted.empty() ? shortest : wanted;
+    EXPECT_EQ(Ask(known), topic) << name;
+    if (!wanted.empty()) {
+      EXPECT_NE(Ask(wanted.substr(0, wanted.size() - 1)), topic) << name;
+      EXPECT_NE(Ask(shortest), topic) << name;
+    }
+  }
+}
+
+TEST_F(HelpFile, EveryTopicSaysWhatToDoNext) {
+  for (const std::string& name : Names()) {
+    if (name != "Help") {
+      EXPECT_NE(Ask(name).find("Next:"), std::string::npos) << name;
+    }
+  }
+}
+
+TEST_F(HelpFile, TellsEverySwitchOfTheTables) {
+  for (const TableSwitch& table_switch : kTableSwitches) {
+    for (const std::string_view word : {table_switch.on, table_switch.off}) {
+      const std::string listed = "  " + std::string(word) + " ";
+      EXPECT_NE(Ask("table").find(listed), std::string::npos) << word;
+    }
   }
 }
 

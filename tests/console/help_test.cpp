@@ -127,8 +127,10 @@ TEST_F(HelpCommand, HeadersAreLookedForBehindTheEndOfATopicOnly) {
 }
 
 TEST_F(HelpCommand, EveryLineBehindAnEndIsTakenForAHeader) {
-  PutHelpFile("-ENDTOPIC-\n-ENDTOPIC-\nSave\ntext\n-ENDTOPIC-\n");
-  EXPECT_EQ(Ask("help save\n"), "Save\ntext\n");
+  for (const std::string ends : {"-ENDTOPIC-\n", "-ENDTOPIC-\n-ENDTOPIC-\n"}) {
+    PutHelpFile(ends + "Save\ntext\n-ENDTOPIC-\n");
+    EXPECT_EQ(Ask("help save\n"), "Save\ntext\n");
+  }
 }
 
 TEST_F(HelpCommand, TheNameIsComparedOneLetterShort) {

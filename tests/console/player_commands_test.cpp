@@ -70,7 +70,8 @@ TEST_F(PlayerCommands, ANameInUseIsTakenByThePlayerItselfToo) {
 
 TEST_F(PlayerCommands, AnUnknownCommandIsNamed) {
   EXPECT_EQ(Type("player 1 foo bar"), "I don't understand the command 'foo'.\n");
-  EXPECT_EQ(Type("player 1 di"), "I don't understand the command 'di'.\n");
+  for (const std::string word : {"di", "in", "na", "wh", "bl", "pr", "ex", "gr"})
+    EXPECT_EQ(Type("player 1 " + word + " x"), "I don't understand the command '" + word + "'.\n");
 }
 
 TEST_F(PlayerCommands, PlayersAreWrittenAndReadAgain) {

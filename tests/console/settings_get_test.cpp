@@ -108,6 +108,21 @@ TEST_F(Get, AnUnknownWordIsNamed) {
   EXPECT_EQ(Type("get nam"), Unknown("nam"));
 }
 
+TEST_F(Get, AWordShorterThanItsPrefixIsUnknown) {
+  for (const std::string prefix :
+       {"all", "pond", "autor", "autos", "sav",  "run", "sub", "rou", "type", "fil",
+        "pic", "tab",  "com",   "has",   "name", "pgn", "win", "whi", "bla",  "tim"}) {
+    const std::string shorter = prefix.substr(0, prefix.size() - 1);
+    EXPECT_EQ(Type("get " + shorter), Unknown(shorter));
+    EXPECT_NE(Type("get " + prefix), Unknown(prefix));
+  }
+}
+
+TEST_F(Get, AllIsLookedForInTheSecondWordOnly) {
+  tourney.settings.name = "Cup";
+  EXPECT_EQ(Type("get name all"), "Name = Cup\n");
+}
+
 TEST_F(Get, AllIsTheFullListing) {
   TourneySettings& s = tourney.settings;
   s.name = "Cup";

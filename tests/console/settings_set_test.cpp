@@ -184,6 +184,18 @@ TEST_F(Set, TheTypeIsSwissForAnyWordWithS) {
   EXPECT_FALSE(tourney.IsSwiss());
 }
 
+TEST_F(Set, AWordShorterThanItsPrefixIsUnknown) {
+  for (const std::string prefix :
+       {"pond", "autor", "autos", "sav", "sub", "fil", "pic", "com", "has", "tab", "name", "pgn",
+        "whi", "bla", "win", "tim", "rounds", "type"}) {
+    const std::string shorter = prefix.substr(0, prefix.size() - 1);
+    EXPECT_EQ(Type("set " + shorter + " x"),
+              "I just don't know what you mean by '" + shorter + "'.\n");
+    EXPECT_NE(Type("set " + prefix + " x"),
+              "I just don't know what you mean by '" + prefix + "'.\n");
+  }
+}
+
 TEST_F(Set, AnUnknownWordIsNamed) {
   EXPECT_EQ(Type("set round 3"), "I just don't know what you mean by 'round'.\n");
   EXPECT_EQ(Type("set runner on"), "I just don't know what you mean by 'runner'.\n");

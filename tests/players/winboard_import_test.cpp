@@ -242,6 +242,10 @@ TEST_F(WinboardImport, TheSecondListHasItsOwnDirectoryOptionAndFillsBlackOptions
 
 TEST_F(WinboardImport, TheLongDirectoryOptionIsKnown) {
   EXPECT_EQ(First("a /firstDirectory=\"c:\\x\"").dir, "c:\\x");
+  EXPECT_EQ(First("b /firstDirectories=x").dir, "x");
+  EXPECT_EQ(First("c /firstDirect=x").dir, "");
+  EXPECT_EQ(Line("d /secondDirectories=x", true, EngineList::kSecond).dir, "x");
+  EXPECT_EQ(Line("e /secondDirect=x", true, EngineList::kSecond).dir, "");
 }
 
 TEST_F(WinboardImport, AnOptionThatLacksItsValueLeavesItEmpty) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
@@ -12,15 +13,20 @@
 
 namespace tarvendo {
 
-/// The clock of a tourney that is over in a second. The time of day stands still; a wait ends when
-/// no batch file that was started is running any more, so that what the program does next never
-/// depends on how fast the machine is. May be used from any thread.
+/// The clock of a tourney that is over in a second. The time of day stands still unless a test lets
+/// it run; a wait ends when no batch file that was started is running any more, so that what the
+/// program does next never depends on how fast the machine is. May be used from any thread.
 class QuickClock : public Clock {
  public:
   explicit QuickClock(Processes& processes) : processes_(processes) {}
 
-  /// 2001-09-25 12:00:00 UTC, always.
-  std::int64_t Now() override { return 1001419200; }
+  /// 2001-09-25 12:00:00 UTC, always; while the file stub_clock_runs lies in the current directory,
+  /// 20 seconds later at each look.
+  std::int64_t Now() override {
+    std::error_code error;
+    if (std::filesystem::exists(kRunsFile, error)) now_ += 20;
+    return now_;
+  }
 
   bool Wait(std::condition_variable& wake, std::unique_lock<std::mutex>& held,
             std::chrono::milliseconds span, const std::function<bool()>& done) override {
@@ -41,6 +47,7 @@ class QuickClock : public Clock {
   static constexpr std::chrono::milliseconds kLongBeat{100};
   static constexpr std::chrono::milliseconds kLongestPoll{3000};
   static constexpr const char* kPauseFile = "stub_pause";
+  static constexpr const char* kRunsFile = "stub_clock_runs";
 
   /// Only the thread that plays the games ever waits longer than a poll.
   static void NotePlayer(std::chrono::milliseconds span) {
@@ -65,6 +72,7 @@ class QuickClock : public Clock {
   }
 
   Processes& processes_;
+  std::atomic<std::int64_t> now_{1001419200};
 };
 
 }  // namespace tarvendo

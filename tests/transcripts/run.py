@@ -28,12 +28,20 @@ TIMEOUT_SECONDS = 100
 SANITIZER_WORDS = (b"AddressSanitizer", b"ThreadSanitizer", b"LeakSanitizer", b"runtime error:")
 
 
+def refuse_threads():
+    """Run in the child: a thread gets as much stack as this limit says, and there is not so much."""
+    import resource  # only some hosts have it
+
+    resource.setrlimit(resource.RLIMIT_STACK, (200 << 40, resource.RLIM_INFINITY))
+
+
 class Setup:
     """The lines of a folder's "setup": a word and its value."""
 
     def __init__(self, folder):
         self.quick = False  # the program whose clock does not wait
         self.winboard = False  # the stub lies beside the program
+        self.no_threads = False  # the host refuses the program any thread but its first
         self.leaks = False  # a machine fault leaves behind what it interrupted
         self.host = ""  # the only host that this transcript is for
         self.directory = "."  # where the program is started, seen from the directory of the run
@@ -41,7 +49,7 @@ class Setup:
         path = folder / "setup"
         for line in path.read_text().splitlines() if path.exists() else []:
             word, _, value = line.partition(" ")
-            if word in ("quick", "winboard", "leaks"):
+            if word in ("quick", "winboard", "leaks", "no_threads"):
                 setattr(self, word, True)
             elif word == "host":
                 self.host = value
@@ -178,6 +186,7 @@ class Transcript:
             stdout=out,
             stderr=err,
             start_new_session=True,
+            preexec_fn=refuse_threads if self.setup.no_threads else None,
         )
         try:
             process.wait(TIMEOUT_SECONDS)

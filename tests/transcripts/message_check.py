@@ -1,0 +1,118 @@
+#!/usr/bin/env python3
+"""Sees to it that every text of the program is shown by a transcript.
+
+    message_check.py ROOT
+
+takes every string literal below ROOT/src (but the platform room) that reads like a message: three letters in a
+row, and a blank or a line feed. Each must be found in what some folder of ROOT/tests/transcripts expects on the
+console, in the log, on standard error or in a file; printf's placeholders stand for anything on their line. What
+no run can show is listed in EXCEPTIONS with the reason; an exception that is no longer one is wrong, too.
+"""
+
+import pathlib
+import re
+import sys
+
+NEVER_SHOWN = "the text of an exception, which nobody is shown"
+EXCEPTIONS = {
+    "asked to end between two lines": NEVER_SHOWN,
+    "asked to end while the runner was playing": NEVER_SHOWN,
+    "a thread has died while it worked on the tourney": NEVER_SHOWN,
+    "Tourney reset failed!\n": "a reset cannot fail; the command looks at its answer all the same",
+    "This is not a swiss tourney, so no swiss round can be paired!\n":
+        "who pairs a round has asked for the type before; a unit test asks the driver itself",
+    "%2d. %-20s: %d points.\n": "no command asks for this form of a player; a unit test does",
+    " /ncp /td 0 ": "a part of a command line, not printed",
+    '[white "': "looked for in the files of games, not printed",
+    '[black "': "looked for in the files of games, not printed",
+}
+
+TOKEN = re.compile(r'//[^\n]*|/\*.*?\*/|\'(?:\\.|[^\'\\\n])*\'|"(?:\\.|[^"\\\n])*"', re.S)
+INCLUDE = re.compile(r"^\s*#.*$", re.M)
+PLACEHOLDER = re.compile(r"(%[-*.\d]*[dsu])")
+ESCAPES = {"n": "\n", "t": "\t", '"': '"', "\\": "\\", "'": "'"}
+
+
+def unescaped(literal):
+    return re.sub(r"\\(.)", lambda match: ESCAPES.get(match.group(1), ""), literal)
+
+
+def literals(source):
+    """The string literals of a source, those that stand side by side joined."""
+    source = INCLUDE.sub("", source)
+    texts = []
+    end = None
+    for match in TOKEN.finditer(source):
+        token = match.group(0)
+        if token.startswith("/"):
+            continue
+        if token.startswith('"'):
+            text = unescaped(token[1:-1])
+            if end is not None and not source[end:match.start()].strip():
+                texts[-1] += text
+            else:
+                texts.append(text)
+            end = match.end()
+    return texts
+
+
+def reads_like_a_message(text):
+    return re.search("[A-Za-z]{3}", text) and re.search("[ \n]", text)
+
+
+def messages(root):
+    """(file, text) of everything that reads like a message."""
+    for path in sorted((root / "src").rglob("*.cpp")):
+        name = path.relative_to(root / "src").as_posix()
+        if name.startswith("platform/"):
+            continue
+        for text in literals(path.read_text(encoding="utf-8")):
+            if reads_like_a_message(text):
+                yield name, text
+
+
+def everything_shown(root):
+    folder = root / "tests" / "transcripts"
+    paths = list(folder.glob("*/expected*")) + list(folder.glob("*/expected_files/**/*"))
+    return "\0".join(path.read_bytes().decode("latin-1") for path in paths if path.is_file())
+
+
+def is_shown(text, shown):
+    if "%" not in text:
+        return text in shown
+    parts = PLACEHOLDER.split(text)
+    pattern = "".join(".*?" if PLACEHOLDER.fullmatch(part) else re.escape(part.replace("%%", "%"))
+                      for part in parts)
+    return re.search(pattern, shown) is not None
+
+
+def check(root, exceptions):
+    """A line for each message that no transcript shows, and for each exception without need."""
+    shown = everything_shown(root)
+    unneeded = dict(exceptions)
+    for name, text in messages(root):
+        if is_shown(text, shown):
+            continue
+        if text not in exceptions:
+            yield f"src/{name}: no transcript shows {text!r}"
+        unneeded.pop(text, None)
+    for text in unneeded:
+        yield f"no exception is needed for {text!r}"
+
+
+def main(arguments):
+    if len(arguments) != 2:
+        print(__doc__)
+        return 2
+    root = pathlib.Path(arguments[1])
+    if not any(messages(root)):
+        print(f"{root}: no messages below src")
+        return 2
+    complaints = list(check(root, EXCEPTIONS))
+    for complaint in complaints:
+        print(complaint)
+    return 1 if complaints else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv))
