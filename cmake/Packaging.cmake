@@ -62,7 +62,7 @@ endfunction()
 
 if(NOT WIN32)
   set(data ${CMAKE_INSTALL_DATADIR}/tarvendo)
-  # The real program, whose directory is the one it looks in; not the directory of libraries of one architecture.
+  # The real program; its directory, which is not for libraries, is the one that it looks in.
   install(TARGETS tarvendo RUNTIME DESTINATION lib/tarvendo COMPONENT system)
   install(PROGRAMS adapters/xboard/winboard.exe DESTINATION lib/tarvendo COMPONENT system)
   install(FILES help/TourneyHelp.txt DESTINATION ${data} COMPONENT system)
@@ -99,7 +99,7 @@ set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
-# An archive holds the portable layout below one directory; the .deb everything that is not left out.
+# An archive holds the portable layout below one directory; the .deb what is not left out.
 set(CPACK_COMPONENTS_ALL portable)
 set(CPACK_COMPONENTS_GROUPING ALL_COMPONENTS_IN_ONE)
 set(CPACK_ARCHIVE_COMPONENT_INSTALL ON)
@@ -109,7 +109,7 @@ if(WIN32)
   set(CPACK_GENERATOR ZIP)
 else()
   set(CPACK_GENERATOR TGZ DEB)
-  # The project's own package: its version has no revision, and its change log is the one in packaging/.
+  # The project's own package: its version has no revision; its change log lies in packaging/.
   file(STRINGS ${packaging}/changelog newest_entry LIMIT_COUNT 1)
   if(NOT newest_entry MATCHES "^tarvendo \\(${PROJECT_VERSION}\\) ")
     message(FATAL_ERROR "packaging/changelog does not begin with version ${PROJECT_VERSION}")

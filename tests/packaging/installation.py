@@ -14,7 +14,8 @@ LINE_OF_A_REPORT = re.compile(r"^(?: *\d+\. Round | *\d+\.\||Rank\||-+\|).*$", r
 def run(*words, **more):
     """Runs a command that has to succeed; returns what it prints."""
     words = [str(word) for word in words]
-    done = subprocess.run(words, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, **more)
+    output = {"stdout": subprocess.PIPE, "stderr": subprocess.STDOUT, "text": True}
+    done = subprocess.run(words, **output, **more)
     if done.returncode != 0:
         raise AssertionError(f"{' '.join(words)} ended with {done.returncode}:\n{done.stdout}")
     return done.stdout
@@ -33,7 +34,7 @@ def report_lines(console):
 
 
 class Started:
-    """A program that runs. Its output goes to a file, since the games that it starts may outlive it."""
+    """A program that runs. Its output goes to a file, for its games may outlive it."""
 
     def __init__(self, command, output, **more):
         self.output = open(output, "w+b")
@@ -61,8 +62,8 @@ class Started:
 
 
 class Installation:
-    """An installed program. It is started by `command` in the directory `desk`, where its user keeps the tourney, and
-    has its pictures in the directory `pictures`."""
+    """An installed program. It is started by `command` in the directory `desk`, where its user
+    keeps the tourney, and has its pictures in the directory `pictures`."""
 
     def __init__(self, command, desk, pictures, environment, identity):
         self.command = command

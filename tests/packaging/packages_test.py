@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
-"""Installs the packages that scripts/package makes, each the way its user does, and plays the starter tourney
-that comes with it. A stand-in for WinBoard plays the games; everything else is what was packed.
+"""Installs the packages that scripts/package makes, each the way its user does, and plays the
+starter tourney that comes with it.
 
-The clock is the real one, in which a game takes a quarter of a minute, so all tourneys are played at the same time.
+A stand-in for WinBoard plays the games; everything else is what was packed. The clock is the real
+one, in which a game takes a quarter of a minute, so all tourneys are played at the same time.
 """
 
 import argparse
@@ -31,7 +32,8 @@ Rank|No  |Name     |1|2|3|Pts |S-B  |
   2.|  3.|GNU Chess|-|=|X| 0.5| 0.25|
 """.splitlines()
 
-COMMON_FILES = """README.txt TourneyHelp.txt docs/architecture.md docs/behaviour.md docs/files.md first-tourney.txt
+COMMON_FILES = """README.txt TourneyHelp.txt first-tourney.txt
+    docs/architecture.md docs/behaviour.md docs/files.md
     pics/break.gif pics/full.gif pics/half.gif""".split()
 FILES_FOR_LINUX = sorted(COMMON_FILES + ["docs/xboard.md", "tarvendo", "winboard.exe"])
 FILES_FOR_WINDOWS = sorted(COMMON_FILES + ["tarvendo.exe"])
@@ -50,7 +52,7 @@ WINBOARD_INI = (
 
 
 def the_package(pattern):
-    """The one package whose name fits, and the name of the directory in it when it is an archive."""
+    """The one package whose name fits, and, of an archive, the directory in it."""
     found = list(OPTIONS.packages.glob(pattern))
     if len(found) != 1:
         raise AssertionError(f"{len(found)} packages {pattern} in {OPTIONS.packages}, not one")
@@ -58,7 +60,7 @@ def the_package(pattern):
 
 
 def stand_in_for_xboard():
-    """The environment in which the installed script winboard.exe plays with a stand-in for XBoard."""
+    """The environment in which the script winboard.exe plays with a stand-in for XBoard."""
     stub = OPTIONS.scratch / "stub_winboard"
     xboard = OPTIONS.scratch / "stub_xboard"
     shutil.copy(OPTIONS.stub, stub)
@@ -192,7 +194,8 @@ class LinuxArchive(LinuxPackage, unittest.TestCase):
 
 
 class WindowsArchive(AnyPackage, unittest.TestCase):
-    """Under Wine, as on a machine with WinBoard in C:\\WinBoard and the program in a directory with a blank."""
+    """Under Wine, as on a machine with WinBoard in C:\\WinBoard and the program in a directory
+    with a blank in its name."""
 
     @classmethod
     def install(cls):
