@@ -1,0 +1,131 @@
+# What is installed where, and the packages that CPack makes of it. There are two layouts:
+#   portable  everything in one directory, the way the program looks for it: the archives
+#   system    spread over a prefix, the way a Unix system wants it: `cmake --install` and the .deb
+# In both the program finds its help and its script beside itself.
+include(GNUInstallDirs)
+
+set(packaging ${CMAKE_SOURCE_DIR}/packaging)
+set(pictures pics/full.gif pics/half.gif pics/break.gif)
+set(user_documents docs/architecture.md docs/behaviour.md docs/files.md)
+
+if(WIN32)
+  set(host windows)
+  set(portable portable)
+else()
+  set(host linux)
+  # Left out where nobody asks for it by its name, as `cmake --install` does.
+  set(portable portable EXCLUDE_FROM_ALL)
+endif()
+
+# The starter tourney with the line ends of the host on which it is edited.
+set(first_tourney ${CMAKE_BINARY_DIR}/packaging/first-tourney.txt)
+if(WIN32)
+  configure_file(${packaging}/first-tourney-windows.txt ${first_tourney} NEWLINE_STYLE DOS @ONLY)
+else()
+  configure_file(${packaging}/first-tourney-linux.txt ${first_tourney} COPYONLY)
+endif()
+
+# --- Portable -------------------------------------------------------------------------------------
+
+install(TARGETS tarvendo RUNTIME DESTINATION . COMPONENT ${portable})
+install(FILES help/TourneyHelp.txt ${first_tourney} DESTINATION . COMPONENT ${portable})
+install(FILES README.md DESTINATION . RENAME README.txt COMPONENT ${portable})
+install(FILES ${pictures} DESTINATION pics COMPONENT ${portable})
+install(FILES ${user_documents} DESTINATION docs COMPONENT ${portable})
+if(NOT WIN32)
+  install(PROGRAMS adapters/xboard/winboard.exe DESTINATION . COMPONENT ${portable})
+  install(FILES adapters/xboard/README.md DESTINATION docs RENAME xboard.md COMPONENT ${portable})
+endif()
+
+# --- System ---------------------------------------------------------------------------------------
+
+# Installs a symbolic link: LINK, below the prefix, to TARGET, as seen from the link's directory.
+function(install_link target link)
+  get_filename_component(directory ${link} DIRECTORY)
+  get_filename_component(name ${link} NAME)
+  set(made ${CMAKE_BINARY_DIR}/packaging/links/${directory}/${name})
+  file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/packaging/links/${directory})
+  file(CREATE_LINK ${target} ${made} SYMBOLIC)
+  install(FILES ${made} DESTINATION ${directory} COMPONENT system)
+endfunction()
+
+# Installs a text packed in the way that Debian wants manual pages and change logs.
+function(install_packed source destination name)
+  set(copy ${CMAKE_BINARY_DIR}/packaging/${name})
+  add_custom_command(OUTPUT ${copy}.gz
+                     COMMAND ${CMAKE_COMMAND} -E copy ${source} ${copy}
+                     COMMAND ${GZIP} -9nf ${copy}
+                     DEPENDS ${source} VERBATIM)
+  add_custom_target(packed_${name} ALL DEPENDS ${copy}.gz)
+  install(FILES ${copy}.gz DESTINATION ${destination} COMPONENT system)
+endfunction()
+
+if(NOT WIN32)
+  set(data ${CMAKE_INSTALL_DATADIR}/tarvendo)
+  # The real program; its directory, which is not for libraries, is the one that it looks in.
+  install(TARGETS tarvendo RUNTIME DESTINATION lib/tarvendo COMPONENT system)
+  install(PROGRAMS adapters/xboard/winboard.exe DESTINATION lib/tarvendo COMPONENT system)
+  install(FILES help/TourneyHelp.txt DESTINATION ${data} COMPONENT system)
+  install(FILES ${pictures} DESTINATION ${data}/pics COMPONENT system)
+  install_link(../../${data}/TourneyHelp.txt lib/tarvendo/TourneyHelp.txt)
+  install_link(../../${data}/pics lib/tarvendo/pics)
+  install_link(../lib/tarvendo/tarvendo ${CMAKE_INSTALL_BINDIR}/tarvendo)
+
+  set(documents ${CMAKE_INSTALL_DATADIR}/doc/tarvendo)
+  install(FILES README.md packaging/copyright DESTINATION ${documents} COMPONENT system)
+  install(FILES ${user_documents} DESTINATION ${documents}/docs COMPONENT system)
+  install(FILES adapters/xboard/README.md DESTINATION ${documents}/docs RENAME xboard.md
+          COMPONENT system)
+  install(FILES ${first_tourney} DESTINATION ${documents}/examples COMPONENT system)
+  find_program(GZIP gzip)
+  if(GZIP)
+    install_packed(${packaging}/tarvendo.1 ${CMAKE_INSTALL_DATADIR}/man/man1 tarvendo.1)
+    install_packed(${packaging}/changelog ${documents} changelog)
+  else()
+    message(STATUS "gzip not found: the manual page is not installed")
+  endif()
+endif()
+
+# --- Packages -------------------------------------------------------------------------------------
+
+set(CPACK_PACKAGE_NAME tarvendo)
+set(CPACK_PACKAGE_VENDOR "The Tarvendo project")
+set(CPACK_PACKAGE_CONTACT "The Tarvendo project <tarvendo@example.org>")
+set(CPACK_PACKAGE_HOMEPAGE_URL "https://tarvendo.example.org/")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
+set(CPACK_PACKAGE_FILE_NAME tarvendo-${PROJECT_VERSION}-${host}-${CMAKE_SYSTEM_PROCESSOR})
+set(CPACK_STRIP_FILES ON)
+set(CPACK_VERBATIM_VARIABLES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+
+# An archive holds the portable layout below one directory; the .deb what is not left out.
+set(CPACK_COMPONENTS_ALL portable)
+set(CPACK_COMPONENTS_GROUPING ALL_COMPONENTS_IN_ONE)
+set(CPACK_ARCHIVE_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENT_INCLUDE_TOPLEVEL_DIRECTORY ON)
+
+if(WIN32)
+  set(CPACK_GENERATOR ZIP)
+else()
+  set(CPACK_GENERATOR TGZ DEB)
+  # The project's own package: its version has no revision; its change log lies in packaging/.
+  file(STRINGS ${packaging}/changelog newest_entry LIMIT_COUNT 1)
+  if(NOT newest_entry MATCHES "^tarvendo \\(${PROJECT_VERSION}\\) ")
+    message(FATAL_ERROR "packaging/changelog does not begin with version ${PROJECT_VERSION}")
+  endif()
+  set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+  set(CPACK_DEBIAN_PACKAGE_SECTION misc)
+  set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+  set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xboard, xvfb")
+  set(CPACK_DEBIAN_PACKAGE_SUGGESTS "fairymax, phalanx, stockfish, gnuchess, polyglot")
+  set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+  set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
+"Tarvendo organises tournaments between chess engines, everybody against
+everybody or by the Swiss system, and plays them unattended: one game after
+the other is handed to XBoard, the results are read, all games are collected
+in one PGN file, and the standings are kept as text and as a web page.
+It is used from a prompt or with a script of commands.")
+endif()
+
+include(CPack)
