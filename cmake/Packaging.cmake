@@ -25,6 +25,9 @@ else()
   configure_file(${packaging}/first-tourney-linux.txt ${first_tourney} COPYONLY)
 endif()
 
+# Builds all that is installed, and nothing else.
+add_custom_target(packaged DEPENDS tarvendo)
+
 # --- Portable -------------------------------------------------------------------------------------
 
 install(TARGETS tarvendo RUNTIME DESTINATION . COMPONENT ${portable})
@@ -57,6 +60,7 @@ function(install_packed source destination name)
                      COMMAND ${GZIP} -9nf ${copy}
                      DEPENDS ${source} VERBATIM)
   add_custom_target(packed_${name} ALL DEPENDS ${copy}.gz)
+  add_dependencies(packaged packed_${name})
   install(FILES ${copy}.gz DESTINATION ${destination} COMPONENT system)
 endfunction()
 
