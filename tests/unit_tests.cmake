@@ -1,0 +1,45 @@
+# Every *_test.cpp of a room becomes part of that room's test program, so no test can be forgotten.
+include(GoogleTest)
+
+# A machine made of memory: files, processes, clock and a log to look at.
+file(GLOB fake_sources CONFIGURE_DEPENDS fakes/*.cpp)
+add_library(tarvendo_fakes STATIC ${fake_sources})
+target_include_directories(tarvendo_fakes PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+target_link_libraries(tarvendo_fakes PUBLIC tarvendo_base)
+
+if(WIN32)
+  set(host windows)
+else()
+  set(host posix)
+endif()
+
+# At home each test is one for ctest. Where every start costs more than most tests, a program is one.
+function(discover_tests program)
+  if(TARVENDO_LAUNCHER)
+    add_program_test(${program} ${TARVENDO_LAUNCHER} $<TARGET_FILE:${program}> --gtest_brief=1)
+  else()
+    gtest_discover_tests(${program} DISCOVERY_TIMEOUT 60)
+  endif()
+endfunction()
+
+function(add_room_tests room)
+  file(GLOB sources CONFIGURE_DEPENDS ${room}/*_test.cpp ${room}/${host}/*_test.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  file(GLOB helpers CONFIGURE_DEPENDS ${room}/*.cpp ${room}/${host}/*.cpp)
+  add_executable(${room}_tests ${helpers})
+  target_link_libraries(${room}_tests PRIVATE tarvendo_fakes tarvendo_${room} GTest::gtest_main)
+  target_compile_definitions(
+    ${room}_tests PRIVATE TARVENDO_HELP_FILE="${CMAKE_SOURCE_DIR}/help/TourneyHelp.txt")
+  discover_tests(${room}_tests)
+endfunction()
+
+foreach(room platform base players tourney reports pairing runner console)
+  add_room_tests(${room})
+endforeach()
+
+# What the fakes promise, held against the real thing.
+add_executable(contract_tests contract/file_system_test.cpp)
+target_link_libraries(contract_tests PRIVATE tarvendo_fakes tarvendo_platform GTest::gtest_main)
+discover_tests(contract_tests)
