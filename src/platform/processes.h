@@ -40,9 +40,9 @@ class Processes {
 
 std::unique_ptr<Processes> MakeProcesses();
 
-/// Puts the executable's directory at the end of the search path that child processes get, where
-/// the host needs it, and opens the null device for standard streams that are closed. Called once,
-/// before any thread is started and any file is opened.
+/// Puts the executable's directory at the end of the search path that child processes get and,
+/// where the host needs it, opens the null device for standard streams that are closed. Called
+/// once, before any thread is started and any file is opened.
 void PrepareChildEnvironment();
 
 }  // namespace tarvendo

@@ -109,6 +109,7 @@ class Tourney:
     """One tourney in a directory of its own."""
 
     def __init__(self, options, name):
+        self.launcher = options.launcher.split()
         self.directory = options.scratch / name
         self.directory.mkdir(parents=True)
         self.program = self.directory / ("tarvendo" + options.quick.suffix)
@@ -123,7 +124,7 @@ class Tourney:
         environment = dict(os.environ, TZ="UTC0", TARVENDO_DIE_AT=str(die_at))
         environment.pop("COMSPEC", None)
         return subprocess.Popen(
-            [str(self.program), "script.txt", "--wait"],
+            self.launcher + [str(self.program), "script.txt", "--wait"],
             cwd=self.directory,
             env=environment,
             stdin=subprocess.DEVNULL,
@@ -218,6 +219,7 @@ def main(words):
     parser.add_argument("--stub", type=pathlib.Path, required=True)
     parser.add_argument("--scratch", type=pathlib.Path, required=True)
     parser.add_argument("--every", type=int, default=1, help="try every n-th step only")
+    parser.add_argument("--launcher", default="", help="what starts the programs (wine)")
     options = parser.parse_args(words)
     options.quick = options.quick.resolve()
     shutil.rmtree(options.scratch, ignore_errors=True)

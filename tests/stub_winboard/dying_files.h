@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/faulty_code.h"
 #include "platform/files.h"
 
 namespace tarvendo {
@@ -54,15 +55,29 @@ class DyingFile : public OutputFile {
   Countdown& countdown_;
 };
 
-/// The real files, up to the step at which the process ends.
+/// A file that lies in the directory of a fault cannot be read without it: fault\access\x.txt.
+inline void CommitFaultOf(const std::string& path) {
+  const auto lies_in = [&](const char* directory) {
+    return path.find(directory) != std::string::npos;
+  };
+  if (lies_in("fault\\access\\")) WriteNowhere();
+  if (lies_in("fault\\division\\")) DivideByZero();
+  if (lies_in("fault\\instruction\\")) ExecuteNonsense();
+  if (lies_in("fault\\stack\\")) Overflow(1);
+  if (lies_in("fault\\abort\\")) std::abort();
+}
+
+/// The real files, up to the step at which the process ends, or a fault happens.
 class DyingFileSystem : public FileSystem {
  public:
   DyingFileSystem(FileSystem& files, int last_step) : files_(files), countdown_(last_step) {}
 
   std::optional<std::string> ReadText(const std::string& path) override {
+    CommitFaultOf(path);
     return files_.ReadText(path);
   }
   std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override {
+    CommitFaultOf(path);
     return files_.ReadFrom(path, offset);
   }
   std::unique_ptr<OutputFile> Create(const std::string& path) override {

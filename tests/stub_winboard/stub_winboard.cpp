@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -34,11 +35,6 @@ bool Exists(const std::string& name) {
   return std::filesystem::exists(std::filesystem::path(name), error);
 }
 
-void Remove(const std::string& name) {
-  std::error_code error;
-  std::filesystem::remove(std::filesystem::path(name), error);
-}
-
 /// Waits until `done` holds. False when it does not come true in time.
 bool Await(const std::function<bool()>& done) {
   const auto end = std::chrono::steady_clock::now() + kPatience;
@@ -49,14 +45,36 @@ bool Await(const std::function<bool()>& done) {
   return true;
 }
 
+/// Not every host lets go of a file while another program, a moment longer, has it open.
+void Remove(const std::string& name) {
+  Await([&] {
+    std::error_code error;
+    std::filesystem::remove(std::filesystem::path(name), error);
+    return !Exists(name);
+  });
+}
+
 void WriteFile(const std::string& name, const std::string& text,
                std::ios::openmode mode = std::ios::trunc) {
   std::ofstream(name, std::ios::out | mode) << text;
 }
 
-std::string TextOf(const std::string& name) {
+std::string BytesOf(const std::string& name) {
   std::ifstream file(name, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+void Copy(const std::string& from, const std::string& to) {
+  std::ofstream(to, std::ios::binary) << BytesOf(from);
+}
+
+/// The text of a file, with line feeds alone as line ends.
+std::string TextOf(const std::string& name) {
+  std::string text = BytesOf(name);
+  for (std::size_t at = 0; (at = text.find("\r\n", at)) != std::string::npos; ++at) {
+    text.erase(at, 1);
+  }
+  return text;
 }
 
 std::string UpperCase(std::string text) {
@@ -194,7 +212,7 @@ class Player {
 
   void WritePgn() const {
     if (!plan_.pgn_from.empty()) {
-      std::ofstream(pgn_file_, std::ios::binary) << TextOf(plan_.pgn_from);
+      Copy(plan_.pgn_from, pgn_file_);
     } else {
       WriteFile(pgn_file_, plan_.Says("garbage") ? Garbage() : Pgn(key_, plan_));
     }
@@ -257,7 +275,7 @@ bool ServeScript(const Words& words) {
   } else if (Has(words, "/show")) {
     std::cout << TextOf(file);
   } else if (Has(words, "/copy")) {
-    WriteFile(HostName(ValueOf(words, "/to=")), TextOf(file));
+    Copy(file, HostName(ValueOf(words, "/to=")));
   } else if (Has(words, "/ncp")) {
     for (const std::string& word : words)
       std::cout << word << "\n";

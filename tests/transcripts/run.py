@@ -23,6 +23,7 @@ SKIPPED = 77
 TOKEN = "{DIR}"
 MOST_RUNS = 9
 TIMEOUT_SECONDS = 100
+TIMEOUT_SECONDS_WITH_LAUNCHER = 280
 
 # What a sanitizer says when it has found something, whatever else the transcript expects.
 SANITIZER_WORDS = (b"AddressSanitizer", b"ThreadSanitizer", b"LeakSanitizer", b"runtime error:")
@@ -189,7 +190,7 @@ class Transcript:
             preexec_fn=refuse_threads if self.setup.no_threads else None,
         )
         try:
-            process.wait(TIMEOUT_SECONDS)
+            process.wait(TIMEOUT_SECONDS_WITH_LAUNCHER if self.options.launcher else TIMEOUT_SECONDS)
         except subprocess.TimeoutExpired:
             os.killpg(process.pid, signal.SIGKILL)
             process.wait()

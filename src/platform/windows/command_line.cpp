@@ -23,9 +23,15 @@ bool IsCmd(const std::string& processor) {
   return name == "cmd.exe" || name == "cmd";
 }
 
+/// The line end of what was typed belongs to no word, but not every processor knows that.
+std::string WithoutLineEnd(const std::string& line) {
+  return line.substr(0, line.find_last_not_of("\r\n") + 1);
+}
+
 }  // namespace
 
-std::string ProcessorCommandLine(const std::string& processor, const std::string& line) {
+std::string ProcessorCommandLine(const std::string& processor, const std::string& typed) {
+  const std::string line = WithoutLineEnd(typed);
   const std::string program = "\"" + processor + "\"";
   return IsCmd(processor) ? program + " /s /c \"" + line + "\"" : program + " /c " + line;
 }

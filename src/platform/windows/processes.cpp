@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/faults.h"
+#include "platform/paths.h"
 #include "platform/windows/child_process.h"
 #include "platform/windows/command_line.h"
 #include "platform/windows/handle.h"
@@ -23,6 +24,12 @@ std::string CommandProcessor() {
   std::array<char, MAX_PATH> directory{};
   GetSystemDirectoryA(directory.data(), static_cast<UINT>(directory.size()));
   return std::string(directory.data()) + "\\cmd.exe";
+}
+
+std::string PathOfChildren() {
+  std::string path(GetEnvironmentVariableA("PATH", nullptr, 0), '\0');
+  path.resize(GetEnvironmentVariableA("PATH", path.data(), static_cast<DWORD>(path.size())));
+  return path;
 }
 
 Handle OpenOutput(const std::string& path) {
@@ -96,8 +103,11 @@ std::unique_ptr<Processes> MakeProcesses() {
 }
 
 void PrepareChildEnvironment() {
-  // The host finds a program beside its batch file's current directory and in PATH; nothing is
-  // missing.
+  // A standard stream that is closed is none here: nothing else gets its place.
+  const std::string path = PathOfChildren();
+  const std::string directory = ExecutableDirectory();
+  SetEnvironmentVariableA("PATH",
+                          path.empty() ? directory.c_str() : (path + ";" + directory).c_str());
 }
 
 }  // namespace tarvendo

@@ -16,6 +16,12 @@ TEST(CommandLine, AnyOtherProcessorGetsTheLineAsItStands) {
             "\"c:\\my tools\\xcmd.exe\" /c \"a b\" c");
 }
 
+TEST(CommandLine, TheLineEndIsNoPartOfTheCommand) {
+  EXPECT_EQ(ProcessorCommandLine("cmd.exe", "dir\n"), "\"cmd.exe\" /s /c \"dir\"");
+  EXPECT_EQ(ProcessorCommandLine("other.exe", "dir x\r\n"), "\"other.exe\" /c dir x");
+  EXPECT_EQ(ProcessorCommandLine("other.exe", "\n"), "\"other.exe\" /c ");
+}
+
 TEST(CommandLine, WordsAreHeldTogetherByQuotes) {
   EXPECT_EQ(QuotedWord("c:\\my files\\x&y.exe"), "\"c:\\my files\\x&y.exe\"");
   EXPECT_EQ(QuotedWord(""), "\"\"");

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <thread>
 
+#include "platform/paths.h"
 #include "platform/scratch_directory.h"
 
 namespace tarvendo {
@@ -51,6 +52,14 @@ TEST_F(WindowsProcessesTest, WithoutComspecTheSystemsProcessorIsUsed) {
   _putenv("COMSPEC=");
   EXPECT_EQ(OutputOf("echo a"), "a\r\n");
   _putenv(("COMSPEC=" + before).c_str());
+}
+
+TEST_F(WindowsProcessesTest, TheProgramsDirectoryIsTheLastPlaceToLookForAProgram) {
+  const std::string before = std::getenv("PATH");
+  _putenv("PATH=c:\\windows\\system32");
+  PrepareChildEnvironment();
+  EXPECT_EQ(OutputOf("echo %PATH%"), "c:\\windows\\system32;" + ExecutableDirectory() + "\r\n");
+  _putenv(("PATH=" + before).c_str());
 }
 
 TEST_F(WindowsProcessesTest, AMissingProcessorIsReported) {

@@ -1,0 +1,25 @@
+# Tests that start programs of the host that is built for. When that is Windows and this machine is not, Wine starts
+# them: TARVENDO_LAUNCHER is what stands in front of the program, empty at home.
+set(TARVENDO_LAUNCHER "")
+if(WIN32 AND CMAKE_CROSSCOMPILING)
+  find_program(TARVENDO_WINE wine REQUIRED)
+  set(TARVENDO_LAUNCHER ${TARVENDO_WINE})
+  set(wine_session ${CMAKE_SOURCE_DIR}/tests/windows/wine_session)
+  set(wine_directory ${CMAKE_BINARY_DIR}/wine)
+
+  # One Wine for all tests, made anew, so that what a user has in his own does not matter.
+  add_test(NAME wine.starts COMMAND ${wine_session} start ${wine_directory} $<TARGET_FILE:stub_winboard>)
+  add_test(NAME wine.ends COMMAND ${wine_session} end ${wine_directory})
+  set_tests_properties(wine.starts PROPERTIES FIXTURES_SETUP wine TIMEOUT 300)
+  set_tests_properties(wine.ends PROPERTIES FIXTURES_CLEANUP wine TIMEOUT 60)
+endif()
+
+# add_program_test(NAME COMMAND...): a test that starts programs; COMMAND sees to TARVENDO_LAUNCHER itself.
+function(add_program_test name)
+  add_test(NAME ${name} COMMAND ${ARGN})
+  if(TARVENDO_LAUNCHER)
+    set_tests_properties(
+      ${name} PROPERTIES FIXTURES_REQUIRED wine
+                         ENVIRONMENT "WINEPREFIX=${CMAKE_BINARY_DIR}/wine;WINEDEBUG=-all")
+  endif()
+endfunction()

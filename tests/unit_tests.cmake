@@ -1,0 +1,59 @@
+# Every *_test.cpp of a room becomes part of that room's test program, so no test can be forgotten.
+include(GoogleTest)
+
+# A machine made of memory: files, processes, clock and a log to look at.
+file(GLOB fake_sources CONFIGURE_DEPENDS fakes/*.cpp)
+add_library(tarvendo_fakes STATIC ${fake_sources})
+target_include_directories(tarvendo_fakes PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+target_link_libraries(tarvendo_fakes PUBLIC tarvendo_base)
+
+if(WIN32)
+  set(host windows)
+else()
+  set(host posix)
+endif()
+
+# At home each test is one for ctest. Where every start costs more than most tests, a program is one.
+function(discover_tests program)
+  if(TARVENDO_LAUNCHER)
+    add_program_test(${program} ${TARVENDO_LAUNCHER} $<TARGET_FILE:${program}> --gtest_brief=1)
+  else()
+    gtest_discover_tests(${program} DISCOVERY_TIMEOUT 60)
+  endif()
+endfunction()
+
+# add_test_program(NAME LIBRARY SOURCE...): a program of GoogleTest's. Optimising the tests takes longer
+# than it saves, but for those of the pairing, which search for minutes. GoogleTest's header is half of
+# what is left to compile, so it is compiled once for all.
+function(add_test_program name library)
+  add_executable(${name} ${ARGN})
+  target_link_libraries(${name} PRIVATE tarvendo_fakes ${library} GTest::gtest_main)
+  discover_tests(${name})
+  if(name STREQUAL "pairing_tests")
+    return()
+  endif()
+  target_compile_options(${name} PRIVATE -O0)
+  if(name STREQUAL "contract_tests")
+    target_precompile_headers(${name} PRIVATE <gtest/gtest.h>)
+  else()
+    target_precompile_headers(${name} REUSE_FROM contract_tests)
+  endif()
+endfunction()
+
+# What the fakes promise, held against the real thing.
+add_test_program(contract_tests tarvendo_platform contract/file_system_test.cpp)
+
+function(add_room_tests room)
+  file(GLOB sources CONFIGURE_DEPENDS ${room}/*_test.cpp ${room}/${host}/*_test.cpp)
+  if(NOT sources)
+    return()
+  endif()
+  file(GLOB helpers CONFIGURE_DEPENDS ${room}/*.cpp ${room}/${host}/*.cpp)
+  add_test_program(${room}_tests tarvendo_${room} ${helpers})
+  target_compile_definitions(
+    ${room}_tests PRIVATE TARVENDO_HELP_FILE="${CMAKE_SOURCE_DIR}/help/TourneyHelp.txt")
+endfunction()
+
+foreach(room platform base players tourney reports pairing runner console)
+  add_room_tests(${room})
+endforeach()
