@@ -74,13 +74,14 @@ void MoveOnAsATableDoes(Tourney& tourney) {
 }
 
 /// With AutoSave on, the results are on the disk before the files that they came from are gone, so
-/// that a crash in between loses no game. A save that fails here is reported by the one that
-/// follows every step.
+/// that a crash in between loses no game. When that save fails (it is reported by the one that
+/// follows every step), the files stay: should the program end before a save succeeds, the next
+/// start collects them.
 void FinishCollection(Tourney& tourney, const std::vector<std::string>& leftovers) {
-  if (tourney.settings.auto_save != 0) tourney.Save("");
+  const bool on_disk = tourney.settings.auto_save == 0 || tourney.Save("");
   FileSystem& files = tourney.GetHost().files;
   for (const std::string& name : leftovers) {
-    if (files.Exists(name)) files.Remove(name);
+    if (on_disk && files.Exists(name)) files.Remove(name);
   }
   WriteTable(tourney, "", HtmlTableDefaults(tourney));
 }
@@ -136,9 +137,8 @@ void CollectAll(Tourney& tourney) {
   if (any_collected) FinishCollection(tourney, leftovers);
 }
 
-bool HasEmptyPgn(Tourney& tourney, const Game& game) {
-  const auto pgn = tourney.GetHost().files.ReadText(game.pgn_file);
-  return pgn && pgn->empty();
+bool LacksPgn(Tourney& tourney, const Game& game) {
+  return tourney.GetHost().files.ReadText(game.pgn_file).value_or("").empty();
 }
 
 }  // namespace tarvendo

@@ -29,7 +29,8 @@ bool CollectResult(Tourney& tourney, int game_number);
 /// that is being played is left alone while its PGN file is empty.
 void CollectAll(Tourney& tourney);
 
-/// Whether the game's PGN file is there and holds nothing (its writer has not got round to it yet).
-bool HasEmptyPgn(Tourney& tourney, const Game& game);
+/// Whether the game's PGN file is not there or holds nothing (WinBoard may not have got round to it
+/// yet).
+bool LacksPgn(Tourney& tourney, const Game& game);
 
 }  // namespace tarvendo

@@ -305,6 +305,27 @@ TEST_F(Collect, WithAutoSaveTheResultIsOnTheDiskBeforeTheRecordIsGone) {
   EXPECT_EQ(loaded.FindGame(1)->pgn_file, "");
 }
 
+TEST_F(Collect, WithoutAutoSaveNothingIsSaved) {
+  PutPgn(1, "1-0");
+  CollectResult(tourney, 1);
+  EXPECT_FALSE(machine.files.Has("/t/tourney.ini"));
+}
+
+TEST_F(Collect, WithAutoSaveAResultThatCannotBeSavedKeepsItsRecord) {
+  tourney.settings.auto_save = 1;
+  ASSERT_TRUE(tourney.Save("/t/tourney.ini"));
+  PutPgn(1, "1-0");
+  machine.files.Deny(FileOperation::kRename, "/t/tourney.ini.new");
+  CollectResult(tourney, 1);
+  EXPECT_EQ(GameNumber(1).result, kWhiteWins);
+  machine.files.Allow(FileOperation::kRename, "/t/tourney.ini.new");
+  Tourney next_start(machine.host, "/nowhere/");
+  ASSERT_TRUE(next_start.Load("/t/tourney.ini"));
+  CollectAll(next_start);
+  EXPECT_EQ(next_start.FindGame(1)->status, kReady);
+  EXPECT_EQ(next_start.FindGame(1)->result, kWhiteWins);
+}
+
 /// How often game N stands in a PGN text.
 int CountGame(const std::string& pgn, int number) {
   const std::string tag = "[Number \"" + std::to_string(number) + "\"]";
@@ -399,12 +420,12 @@ TEST(FailuresWhileCollecting, EachIsSurvivedAndALostRecordReported) {
   }
 }
 
-TEST_F(Collect, AnEmptyRecordIsToldFromNone) {
-  EXPECT_FALSE(HasEmptyPgn(tourney, GameNumber(1)));
+TEST_F(Collect, AnEmptyRecordIsAsGoodAsNone) {
+  EXPECT_TRUE(LacksPgn(tourney, GameNumber(1)));
   machine.files.Put("/t/g1.PGN", "");
-  EXPECT_TRUE(HasEmptyPgn(tourney, GameNumber(1)));
+  EXPECT_TRUE(LacksPgn(tourney, GameNumber(1)));
   machine.files.Put("/t/g1.PGN", "x");
-  EXPECT_FALSE(HasEmptyPgn(tourney, GameNumber(1)));
+  EXPECT_FALSE(LacksPgn(tourney, GameNumber(1)));
 }
 
 }  // namespace
