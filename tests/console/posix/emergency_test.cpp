@@ -1,5 +1,5 @@
-// The end of the program through an error: each of these tests is a process of its own, which writes
-// its console text to a file.
+// The end of the program through an error: each of these tests is a process of its own, which
+// writes its console text to a file.
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
