@@ -2,11 +2,10 @@
 // with the real files of 1,000, 10,000 and 100,000 spooled games.
 
 #include <benchmark/benchmark.h>
-#include <stdlib.h>
 
-#include <filesystem>
 #include <fstream>
 
+#include "platform/scratch_directory.h"
 #include "report_tourney.h"
 #include "runner/collect.h"
 #include "runner/spool.h"
@@ -15,27 +14,6 @@ namespace tarvendo {
 namespace {
 
 constexpr int kParticipants = 20;
-
-/// A directory of its own for the games' files, deleted with all that is in it.
-class GamesDirectory {
- public:
-  GamesDirectory() {
-    std::string name = (std::filesystem::temp_directory_path() / "collect_bench.XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary directory");
-    path_ = name + "/";
-  }
-  ~GamesDirectory() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  GamesDirectory(const GamesDirectory&) = delete;
-  GamesDirectory& operator=(const GamesDirectory&) = delete;
-
-  const std::string& Path() const { return path_; }
-
- private:
-  std::string path_;
-};
 
 /// So many spooled games between twenty engines.
 void SpoolGames(Tourney& tourney, const std::string& path, std::int64_t games) {
@@ -61,9 +39,9 @@ void WriteRecords(const Tourney& tourney) {
 void CollectAllGames(benchmark::State& state) {
   for (auto _ : state) {
     state.PauseTiming();
-    const GamesDirectory directory;
+    const ScratchDirectory directory;
     ReportTourney made(kParticipants, kRoundRobin);
-    SpoolGames(made.tourney, directory.Path(), state.range(0));
+    SpoolGames(made.tourney, directory.Path() + "/", state.range(0));
     WriteRecords(made.tourney);
     state.ResumeTiming();
     CollectAll(made.tourney);
@@ -75,9 +53,9 @@ void CollectAllGames(benchmark::State& state) {
 }
 
 void RespoolAllGames(benchmark::State& state) {
-  const GamesDirectory directory;
+  const ScratchDirectory directory;
   ReportTourney made(kParticipants, kRoundRobin);
-  SpoolGames(made.tourney, directory.Path(), state.range(0));
+  SpoolGames(made.tourney, directory.Path() + "/", state.range(0));
   for (auto _ : state) {
     RespoolAll(made.tourney);
   }

@@ -3,8 +3,8 @@
 #include <benchmark/benchmark.h>
 
 #include "base/log.h"
+#include "platform/scratch_directory.h"
 #include "report_tourney.h"
-#include "scratch_directory.h"
 #include "tourney/game_list.h"
 #include "tourney/participants.h"
 #include "tourney/round_robin.h"

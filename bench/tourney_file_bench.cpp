@@ -4,8 +4,8 @@
 #include <benchmark/benchmark.h>
 
 #include "base/log.h"
+#include "platform/scratch_directory.h"
 #include "report_tourney.h"
-#include "scratch_directory.h"
 
 namespace tarvendo {
 namespace {

@@ -116,20 +116,27 @@ void Log::Echo(const std::string& line) {
 
 bool Log::RunShellCommand(const std::string& line) {
   // Made absolute now: the runner may change the current directory while the command runs.
-  const std::string temporary = host_.files.FullPath("tmpfile.$$$");
-  if (host_.processes.RunShell(line, temporary) == ShellOutcome::kNoOutputFile) {
+  shell_output_ = host_.files.FullPath("tmpfile.$$$");
+  if (host_.processes.RunShell(line, shell_output_) == ShellOutcome::kNoOutputFile) {
+    shell_output_.clear();
     host_.processes.RunShell(line, "");
     error_(Framed("Error creating temporary file!"));
     return false;
   }
-  const auto output = host_.files.ReadText(temporary);
+  const auto output = host_.files.ReadText(shell_output_);
   if (!output) {
+    shell_output_.clear();
     error_(Framed("Error reopening temporary file!"));
     return false;
   }
   Write(CopiedLineByLine(LineReader(*output), kLongLine));
-  host_.files.Remove(temporary);
+  DropShellOutput();
   return true;
+}
+
+void Log::DropShellOutput() {
+  if (!shell_output_.empty()) host_.files.Remove(shell_output_);
+  shell_output_.clear();
 }
 
 void Log::Housekeep(std::int64_t limit) {

@@ -64,6 +64,10 @@ class Log {
   /// file could not be made (the line has then been run without capture) or not be read back.
   bool RunShellCommand(const std::string& line);
 
+  /// Deletes the temporary file of a command that an exception or a fault has broken off, if there
+  /// is one. Called by the emergency exit, on the thread that ran the command.
+  void DropShellOutput();
+
   /// Cuts the first log file down when it has reached `limit` bytes. Below 1 stands for 1048578;
   /// a limit below 2048 counts as 2048.
   void Housekeep(std::int64_t limit);
@@ -73,6 +77,7 @@ class Log {
   Sink console_;
   Sink error_;
   std::int64_t default_limit_ = 1048578;
+  std::string shell_output_;  ///< of the command that is being run; used by the console thread only
   std::recursive_mutex mutex_;  ///< guards files_ and keeps messages whole
   std::vector<std::unique_ptr<LogFile>> files_;
 };

@@ -5,6 +5,9 @@
 namespace tarvendo {
 namespace {
 
+/// So many files that a crash has left are passed by.
+constexpr int kMostNames = 100;
+
 bool WriteAndClose(OutputFile& file, const std::string& text) {
   const bool written = file.Write(text);
   return file.Close() && written;
@@ -15,17 +18,51 @@ bool WriteInPlace(FileSystem& files, const std::string& path, const std::string&
   return file && WriteAndClose(*file, text);
 }
 
+/// A file that is being written, and its name.
+struct Temporary {
+  std::string path;
+  std::unique_ptr<OutputFile> file;
+};
+
+/// A new file beside `path`, with its permissions, under a name that nobody uses. No file when none
+/// can be made there.
+Temporary MakeTemporary(FileSystem& files, const std::string& path) {
+  for (int n = 1; n <= kMostNames; ++n) {
+    const std::string name = path + ".new" + (n == 1 ? "" : std::to_string(n));
+    std::unique_ptr<OutputFile> file = files.CreateNew(name, path);
+    if (file) return {name, std::move(file)};
+    if (!files.Exists(name)) break;
+  }
+  return {};
+}
+
+/// A rename asks nobody whether the old file may be changed, so this does. Opening for appending
+/// leaves what is in it alone.
+bool MayBeChanged(FileSystem& files, const std::string& path) {
+  return files.Append(path) != nullptr;
+}
+
+/// The file is there under this very name, or nothing is.
+bool ReplaceWhole(FileSystem& files, const std::string& path, const std::string& text) {
+  if (files.Exists(path) && !MayBeChanged(files, path)) return false;
+  const Temporary temporary = MakeTemporary(files, path);
+  if (!temporary.file) return WriteInPlace(files, path, text);
+  if (WriteAndClose(*temporary.file, text) && files.Rename(temporary.path, path)) return true;
+  files.Remove(temporary.path);
+  return false;
+}
+
 }  // namespace
 
 bool SaveWholeFile(FileSystem& files, const std::string& path, const std::string& text) {
   if (path.empty()) return false;
-  if (files.Exists(path) && !files.IsPlainFile(path)) return WriteInPlace(files, path, text);
-  const std::string temporary = path + ".new";
-  const std::unique_ptr<OutputFile> file = files.Create(temporary);
-  if (!file) return WriteInPlace(files, path, text);
-  if (WriteAndClose(*file, text) && files.Rename(temporary, path)) return true;
-  files.Remove(temporary);
-  return false;
+  if (IsNoOrdinaryFile(files, path)) return WriteInPlace(files, path, text);
+  return ReplaceWhole(files, files.FollowLinks(path), text);
+}
+
+bool IsNoOrdinaryFile(FileSystem& files, const std::string& path) {
+  const std::string target = files.FollowLinks(path);
+  return files.Exists(target) && !files.IsPlainFile(target);
 }
 
 }  // namespace tarvendo

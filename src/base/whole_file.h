@@ -7,10 +7,15 @@ namespace tarvendo {
 class FileSystem;
 
 /// Makes `text` the content of a file, whole or not at all: the text goes to a new file in the same
-/// directory, which then replaces the old one by a rename. Where no such file can be made, or where
-/// the name stands for something else than an ordinary file (a device, a link), the file is written
-/// in place. False when the text did not arrive; the old file is then as it was, unless it was
-/// written in place.
+/// directory, which then replaces the old one by a rename and has its permissions. The new file's
+/// name is the old one's with ".new" behind it, or, when that is taken, ".new2" and so on. A
+/// symbolic link is followed, and what it leads to is replaced. Where no new file can be made, or
+/// where the name stands for something else than an ordinary file (a device), the file is written
+/// in place. False when the text did not arrive, also because the old file may not be changed; it
+/// is then as it was, unless it was written in place.
 bool SaveWholeFile(FileSystem& files, const std::string& path, const std::string& text);
+
+/// Whether something is there that is no ordinary file, nor a link to one: a device, a directory.
+bool IsNoOrdinaryFile(FileSystem& files, const std::string& path);
 
 }  // namespace tarvendo

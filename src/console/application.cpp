@@ -95,8 +95,11 @@ void SaveInEmergency(Tourney& tourney) {
   if (!ended_well) {
     WriteConsole("Saving failed, exiting.\n");
   } else if (!saved) {
-    WriteConsole("Saving tourney failed!\n");
+    // The console has its two lines and no more, but nobody shall believe that the file is there.
+    WriteConsoleError("Saving tourney failed!\n");
   }
+  // Last, for it matters least; if it fails, a file is left that the next command writes over.
+  CallGuarded([] { TheLog->DropShellOutput(); });
 }
 
 }  // namespace

@@ -129,7 +129,7 @@ std::string TopicText(LineReader& lines, std::string line) {
 
 /// What help says of an argument, given the text of the help file.
 std::string Answer(const std::string& argument, const std::string& help_text) {
-  const std::string not_found = "Command " + argument + " not found.\n";
+  std::string not_found = "Command " + argument + " not found.\n";
   const char* topic = FindHelpTopic(argument);
   if (topic == nullptr) return not_found;
   LineReader lines(help_text);

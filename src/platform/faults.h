@@ -15,9 +15,10 @@ class Terminated : public std::runtime_error {
 
 /// Catches machine faults (access violation, division by zero, illegal instruction, abort) for as
 /// long as it lives, and what asks the process to end: it then counts as requested
-/// (TerminationRequested). SIGTERM or Ctrl-C a second time end the process at once. Also keeps a
-/// closed console from ending the process. One per process, made on the console thread before any
-/// other thread.
+/// (TerminationRequested). SIGTERM or Ctrl-C a second time end the process at once. A fault signal
+/// that is sent to the process counts as a fault of the console thread, whichever thread it
+/// reaches. Also keeps a closed console from ending the process. One per process, made on the
+/// console thread before any other thread.
 class FaultGuard {
  public:
   FaultGuard();

@@ -45,6 +45,13 @@ class FileSystem {
   /// Opens for writing, emptying what is there; null when it cannot be opened.
   virtual std::unique_ptr<OutputFile> Create(const std::string& path) = 0;
 
+  /// Makes a file that is to take the place of `model`, and opens it for writing: with the
+  /// permissions (and, as far as the host lets us, the owner) of `model`, or those of any new file
+  /// when there is no `model`. Null when something of the name `path` is there already, which stays
+  /// as it is, or when no file can be made there.
+  virtual std::unique_ptr<OutputFile> CreateNew(const std::string& path,
+                                                const std::string& model) = 0;
+
   /// Opens for writing at the end, creating the file when missing; null when it cannot be opened.
   virtual std::unique_ptr<OutputFile> Append(const std::string& path) = 0;
 
@@ -56,6 +63,10 @@ class FileSystem {
 
   /// Whether an ordinary file is there: not a directory, a device, a pipe or a symbolic link.
   virtual bool IsPlainFile(const std::string& path) = 0;
+
+  /// The file that a symbolic link leads to in the end; the path as it was when it is no such link
+  /// or leads nowhere, and on a host whose links cannot be followed.
+  virtual std::string FollowLinks(const std::string& path) = 0;
 
   /// Deletes a file. False when it was not there or could not be deleted. Never deletes a
   /// directory.

@@ -31,7 +31,7 @@ bool Refuse(const std::string& path) {
   return false;
 }
 
-/// A device, a pipe or a link cannot be replaced by a new file: it is opened and written into.
+/// A device or a pipe cannot be replaced by a new file: it is opened and written into.
 bool WriteInPlace(Tourney& tourney, const std::string& path, const TableOptions& options) {
   const std::unique_ptr<OutputFile> file = tourney.GetHost().files.Create(path);
   if (!file) return Refuse(path);
@@ -57,9 +57,8 @@ bool WriteTable(Tourney& tourney, const std::string& file, const TableOptions& o
     return true;
   }
   const std::string path = file.empty() ? tourney.settings.files_path + kDefaultName : file;
-  FileSystem& files = tourney.GetHost().files;
-  const bool is_special = files.Exists(path) && !files.IsPlainFile(path);
-  return is_special ? WriteInPlace(tourney, path, options) : ReplaceFile(tourney, path, options);
+  return IsNoOrdinaryFile(tourney.GetHost().files, path) ? WriteInPlace(tourney, path, options)
+                                                         : ReplaceFile(tourney, path, options);
 }
 
 }  // namespace tarvendo

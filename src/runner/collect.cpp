@@ -51,31 +51,37 @@ void Announce(const Game& game) {
 }
 
 /// Collects one game but for its files, whose names go to `leftovers`: they are deleted when the
-/// tourney that no longer needs them is on the disk. Whether there was something to collect.
-bool TakeResult(Tourney& tourney, Game& game, std::vector<std::string>& leftovers) {
-  const auto pgn = tourney.GetHost().files.ReadText(game.pgn_file);
-  if (!pgn) return false;
-  if (!AppendToTourneyPgn(tourney, MergedPgn(tourney, game, *pgn))) {
+/// tourney that no longer needs them is on the disk.
+void TakeResult(Tourney& tourney, Game& game, const std::string& pgn,
+                std::vector<std::string>& leftovers) {
+  if (!AppendToTourneyPgn(tourney, MergedPgn(tourney, game, pgn))) {
     Print("Error copying pgn-file!\n");
   }
   for (std::string* name : {&game.bat_file, &game.pgn_file}) {
     if (!name->empty()) leftovers.push_back(*name);
     name->clear();
   }
-  game.result = ResultInPgn(*pgn);
+  game.result = ResultInPgn(pgn);
   game.status = kReady;
   Announce(game);
-  return true;
+}
+
+/// What a table behind a result that is not the last one would do: the page itself is soon written
+/// over, but the rounds that it moves on are part of the tourney.
+void MoveOnAsATableDoes(Tourney& tourney) {
+  AdvanceCurrentRound(tourney);
+  AdjustRounds(tourney);
 }
 
 /// With AutoSave on, the results are on the disk before the files that they came from are gone, so
-/// that a crash in between loses no game. A save that fails here is reported by the one that
-/// follows every step.
+/// that a crash in between loses no game. When that save fails (it is reported by the one that
+/// follows every step), the files stay: should the program end before a save succeeds, the next
+/// start collects them.
 void FinishCollection(Tourney& tourney, const std::vector<std::string>& leftovers) {
-  if (tourney.settings.auto_save != 0) tourney.Save("");
+  const bool on_disk = tourney.settings.auto_save == 0 || tourney.Save("");
   FileSystem& files = tourney.GetHost().files;
   for (const std::string& name : leftovers) {
-    if (files.Exists(name)) files.Remove(name);
+    if (on_disk && files.Exists(name)) files.Remove(name);
   }
   WriteTable(tourney, "", HtmlTableDefaults(tourney));
 }
@@ -107,31 +113,32 @@ std::string MergedPgn(const Tourney& tourney, const Game& game, const std::strin
 
 bool CollectResult(Tourney& tourney, int game_number) {
   Game* game = tourney.FindGame(game_number);
+  if (game == nullptr) return false;
+  const auto pgn = tourney.GetHost().files.ReadText(game->pgn_file);
+  if (!pgn) return false;
   std::vector<std::string> leftovers;
-  if (game == nullptr || !TakeResult(tourney, *game, leftovers)) return false;
+  TakeResult(tourney, *game, *pgn, leftovers);
   FinishCollection(tourney, leftovers);
   return true;
 }
 
 void CollectAll(Tourney& tourney) {
   std::vector<std::string> leftovers;
-  int collected = 0;
+  bool any_collected = false;
   for (Game& game : tourney.Games()) {
     if (game.status != kSpooled) continue;
-    if (game.number == tourney.current_game && HasEmptyPgn(tourney, game)) continue;
-    if (TakeResult(tourney, game, leftovers)) ++collected;
+    const auto pgn = tourney.GetHost().files.ReadText(game.pgn_file);
+    if (!pgn || (pgn->empty() && game.number == tourney.current_game)) continue;
+    if (any_collected) MoveOnAsATableDoes(tourney);
+    TakeResult(tourney, game, *pgn, leftovers);
+    any_collected = true;
   }
   tourney.RecomputeGamesState();
-  if (collected == 0) return;
-  FinishCollection(tourney, leftovers);
-  // The table after each result would have moved the round on by one each time.
-  for (int more = collected - 1; more > 0 && AdvanceCurrentRound(tourney); --more) {
-  }
+  if (any_collected) FinishCollection(tourney, leftovers);
 }
 
-bool HasEmptyPgn(Tourney& tourney, const Game& game) {
-  const auto pgn = tourney.GetHost().files.ReadText(game.pgn_file);
-  return pgn && pgn->empty();
+bool LacksPgn(Tourney& tourney, const Game& game) {
+  return tourney.GetHost().files.ReadText(game.pgn_file).value_or("").empty();
 }
 
 }  // namespace tarvendo

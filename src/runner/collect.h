@@ -25,11 +25,12 @@ std::string MergedPgn(const Tourney& tourney, const Game& game, const std::strin
 bool CollectResult(Tourney& tourney, int game_number);
 
 /// Collects every SPOOLED game whose PGN file is there, then recomputes GamesState. The table is
-/// written once, behind the last one. The game that is being played is left alone while its PGN
-/// file is empty.
+/// written once, behind the last one, but a Swiss tourney's rounds move on after each. The game
+/// that is being played is left alone while its PGN file is empty.
 void CollectAll(Tourney& tourney);
 
-/// Whether the game's PGN file is there and holds nothing (its writer has not got round to it yet).
-bool HasEmptyPgn(Tourney& tourney, const Game& game);
+/// Whether the game's PGN file is not there or holds nothing (WinBoard may not have got round to it
+/// yet).
+bool LacksPgn(Tourney& tourney, const Game& game);
 
 }  // namespace tarvendo

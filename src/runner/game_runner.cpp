@@ -119,7 +119,9 @@ milliseconds GameRunner::WatchPass() {
     case DebugNews::kNoFile:
       return PanicStop();
     case DebugNews::kStillOpen:
-      return has_died ? EndGame() : kPollInterval;
+      if (!has_died) return kPollInterval;
+      has_waited_for_pgn_ = true;  // A minute was long enough.
+      break;
     case DebugNews::kGameOver:
       break;
   }
@@ -147,6 +149,7 @@ milliseconds GameRunner::PanicStop() {
   const bool written =
       WriteFile(files, kDebugFile, "Panic stop by Tarvendo\n \n \n \n \ngameends \n \n");
   if (written && files.IsReadable(kDebugFile)) {
+    has_waited_for_pgn_ = true;  // Nobody is going to write one.
     watch_.Begin(kDebugFile);
     return kPanicWait;
   }
@@ -160,7 +163,8 @@ milliseconds GameRunner::PanicStop() {
 milliseconds GameRunner::EndGame() {
   const std::lock_guard lock(tourney_.Lock());
   const Game* game = FindPlayedGame();
-  if (game != nullptr && !has_waited_for_pgn_ && HasEmptyPgn(tourney_, *game)) {
+  const bool is_due = game != nullptr && !game->IsReady() && LacksPgn(tourney_, *game);
+  if (is_due && !has_waited_for_pgn_) {
     has_waited_for_pgn_ = true;
     return kPollInterval;
   }

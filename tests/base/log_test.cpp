@@ -7,6 +7,7 @@
 
 #include "base/text.h"
 #include "fakes/captured_log.h"
+#include "platform/faults.h"
 
 namespace tarvendo {
 namespace {
@@ -223,6 +224,27 @@ TEST_F(LogTest, ATemporaryFileThatCannotBeReadIsLeftBehind) {
   EXPECT_EQ(machine.TakeErrors(), kReopeningFailed);
   EXPECT_EQ(machine.TakeOutput(), "");
   EXPECT_TRUE(files.Has("tmpfile.$$$"));
+}
+
+TEST_F(LogTest, TheOutputOfACommandThatWasBrokenOffCanBeDropped) {
+  machine.processes.on_shell = [](const std::string&) -> std::string { throw Terminated("told"); };
+  EXPECT_THROW(log.RunShellCommand("dir"), Terminated);
+  EXPECT_TRUE(files.Has("tmpfile.$$$"));
+  log.DropShellOutput();
+  EXPECT_EQ(files.Removed(), std::vector<std::string>{"/home/tmpfile.$$$"});
+}
+
+TEST_F(LogTest, AFileThatNoCommandHasLeftIsNotDropped) {
+  files.Put("tmpfile.$$$", "mine\n");
+  log.DropShellOutput();
+  machine.processes.shell_outcome = ShellOutcome::kNoOutputFile;
+  log.RunShellCommand("dir");
+  log.DropShellOutput();
+  files.Deny(FileOperation::kRead, "tmpfile.$$$");
+  machine.processes.shell_outcome = ShellOutcome::kRan;
+  log.RunShellCommand("dir");
+  log.DropShellOutput();
+  EXPECT_TRUE(files.Removed().empty());
 }
 
 class HousekeepTest : public LogTest {

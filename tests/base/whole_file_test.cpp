@@ -51,11 +51,19 @@ INSTANTIATE_TEST_SUITE_P(EveryOperation, WholeFileFaults,
                          testing::Values(FileOperation::kWrite, FileOperation::kClose,
                                          FileOperation::kRename));
 
+TEST(WholeFile, AFailureLeavesNothingWhereNothingWas) {
+  MemoryFileSystem files;
+  files.FailAt(FileOperation::kWrite, 1);
+  EXPECT_FALSE(SaveWholeFile(files, "a.txt", "a new text\n"));
+  EXPECT_EQ(files.FileNames(), Names{});
+}
+
 TEST(WholeFile, WithoutRoomForANewFileTheOldOneIsWrittenInPlace) {
   MemoryFileSystem files;
   files.Put("a.txt", "old\n");
-  files.FailAt(FileOperation::kOpen, 1);
+  files.Deny(FileOperation::kOpen, "a.txt.new");
   EXPECT_TRUE(SaveWholeFile(files, "a.txt", "new\n"));
+  EXPECT_EQ(files.Count(FileOperation::kRename), 0);
   EXPECT_EQ(files.Bytes("a.txt"), "new\n");
   EXPECT_EQ(files.FileNames(), Names{"/home/a.txt"});
 }
@@ -78,6 +86,77 @@ TEST(WholeFile, AFailureInPlaceIsReported) {
   EXPECT_FALSE(SaveWholeFile(files, "device", "new\n"));
   files.Deny(FileOperation::kOpen, "device");
   EXPECT_FALSE(SaveWholeFile(files, "device", "new\n"));
+}
+
+TEST(WholeFile, AFileThatMayNotBeChangedIsNotReplaced) {
+  MemoryFileSystem files;
+  files.Put("a.txt", "old\n");
+  files.Deny(FileOperation::kOpen, "a.txt");
+  EXPECT_FALSE(SaveWholeFile(files, "a.txt", "new\n"));
+  EXPECT_EQ(files.Bytes("a.txt"), "old\n");
+  EXPECT_EQ(files.FileNames(), Names{"/home/a.txt"});
+}
+
+TEST(WholeFile, AFileOfTheUsersWithTheTemporarysNameIsLeftAlone) {
+  MemoryFileSystem files;
+  files.Put("a.txt", "old\n");
+  files.Put("a.txt.new", "mine\n");
+  files.MakeLink("a.txt.new2", "elsewhere");
+  EXPECT_TRUE(SaveWholeFile(files, "a.txt", "new\n"));
+  EXPECT_EQ(files.Bytes("a.txt"), "new\n");
+  EXPECT_EQ(files.Bytes("a.txt.new"), "mine\n");
+  EXPECT_EQ(files.FileNames(), (Names{"/home/a.txt", "/home/a.txt.new"}));
+  EXPECT_EQ(files.Count(FileOperation::kRename), 1) << "replaced, not written in place";
+}
+
+TEST(WholeFile, WhenEveryNameIsTakenTheFileIsWrittenInPlace) {
+  MemoryFileSystem files;
+  files.Put("a.txt.new", "");
+  for (int n = 2; n <= 100; ++n)
+    files.Put("a.txt.new" + std::to_string(n), "");
+  EXPECT_TRUE(SaveWholeFile(files, "a.txt", "new\n"));
+  EXPECT_EQ(files.Bytes("a.txt"), "new\n");
+  EXPECT_EQ(files.Count(FileOperation::kRename), 0);
+}
+
+TEST(WholeFile, TheNewFileTakesAfterTheOldOne) {
+  MemoryFileSystem files;
+  files.Put("a.txt", "old\n");
+  EXPECT_TRUE(SaveWholeFile(files, "a.txt", "new\n"));
+  EXPECT_EQ(files.ModelOf("a.txt"), "/home/a.txt");
+}
+
+TEST(WholeFile, ALinkIsFollowedAndItsTargetReplacedWhole) {
+  MemoryFileSystem files;
+  files.Put("/other/a.txt", "old\n");
+  files.MakeLink("middle", "/other/a.txt");
+  files.MakeLink("link", "middle");
+  EXPECT_TRUE(SaveWholeFile(files, "link", "new\n"));
+  EXPECT_EQ(files.Bytes("/other/a.txt"), "new\n");
+  EXPECT_EQ(files.ModelOf("/other/a.txt"), "/other/a.txt");
+  EXPECT_EQ(files.FollowLinks("link"), "/other/a.txt") << "it is a link as before";
+  files.FailAt(FileOperation::kWrite, 1);
+  EXPECT_FALSE(SaveWholeFile(files, "link", "newer\n"));
+  EXPECT_EQ(files.Bytes("link"), "new\n");
+  EXPECT_EQ(files.FileNames(), Names{"/other/a.txt"});
+}
+
+TEST(WholeFile, ALinkThatLeadsNowhereMakesTheFileThatItNames) {
+  MemoryFileSystem files;
+  files.MakeLink("link", "a.txt");
+  EXPECT_TRUE(SaveWholeFile(files, "link", "new\n"));
+  EXPECT_EQ(files.Bytes("a.txt"), "new\n");
+  EXPECT_EQ(files.FollowLinks("link"), "/home/a.txt");
+}
+
+TEST(WholeFile, ALinkToADeviceIsWrittenInPlace) {
+  MemoryFileSystem files;
+  files.MakeSpecial("device");
+  files.MakeLink("link", "device");
+  EXPECT_TRUE(SaveWholeFile(files, "link", "new\n"));
+  EXPECT_FALSE(files.IsPlainFile("device"));
+  EXPECT_EQ(files.Bytes("device"), "new\n");
+  EXPECT_EQ(files.Count(FileOperation::kRename), 0);
 }
 
 }  // namespace

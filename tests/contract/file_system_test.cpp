@@ -7,6 +7,7 @@
 #include <random>
 #include <string>
 
+#include "base/whole_file.h"
 #include "fakes/memory_file_system.h"
 #include "platform/files.h"
 
@@ -104,6 +105,37 @@ TYPED_TEST(FileSystemContract, AppendingMakesTheFileOrGoesOnBehindIt) {
     EXPECT_TRUE(file->Close());
   }
   EXPECT_EQ(this->Text("a"), "line\nline\n");
+}
+
+TYPED_TEST(FileSystemContract, ANewFileIsMadeOnlyWhereNothingIs) {
+  const std::string path = this->Path("a");
+  const auto file = this->files.CreateNew(path, this->Path("no model"));
+  ASSERT_NE(file, nullptr);
+  EXPECT_TRUE(file->Write("text"));
+  EXPECT_TRUE(file->Close());
+  EXPECT_EQ(this->files.CreateNew(path, path), nullptr);
+  EXPECT_EQ(this->Text("a"), "text");
+  const auto alike = this->files.CreateNew(this->Path("b"), path);
+  ASSERT_NE(alike, nullptr);
+  EXPECT_TRUE(alike->Close());
+  EXPECT_EQ(this->Text("b"), "") << "what is in the model is not copied";
+  EXPECT_EQ(this->files.CreateNew(this->Path("nowhere/a"), path), nullptr);
+  EXPECT_EQ(this->files.CreateNew("", path), nullptr);
+}
+
+TYPED_TEST(FileSystemContract, WhatIsNoLinkLeadsToItself) {
+  this->Make("a", "text");
+  EXPECT_EQ(this->files.FollowLinks(this->Path("a")), this->Path("a"));
+  EXPECT_EQ(this->files.FollowLinks("missing"), "missing");
+}
+
+TYPED_TEST(FileSystemContract, AWholeFileReplacesTheOldOneAndLeavesNothingBeside) {
+  this->Make("a", "old");
+  this->Make("a.new", "mine");
+  EXPECT_TRUE(SaveWholeFile(this->files, this->Path("a"), "text"));
+  EXPECT_EQ(this->Text("a"), "text");
+  EXPECT_EQ(this->Text("a.new"), "mine");
+  EXPECT_FALSE(this->files.Exists(this->Path("a.new2")));
 }
 
 TYPED_TEST(FileSystemContract, FlushedTextCanBeReadWhileTheFileIsOpen) {

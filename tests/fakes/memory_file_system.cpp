@@ -83,7 +83,7 @@ std::optional<std::string> MemoryFileSystem::ReadText(const std::string& path) {
 std::optional<std::string> MemoryFileSystem::ReadFrom(const std::string& path,
                                                       std::uint64_t offset) {
   const std::lock_guard guard(mutex_);
-  const std::string key = Key(path);
+  const std::string key = Target(Key(path));
   const auto file = Find(key);
   if (Fails(FileOperation::kRead, key) || !file) return std::nullopt;
   return file->bytes.substr(std::min<std::size_t>(offset, file->bytes.size()));
@@ -97,6 +97,16 @@ std::unique_ptr<OutputFile> MemoryFileSystem::Create(const std::string& path) {
   return std::make_unique<Stream>(*this, Key(path), file);
 }
 
+std::unique_ptr<OutputFile> MemoryFileSystem::CreateNew(const std::string& path,
+                                                        const std::string& model) {
+  const std::lock_guard guard(mutex_);
+  if (links_.contains(Key(path)) || Find(Key(path))) return nullptr;
+  const auto file = OpenForWriting(path);
+  if (!file) return nullptr;
+  file->model = Key(model);
+  return std::make_unique<Stream>(*this, Key(path), file);
+}
+
 std::unique_ptr<OutputFile> MemoryFileSystem::Append(const std::string& path) {
   const std::lock_guard guard(mutex_);
   const auto file = OpenForWriting(path);
@@ -107,12 +117,12 @@ std::unique_ptr<OutputFile> MemoryFileSystem::Append(const std::string& path) {
 bool MemoryFileSystem::Exists(const std::string& path) {
   const std::lock_guard guard(mutex_);
   const std::string key = Key(path);
-  return directories_.contains(key) || Find(key) != nullptr;
+  return directories_.contains(key) || links_.contains(key) || Find(key) != nullptr;
 }
 
 bool MemoryFileSystem::IsReadable(const std::string& path) {
   const std::lock_guard guard(mutex_);
-  const std::string key = Key(path);
+  const std::string key = Target(Key(path));
   return Find(key) != nullptr && !faults_[FileOperation::kRead].denied.contains(key);
 }
 
@@ -122,10 +132,17 @@ bool MemoryFileSystem::IsPlainFile(const std::string& path) {
   return Find(key) != nullptr && !special_.contains(key);
 }
 
+std::string MemoryFileSystem::FollowLinks(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  const std::string target = Target(Key(path));
+  return target == Key(path) || !Exists(target) ? path : target;
+}
+
 bool MemoryFileSystem::Remove(const std::string& path) {
   const std::lock_guard guard(mutex_);
   const std::string key = Key(path);
-  if (Fails(FileOperation::kRemove, key) || files_.erase(key) == 0) return false;
+  if (Fails(FileOperation::kRemove, key) || files_.erase(key) + links_.erase(key) == 0)
+    return false;
   removed_.push_back(path);
   return true;
 }
@@ -138,6 +155,7 @@ bool MemoryFileSystem::Rename(const std::string& from, const std::string& to) {
   if (Fails(FileOperation::kRename, old_key) || !file) return false;
   if (directories_.contains(new_key) || !directories_.contains(ParentOf(new_key))) return false;
   files_.erase(old_key);
+  links_.erase(new_key);
   files_[new_key] = file;
   return true;
 }
@@ -159,7 +177,7 @@ void MemoryFileSystem::Put(const std::string& path, const std::string& bytes) {
   const std::lock_guard guard(mutex_);
   const std::string key = Key(path);
   MakeParents(key);
-  files_[key] = std::make_shared<File>(File{bytes});
+  files_[key] = std::make_shared<File>(File{bytes, ""});
 }
 
 void MemoryFileSystem::PutMore(const std::string& path, const std::string& bytes) {
@@ -198,9 +216,20 @@ void MemoryFileSystem::MakeSpecial(const std::string& path) {
   special_.insert(Key(path));
 }
 
-std::string MemoryFileSystem::Bytes(const std::string& path) {
+void MemoryFileSystem::MakeLink(const std::string& path, const std::string& target) {
+  const std::lock_guard guard(mutex_);
+  links_[Key(path)] = Key(target);
+}
+
+std::string MemoryFileSystem::ModelOf(const std::string& path) {
   const std::lock_guard guard(mutex_);
   const auto file = Find(Key(path));
+  return file ? file->model : "(no such file)";
+}
+
+std::string MemoryFileSystem::Bytes(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  const auto file = Find(Target(Key(path)));
   return file ? file->bytes : "(no such file)";
 }
 
@@ -242,6 +271,14 @@ std::string MemoryFileSystem::Key(const std::string& path) const {
   return key.empty() ? "/" : key;
 }
 
+std::string MemoryFileSystem::Target(const std::string& key) const {
+  std::string target = key;
+  for (auto link = links_.find(target); link != links_.end(); link = links_.find(target)) {
+    target = link->second;
+  }
+  return target;
+}
+
 bool MemoryFileSystem::Fails(FileOperation operation, const std::string& key) {
   Fault& fault = faults_[operation];
   ++fault.done;
@@ -249,7 +286,7 @@ bool MemoryFileSystem::Fails(FileOperation operation, const std::string& key) {
 }
 
 std::shared_ptr<MemoryFileSystem::File> MemoryFileSystem::OpenForWriting(const std::string& path) {
-  const std::string key = Key(path);
+  const std::string key = Target(Key(path));
   if (Fails(FileOperation::kOpen, key) || path.empty()) return nullptr;
   if (directories_.contains(key) || !directories_.contains(ParentOf(key))) return nullptr;
   std::shared_ptr<File>& file = files_[key];

@@ -16,7 +16,7 @@ namespace tarvendo {
 /// What a MemoryFileSystem can be told to fail at.
 enum class FileOperation {
   kRead,    ///< ReadText, ReadFrom
-  kOpen,    ///< Create, Append
+  kOpen,    ///< Create, CreateNew, Append
   kWrite,   ///< OutputFile::Write: half of the text arrives, as on a full disk
   kClose,   ///< OutputFile::Close
   kRename,  ///< Rename
@@ -35,10 +35,12 @@ class MemoryFileSystem : public FileSystem {
   std::optional<std::string> ReadText(const std::string& path) override;
   std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override;
   std::unique_ptr<OutputFile> Create(const std::string& path) override;
+  std::unique_ptr<OutputFile> CreateNew(const std::string& path, const std::string& model) override;
   std::unique_ptr<OutputFile> Append(const std::string& path) override;
   bool Exists(const std::string& path) override;
   bool IsReadable(const std::string& path) override;
   bool IsPlainFile(const std::string& path) override;
+  std::string FollowLinks(const std::string& path) override;
   bool Remove(const std::string& path) override;
   bool Rename(const std::string& from, const std::string& to) override;
   bool ChangeDirectory(const std::string& path) override;
@@ -65,7 +67,13 @@ class MemoryFileSystem : public FileSystem {
   /// The path stands for a device or the like: it is there, but no ordinary file.
   void MakeSpecial(const std::string& path);
 
+  /// Makes a symbolic link that leads to `target`, which need not be there.
+  void MakeLink(const std::string& path, const std::string& target);
+
   // What a test looks at.
+
+  /// The model that CreateNew was given for the file, an absolute path; empty for any other file.
+  std::string ModelOf(const std::string& path);
 
   /// The bytes of a file; "(no such file)" when it is missing, so that a comparison shows it.
   std::string Bytes(const std::string& path);
@@ -89,6 +97,7 @@ class MemoryFileSystem : public FileSystem {
   class Stream;
   struct File {
     std::string bytes;
+    std::string model;
   };
   struct Fault {
     int done = 0;
@@ -97,6 +106,8 @@ class MemoryFileSystem : public FileSystem {
   };
 
   std::string Key(const std::string& path) const;
+  /// What the links lead to from there.
+  std::string Target(const std::string& key) const;
   bool Fails(FileOperation operation, const std::string& key);
   std::shared_ptr<File> OpenForWriting(const std::string& path);
   std::shared_ptr<File> Find(const std::string& key) const;
@@ -106,6 +117,7 @@ class MemoryFileSystem : public FileSystem {
   std::map<std::string, std::shared_ptr<File>> files_;
   std::set<std::string> directories_;
   std::set<std::string> special_;
+  std::map<std::string, std::string> links_;
   std::map<FileOperation, Fault> faults_;
   std::vector<std::string> removed_;
   std::string current_;

@@ -8,7 +8,7 @@
 
 namespace tarvendo {
 
-/// An empty directory of the test's own, removed with everything in it at the end.
+/// An empty directory of a test's or a benchmark's own, removed with everything in it at the end.
 class ScratchDirectory {
  public:
   ScratchDirectory() {

@@ -223,38 +223,73 @@ TEST_F(Collect, CollectAllWaitsForTheRecordOfTheGameThatIsBeingPlayed) {
   EXPECT_EQ(GameNumber(2).status, kSpooled);
 }
 
-TEST(CollectAllOfASwissTourney, MovesItOnRoundByRound) {
-  SmallTourney swiss;
-  Tourney& tourney = swiss.tourney;
-  tourney.settings.type = kSwiss;
-  tourney.settings.rounds = 2;
-  tourney.AddGame(1, 2, 1, 1);
-  tourney.AddGame(3, 4, 1, 1);
-  SpoolAll(tourney);
-  swiss.PutPgn(1, "1-0");
-  CollectAll(tourney);
-  EXPECT_EQ(tourney.round, 1);
-  swiss.PutPgn(2, "1-0");
-  CollectAll(tourney);
-  EXPECT_EQ(tourney.round, 2);
+/// Eight players, with games 1 to 4 in round 1 and games 5 to 8 in round 2, all spooled.
+class CollectAllOfASwissTourney : public ::testing::Test, protected SmallTourney {
+ protected:
+  CollectAllOfASwissTourney() {
+    tourney.settings.type = kSwiss;
+    tourney.settings.rounds = 4;
+    for (const char* name : {"Epsilon", "Zeta", "Eta", "Theta"})
+      AddParticipant(name);
+    for (int round = 1; round <= 2; ++round) {
+      for (int white = 1; white <= 7; white += 2)
+        tourney.AddGame(white, white + 1, round, 1);
+    }
+    SpoolAll(tourney);
+  }
+
+  /// The current round after these games have been collected at one go.
+  int RoundAfter(int first, int last) {
+    for (int number = first; number <= last; ++number)
+      PutPgn(number, "1-0");
+    machine.TakeOutput();
+    CollectAll(tourney);
+    return tourney.round;
+  }
+};
+
+TEST_F(CollectAllOfASwissTourney, MovesItOnWithTheLastGameOfTheRound) {
+  EXPECT_EQ(RoundAfter(1, 3), 1);
+  EXPECT_EQ(RoundAfter(4, 4), 2);
+  EXPECT_EQ(RoundAfter(5, 7), 2);
+  EXPECT_EQ(RoundAfter(8, 8), 3);
 }
 
-TEST(CollectAllOfASwissTourney, MovesItOnOverSeveralRoundsAtOnce) {
-  SmallTourney swiss;
-  Tourney& tourney = swiss.tourney;
-  tourney.settings.type = kSwiss;
-  for (int more = 0; more < 4; ++more)
-    swiss.AddParticipant("More" + std::to_string(more));
-  tourney.settings.rounds = 4;
-  for (int round = 1; round <= 2; ++round) {
-    for (int white = 1; white <= 7; white += 2)
-      tourney.AddGame(white, white + 1, round, 1);
+TEST_F(CollectAllOfASwissTourney, MovesItOnOverSeveralRoundsAtOnce) {
+  EXPECT_EQ(RoundAfter(1, 8), 3);
+}
+
+TEST_F(CollectAllOfASwissTourney, MovesItOnOnceForEachResult) {
+  for (Game& game : tourney.Games()) {
+    if (game.number != 4) game.status = kReady;
   }
-  SpoolAll(tourney);
-  for (int number = 1; number <= 8; ++number)
-    swiss.PutPgn(number, "1-0");
-  CollectAll(tourney);
-  EXPECT_EQ(tourney.round, 3);
+  EXPECT_EQ(RoundAfter(4, 4), 2) << "although round 2 is complete as well";
+}
+
+TEST_F(CollectAllOfASwissTourney, CollectsInTheOrderOfTheListWhateverTheRound) {
+  for (Game& game : tourney.Games())
+    game.round = 3 - game.round;
+  EXPECT_EQ(RoundAfter(1, 8), 2) << "round 1 was complete with the very last result only";
+}
+
+TEST_F(CollectAllOfASwissTourney, AdjustsRoundsBehindTheFirstResult) {
+  tourney.settings.rounds = 10;
+  tourney.round = 4;
+  for (Game& game : tourney.Games())
+    game.round += 3;
+  EXPECT_EQ(RoundAfter(1, 8), 4) << "there is no fifth round for eight players";
+  EXPECT_EQ(tourney.settings.rounds, 4);
+  const std::string output = machine.TakeOutput();
+  const std::size_t adjusted = output.find("Number of rounds adjusted to 4 (maximum).\n");
+  EXPECT_GT(adjusted, output.find("Game 1: "));
+  EXPECT_LT(adjusted, output.find("Game 2: "));
+}
+
+TEST_F(CollectAllOfASwissTourney, MovesNothingOnWithoutAResult) {
+  for (Game& game : tourney.Games()) {
+    if (game.round == 1) game.status = kReady;
+  }
+  EXPECT_EQ(RoundAfter(2, 1), 1);
 }
 
 TEST_F(Collect, WithAutoSaveTheResultIsOnTheDiskBeforeTheRecordIsGone) {
@@ -268,6 +303,27 @@ TEST_F(Collect, WithAutoSaveTheResultIsOnTheDiskBeforeTheRecordIsGone) {
   EXPECT_EQ(loaded.FindGame(1)->status, kReady);
   EXPECT_EQ(loaded.FindGame(1)->result, kWhiteWins);
   EXPECT_EQ(loaded.FindGame(1)->pgn_file, "");
+}
+
+TEST_F(Collect, WithoutAutoSaveNothingIsSaved) {
+  PutPgn(1, "1-0");
+  CollectResult(tourney, 1);
+  EXPECT_FALSE(machine.files.Has("/t/tourney.ini"));
+}
+
+TEST_F(Collect, WithAutoSaveAResultThatCannotBeSavedKeepsItsRecord) {
+  tourney.settings.auto_save = 1;
+  ASSERT_TRUE(tourney.Save("/t/tourney.ini"));
+  PutPgn(1, "1-0");
+  machine.files.Deny(FileOperation::kRename, "/t/tourney.ini.new");
+  CollectResult(tourney, 1);
+  EXPECT_EQ(GameNumber(1).result, kWhiteWins);
+  machine.files.Allow(FileOperation::kRename, "/t/tourney.ini.new");
+  Tourney next_start(machine.host, "/nowhere/");
+  ASSERT_TRUE(next_start.Load("/t/tourney.ini"));
+  CollectAll(next_start);
+  EXPECT_EQ(next_start.FindGame(1)->status, kReady);
+  EXPECT_EQ(next_start.FindGame(1)->result, kWhiteWins);
 }
 
 /// How often game N stands in a PGN text.
@@ -364,12 +420,12 @@ TEST(FailuresWhileCollecting, EachIsSurvivedAndALostRecordReported) {
   }
 }
 
-TEST_F(Collect, AnEmptyRecordIsToldFromNone) {
-  EXPECT_FALSE(HasEmptyPgn(tourney, GameNumber(1)));
+TEST_F(Collect, AnEmptyRecordIsAsGoodAsNone) {
+  EXPECT_TRUE(LacksPgn(tourney, GameNumber(1)));
   machine.files.Put("/t/g1.PGN", "");
-  EXPECT_TRUE(HasEmptyPgn(tourney, GameNumber(1)));
+  EXPECT_TRUE(LacksPgn(tourney, GameNumber(1)));
   machine.files.Put("/t/g1.PGN", "x");
-  EXPECT_FALSE(HasEmptyPgn(tourney, GameNumber(1)));
+  EXPECT_FALSE(LacksPgn(tourney, GameNumber(1)));
 }
 
 }  // namespace

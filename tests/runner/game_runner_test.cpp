@@ -200,6 +200,7 @@ TEST_F(PlayGames, TheEndOfAGameIsCollectedAndTheNextFollowsFiveSecondsLater) {
 TEST_F(PlayGames, AGameThatLeavesNoRecordIsReadyWithAnUnknownResult) {
   PlayFirstGame();
   machine.files.PutMore("/t/winboard.debug", kBlackMates);
+  Pass();
   EXPECT_EQ(Pass(), 7000);
   EXPECT_EQ(Output(), "\n" + Stars(79) +
                           "\nGame 1: Alpha - Beta result not found, and therefore set to "
@@ -207,6 +208,16 @@ TEST_F(PlayGames, AGameThatLeavesNoRecordIsReadyWithAnUnknownResult) {
                           Stars(79) + "\n> ");
   EXPECT_EQ(GameNumber(1).status, kReady);
   EXPECT_EQ(GameNumber(1).result, kUnknown);
+}
+
+TEST_F(PlayGames, ARecordThatWinBoardHasYetToWriteIsAwaitedForOnePass) {
+  PlayFirstGame();
+  machine.files.PutMore("/t/winboard.debug", kBlackMates);
+  EXPECT_EQ(Pass(), 2000);
+  EXPECT_EQ(Output(), "");
+  PutPgn(1, "1-0");
+  EXPECT_EQ(Pass(), 7000);
+  EXPECT_EQ(GameNumber(1).result, kWhiteWins);
 }
 
 TEST_F(PlayGames, AnEmptyRecordIsLookedAtOnceMore) {

@@ -30,6 +30,11 @@ class MortalFileSystem : public FileSystem {
     Spend();
     return Mortal(disk_.Create(path));
   }
+  std::unique_ptr<OutputFile> CreateNew(const std::string& path,
+                                        const std::string& model) override {
+    Spend();
+    return Mortal(disk_.CreateNew(path, model));
+  }
   std::unique_ptr<OutputFile> Append(const std::string& path) override {
     Spend();
     return Mortal(disk_.Append(path));
@@ -37,6 +42,7 @@ class MortalFileSystem : public FileSystem {
   bool Exists(const std::string& path) override { return disk_.Exists(path); }
   bool IsReadable(const std::string& path) override { return disk_.IsReadable(path); }
   bool IsPlainFile(const std::string& path) override { return disk_.IsPlainFile(path); }
+  std::string FollowLinks(const std::string& path) override { return disk_.FollowLinks(path); }
   bool Remove(const std::string& path) override {
     Spend();
     return disk_.Remove(path);

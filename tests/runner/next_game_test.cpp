@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "runner/small_tourney.h"
 #include "runner/spool.h"
 
@@ -30,12 +32,43 @@ class NextGame : public ::testing::Test, protected SmallTourney {
     tourney.Participants().resize(2);
   }
 
+  /// Eight participants with AutoRun on, and no game yet: four rounds can be played.
+  void MakeSwissOfEight() {
+    tourney.settings.type = kSwiss;
+    tourney.settings.rounds = 4;
+    tourney.settings.auto_run = 1;
+    for (const char* name : {"Epsilon", "Zeta", "Eta", "Theta"})
+      AddParticipant(name);
+  }
+
+  /// The four games of a round that has been played, all of them draws.
+  void AddPlayedRound(int round) {
+    for (int white = 1; white <= 7; white += 2)
+      tourney.AddGame(white, 1 + (white + 2 * round - 2) % 8, round, 1);
+    MakeAllReady(kDraw);
+    machine.TakeOutput();
+  }
+
+  /// How many games of the round there are.
+  long GamesOfRound(int round) {
+    return std::count_if(tourney.Games().begin(), tourney.Games().end(),
+                         [&](const Game& game) { return game.round == round; });
+  }
+
+  bool HasPrinted(const std::string& text) {
+    printed_ += machine.TakeOutput();
+    return printed_.find(text) != std::string::npos;
+  }
+
   /// What the after-game step prints.
   std::string AfterGame() {
     machine.TakeOutput();
     NextRound(tourney, brackets);
     return machine.TakeOutput();
   }
+
+ private:
+  std::string printed_;
 };
 
 TEST_F(NextGame, IsTheOneThatWasSpooledFirst) {
@@ -97,6 +130,132 @@ TEST_F(NextGame, AutoRunSpoolsTheNextGameOfASwissTourney) {
   EXPECT_EQ(Next(), 1);
 }
 
+TEST_F(NextGame, AutoRunPairsTheFirstSwissRoundAndSpoolsItsFirstGame) {
+  MakeSwissOfEight();
+  EXPECT_EQ(Next(), 1);
+  EXPECT_TRUE(HasPrinted("All games are either ready or spooled!\nPairing swiss round 1... "));
+  EXPECT_TRUE(HasPrinted("Game 1 spooled.\n"));
+  EXPECT_EQ(GamesOfRound(1), 4);
+  EXPECT_EQ(tourney.settings.auto_run, 1);
+}
+
+TEST_F(NextGame, AutoRunPairsTheNextSwissRoundWhenOneIsPlayed) {
+  MakeSwissOfEight();
+  AddPlayedRound(1);
+  EXPECT_EQ(Next(), 5);
+  EXPECT_TRUE(HasPrinted("Pairing swiss round 2... "));
+  EXPECT_EQ(GamesOfRound(2), 4);
+  EXPECT_EQ(tourney.settings.auto_run, 1);
+}
+
+TEST_F(NextGame, NoRoundIsPairedWhileAGameIsLeft) {
+  MakeSwissOfEight();
+  AddPlayedRound(1);
+  GameNumber(2).status = kNothingDone;
+  EXPECT_EQ(Next(), 2);
+  GameNumber(2).status = kReady;
+  GameNumber(3).status = kSpooled;
+  EXPECT_EQ(Next(), 3);
+  EXPECT_EQ(GamesOfRound(2), 0);
+}
+
+TEST_F(NextGame, WithoutAutoRunNoSwissRoundIsPaired) {
+  MakeSwissOfEight();
+  tourney.settings.auto_run = 0;
+  EXPECT_EQ(Next(), 0);
+  EXPECT_EQ(GamesOfRound(1), 0);
+}
+
+TEST_F(NextGame, AGameWithoutResultThatKeepsTheRoundFromBeingPairedIsReplayed) {
+  MakeSwissOfEight();
+  AddPlayedRound(1);
+  GameNumber(3).result = kUnknown;
+  EXPECT_EQ(Next(), 3);
+  EXPECT_TRUE(HasPrinted("Therefore pairing for round 2 can't be done.\nGame 3 spooled.\n"));
+  EXPECT_EQ(GameNumber(3).status, kSpooled);
+  EXPECT_EQ(GamesOfRound(2), 0);
+  EXPECT_EQ(tourney.settings.auto_run, 1);
+}
+
+TEST_F(NextGame, AutoRunEndsWhenNoRoundCanBePairedAndNothingBeReplayed) {
+  MakeSwissOfEight();
+  AddPlayedRound(1);
+  tourney.settings.rounds = 1;
+  EXPECT_EQ(Next(), 0);
+  EXPECT_TRUE(HasPrinted("Can't create brackets. Maybe there are still games to be played?\n"));
+  EXPECT_EQ(tourney.settings.auto_run, 0);
+  EXPECT_EQ(tourney.current_game, 0);
+}
+
+TEST_F(NextGame, AutoRunEndsWithoutAReplayWhenNotEvenOneBigBracketCanBePaired) {
+  AddGames(1);
+  MakeAllReady(kUnfinished);
+  MakeSwiss(2);
+  tourney.settings.auto_run = 1;
+  EXPECT_EQ(Next(), 0);
+  EXPECT_TRUE(HasPrinted("\nEven pairing one big bracket failed!\n"));
+  EXPECT_EQ(GameNumber(1).status, kReady);
+  EXPECT_EQ(tourney.settings.auto_run, 0);
+}
+
+TEST_F(NextGame, TheAfterGameStepPairsTheNextRoundWithAutoRun) {
+  MakeSwissOfEight();
+  AddPlayedRound(1);
+  EXPECT_EQ(AfterGame().substr(0, 24), "Pairing swiss round 2...");
+  EXPECT_EQ(GamesOfRound(2), 4);
+  EXPECT_EQ(GameNumber(5).status, kNothingDone);
+  EXPECT_EQ(tourney.settings.auto_run, 1);
+}
+
+TEST_F(NextGame, TheAfterGameStepOnlyMovesTheRoundOnWithoutAutoRun) {
+  MakeSwissOfEight();
+  AddPlayedRound(1);
+  tourney.settings.auto_run = 0;
+  EXPECT_EQ(AfterGame(), "");
+  EXPECT_EQ(tourney.round, 2);
+  EXPECT_EQ(GamesOfRound(2), 0);
+}
+
+TEST_F(NextGame, ARoundWithAGameLeftIsNotFollowedByTheNext) {
+  MakeSwissOfEight();
+  AddPlayedRound(1);
+  GameNumber(4).status = kSpooled;
+  EXPECT_EQ(AfterGame(), "");
+  EXPECT_EQ(GamesOfRound(2), 0);
+}
+
+TEST_F(NextGame, TheLastRoundIsNeverPairedByItself) {
+  MakeSwissOfEight();
+  for (int round = 1; round <= 3; ++round)
+    AddPlayedRound(round);
+  tourney.round = 3;
+  EXPECT_EQ(AfterGame(), "Tourney finished.\n");
+  EXPECT_EQ(tourney.round, 4);
+  EXPECT_EQ(tourney.settings.auto_run, 0);
+  EXPECT_EQ(GamesOfRound(4), 0);
+}
+
+TEST_F(NextGame, TheTourneyIsFinishedWhenEveryRoundIsPlayed) {
+  MakeSwissOfEight();
+  for (int round = 1; round <= 4; ++round)
+    AddPlayedRound(round);
+  tourney.round = 4;
+  EXPECT_EQ(AfterGame(), "Tourney finished.\n");
+  EXPECT_EQ(tourney.round, 4);
+}
+
+TEST_F(NextGame, TheAfterGameStepSavesBeforeItPairs) {
+  MakeSwissOfEight();
+  AddPlayedRound(1);
+  tourney.settings.auto_save = 1;
+  tourney.settings.save_file = "/t/saved.ini";
+  AfterGame();
+  Tourney saved(machine.host, "/nowhere/");
+  ASSERT_TRUE(saved.Load("/t/saved.ini"));
+  EXPECT_EQ(saved.Games().size(), 4U);
+  EXPECT_EQ(tourney.Games().size(), 8U);
+}
+
 TEST_F(NextGame, TheAfterGameStepSavesWithAutoSaveOnly) {
   tourney.settings.save_file = "/t/saved.ini";
   EXPECT_EQ(AfterGame(), "");
@@ -134,8 +293,10 @@ TEST_F(NextGame, AnUnfinishedRoundOfASwissTourneyGoesOnSilently) {
 }
 
 TEST_F(NextGame, ARoundRobinIsNeverDeclaredFinished) {
-  AddGames(2);
+  AddGames(1);
   MakeAllReady(kDraw);
+  tourney.Participants().resize(2);
+  tourney.settings.rounds = 1;
   tourney.settings.auto_run = 1;
   EXPECT_EQ(AfterGame(), "");
   EXPECT_EQ(tourney.settings.auto_run, 1);

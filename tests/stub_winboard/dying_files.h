@@ -85,6 +85,11 @@ class DyingFileSystem : public FileSystem {
     Step();
     return Wrapped(files_.Create(path));
   }
+  std::unique_ptr<OutputFile> CreateNew(const std::string& path,
+                                        const std::string& model) override {
+    Step();
+    return Wrapped(files_.CreateNew(path, model));
+  }
   std::unique_ptr<OutputFile> Append(const std::string& path) override {
     if (IsLog(path)) return files_.Append(path);
     Step();
@@ -93,6 +98,7 @@ class DyingFileSystem : public FileSystem {
   bool Exists(const std::string& path) override { return files_.Exists(path); }
   bool IsReadable(const std::string& path) override { return files_.IsReadable(path); }
   bool IsPlainFile(const std::string& path) override { return files_.IsPlainFile(path); }
+  std::string FollowLinks(const std::string& path) override { return files_.FollowLinks(path); }
   bool Remove(const std::string& path) override {
     Step();
     return files_.Remove(path);

@@ -31,6 +31,7 @@ thread_local Landing* innermost_landing = nullptr;
 
 // A signal handler reaches nothing but globals.
 std::array<struct sigaction, kFaults.size()> actions_before{};
+pthread_t console_thread{};
 
 void PassFaultOn(int fault) {
   const auto position = std::find(kFaults.begin(), kFaults.end(), fault) - kFaults.begin();
@@ -38,8 +39,18 @@ void PassFaultOn(int fault) {
   raise(fault);
 }
 
-void OnFault(int fault, siginfo_t* /*info*/, void* /*context*/) {
-  if (innermost_landing == nullptr) {
+/// Whether the signal tells of no fault of this thread but was sent to the process as a whole.
+bool WasSentToProcess(const siginfo_t& info) {
+  return info.si_code == SI_USER || info.si_code == SI_QUEUE;
+}
+
+/// What somebody sends to the process reaches any of its threads, also one that has just been made
+/// and guards nothing yet. It is meant for the console thread, which saves the tourney; the others
+/// are sound and go on.
+void OnFault(int fault, siginfo_t* info, void* /*context*/) {
+  if (WasSentToProcess(*info)) {
+    pthread_kill(console_thread, fault);
+  } else if (innermost_landing == nullptr) {
     PassFaultOn(fault);
   } else {
     siglongjmp(innermost_landing->point, 1);
@@ -122,6 +133,7 @@ class HandlerStack {
 }  // namespace
 
 FaultGuard::FaultGuard() {
+  console_thread = pthread_self();
   TerminationDescriptor();  // Made here, for a signal handler cannot make it.
   CatchFaults();
   for (const int request : kRequests) {

@@ -8,6 +8,8 @@
 #include <cerrno>
 #include <climits>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <limits>
 
 #include "platform/line_ends.h"
@@ -64,6 +66,32 @@ class StdioFile : public OutputFile {
   bool taken_ = true;
 };
 
+/// Makes a new file look like the one that it will replace. What the host refuses (only the
+/// superuser gives files away) is no failure, but then nobody gets more rights than before: what
+/// the old group was allowed, the new one, which is another, is not.
+void TakeOver(int descriptor, const struct stat& model) {
+  const bool keeps_group = fchown(descriptor, static_cast<uid_t>(-1), model.st_gid) == 0;
+  const bool keeps_owner = fchown(descriptor, model.st_uid, static_cast<gid_t>(-1)) == 0;
+  mode_t permissions = model.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
+  if (!keeps_group) permissions &= ~static_cast<mode_t>(S_IRWXG);
+  if (!keeps_owner) permissions |= S_IRUSR | S_IWUSR;
+  fchmod(descriptor, permissions);
+}
+
+std::unique_ptr<OutputFile> OpenNew(const std::string& path, const std::string& model) {
+  struct stat status {};
+  const bool has_model = stat(CallPath(model).c_str(), &status) == 0;
+  const mode_t permissions = has_model ? S_IRUSR | S_IWUSR : 0666;
+  const int descriptor =
+      open(CallPath(path).c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions);
+  if (descriptor < 0) return nullptr;
+  if (has_model) TakeOver(descriptor, status);
+  std::FILE* const stream = fdopen(descriptor, "w");
+  if (stream != nullptr) return std::make_unique<StdioFile>(stream);
+  close(descriptor);
+  return nullptr;
+}
+
 std::unique_ptr<OutputFile> OpenStdio(const std::string& path, const char* mode) {
   std::FILE* const stream = std::fopen(CallPath(path).c_str(), mode);
   if (stream == nullptr) return nullptr;
@@ -106,6 +134,11 @@ class PosixFileSystem : public FileSystem {
     return OpenStdio(path, "we");
   }
 
+  std::unique_ptr<OutputFile> CreateNew(const std::string& path,
+                                        const std::string& model) override {
+    return OpenNew(path, model);
+  }
+
   std::unique_ptr<OutputFile> Append(const std::string& path) override {
     return OpenStdio(path, "ae");
   }
@@ -125,6 +158,16 @@ class PosixFileSystem : public FileSystem {
   bool IsPlainFile(const std::string& path) override {
     struct stat status {};
     return lstat(CallPath(path).c_str(), &status) == 0 && S_ISREG(status.st_mode);
+  }
+
+  std::string FollowLinks(const std::string& path) override {
+    struct stat status {};
+    const std::string name = CallPath(path);
+    if (lstat(name.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) return path;
+    const std::unique_ptr<char, void (*)(void*)> target(realpath(name.c_str(), nullptr), std::free);
+    // A backslash in it would be read as a separator and lead to another file.
+    if (!target || std::strchr(target.get(), '\\') != nullptr) return path;
+    return target.get();
   }
 
   bool Remove(const std::string& path) override { return unlink(CallPath(path).c_str()) == 0; }

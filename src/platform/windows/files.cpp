@@ -64,10 +64,11 @@ class BufferedFile : public OutputFile {
   bool taken_ = true;
 };
 
-std::unique_ptr<OutputFile> OpenToWrite(const std::string& path, DWORD access, DWORD disposition) {
+std::unique_ptr<OutputFile> OpenToWrite(const std::string& path, DWORD access, DWORD disposition,
+                                        DWORD attributes = FILE_ATTRIBUTE_NORMAL) {
   Handle file(CreateFileA(CallPath(path).c_str(), access | FILE_READ_ATTRIBUTES | SYNCHRONIZE,
-                          FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, disposition,
-                          FILE_ATTRIBUTE_NORMAL, nullptr));
+                          FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, disposition, attributes,
+                          nullptr));
   if (!file.IsOpen()) return nullptr;
   return std::make_unique<BufferedFile>(std::move(file));
 }
@@ -84,6 +85,16 @@ std::optional<std::string> ReadToEnd(const Handle& file) {
     if (count == 0) return text;
     text.append(buffer.data(), count);
   }
+}
+
+/// The attributes of a file that takes the place of `model`. The access rights are those that the
+/// directory gives to its files.
+DWORD AttributesLike(const std::string& model) {
+  constexpr DWORD kKept =
+      FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+  const DWORD attributes = GetFileAttributesA(CallPath(model).c_str());
+  const DWORD kept = attributes == INVALID_FILE_ATTRIBUTES ? 0 : attributes & kKept;
+  return kept == 0 ? FILE_ATTRIBUTE_NORMAL : kept;
 }
 
 class WindowsFileSystem : public FileSystem {
@@ -110,6 +121,11 @@ class WindowsFileSystem : public FileSystem {
     return OpenToWrite(path, GENERIC_WRITE, CREATE_ALWAYS);
   }
 
+  std::unique_ptr<OutputFile> CreateNew(const std::string& path,
+                                        const std::string& model) override {
+    return OpenToWrite(path, GENERIC_WRITE, CREATE_NEW, AttributesLike(model));
+  }
+
   std::unique_ptr<OutputFile> Append(const std::string& path) override {
     return OpenToWrite(path, FILE_APPEND_DATA, OPEN_ALWAYS);
   }
@@ -129,6 +145,8 @@ class WindowsFileSystem : public FileSystem {
     const Handle file = OpenToRead(name);  // NUL and its kind have attributes as well.
     return !file.IsOpen() || GetFileType(file.Get()) == FILE_TYPE_DISK;
   }
+
+  std::string FollowLinks(const std::string& path) override { return path; }
 
   bool Remove(const std::string& path) override { return DeleteFileA(CallPath(path).c_str()) != 0; }
 

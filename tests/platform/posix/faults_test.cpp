@@ -2,10 +2,12 @@
 
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cstdlib>
+#include <future>
 #include <thread>
 
 #include "platform/input.h"
@@ -168,6 +170,81 @@ void FaultAfterAGuardedCall() {
 
 TEST(PosixFaultsDeathTest, AFaultAfterAGuardedCallEndsTheProcess) {
   EXPECT_EXIT(FaultAfterAGuardedCall(), KilledBySignal(SIGABRT), "");
+}
+
+/// Another process sends the signal to this one; it has done so when this returns.
+void SendFromOutside(int number) {
+  const pid_t sender = fork();
+  if (sender == 0) _exit(kill(getppid(), number) == 0 ? 0 : 1);
+  int status = 0;
+  if (waitpid(sender, &status, 0) != sender || status != 0) std::_Exit(4);
+}
+
+void SetBlocked(int number, bool blocked) {
+  sigset_t signals;
+  sigemptyset(&signals);
+  sigaddset(&signals, number);
+  pthread_sigmask(blocked ? SIG_BLOCK : SIG_UNBLOCK, &signals, nullptr);
+}
+
+bool ReachesThisThread(int number) {
+  sigset_t pending;
+  do {
+    sigpending(&pending);
+  } while (sigismember(&pending, number) == 0);
+  return !CallGuarded([&] {
+    SetBlocked(number, false);
+    while (true) {
+      pause();
+    }
+  });
+}
+
+/// The console thread takes no signals just now, so the other one gets it.
+void SendToTheOtherThread(int number) {
+  const FaultGuard guard;
+  std::promise<void> end;
+  std::thread other([&] { end.get_future().wait(); });
+  SetBlocked(number, true);
+  SendFromOutside(number);
+  const bool reached = ReachesThisThread(number);
+  end.set_value();
+  other.join();
+  LeaveWhen(reached);
+}
+
+TEST(PosixFaultsDeathTest, AFaultSignalFromOutsideIsMeantForTheConsoleThread) {
+  for (const int number : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT})
+    EXPECT_EXIT(SendToTheOtherThread(number), ExitedWithCode(0), "") << number;
+}
+
+void AskToEndThroughTheOtherThread() {
+  const FaultGuard guard;
+  const auto keyboard = KeyboardWith("");
+  std::promise<void> end;
+  std::thread other([&] { end.get_future().wait(); });
+  SetBlocked(SIGTERM, true);
+  SendFromOutside(SIGTERM);
+  const bool terminated = KeyboardIsTerminated(*keyboard);
+  end.set_value();
+  other.join();
+  LeaveWhen(terminated);
+}
+
+TEST(PosixFaultsDeathTest, ARequestToEndMayReachAnyThread) {
+  EXPECT_EXIT(AskToEndThroughTheOtherThread(), ExitedWithCode(0), "");
+}
+
+void RaiseOnTheOtherThread() {
+  const FaultGuard guard;
+  bool caught_own = false;
+  std::thread other([&] { caught_own = !CallGuarded([] { raise(SIGSEGV); }); });
+  other.join();
+  LeaveWhen(caught_own);
+}
+
+TEST(PosixFaultsDeathTest, ASignalThatAThreadSendsItselfIsItsOwnFault) {
+  EXPECT_EXIT(RaiseOnTheOtherThread(), ExitedWithCode(0), "");
 }
 
 void HangAfterAFault() {

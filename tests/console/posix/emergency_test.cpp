@@ -1,0 +1,108 @@
+// The end of the program through an error: each of these tests is a process of its own, which
+// writes its console text to a file.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <set>
+#include <stdexcept>
+
+#include "console/application.h"
+#include "fakes/manual_clock.h"
+#include "fakes/memory_file_system.h"
+#include "fakes/scripted_processes.h"
+#include "platform/faults.h"
+#include "platform/host.h"
+#include "platform/scratch_directory.h"
+
+namespace tarvendo {
+namespace {
+
+constexpr const char* kTwoLines =
+    "An exception has occurred and tourney will be closed.\n"
+    "Trying to save current tourney to file 'emergency.ini' in current directory.\n";
+
+/// Files with a bug in them: who touches one of these names gets an exception.
+class BuggyFiles : public MemoryFileSystem {
+ public:
+  std::unique_ptr<OutputFile> CreateNew(const std::string& path,
+                                        const std::string& model) override {
+    if (cursed.contains(model)) throw std::runtime_error("a bug");
+    return MemoryFileSystem::CreateNew(path, model);
+  }
+
+  std::set<std::string> cursed;
+};
+
+class Emergency : public testing::Test {
+ protected:
+  /// Runs a script, whose saves to "cursed.ini" throw, and ends the process: with 0 when the file
+  /// is there afterwards and with 2 when it is not.
+  [[noreturn]] void Run(const std::string& script, const std::string& file) {
+    const int console = open((directory_.Path() + "/console").c_str(), O_WRONLY | O_CREAT, 0600);
+    if (dup2(console, STDOUT_FILENO) != STDOUT_FILENO) std::_Exit(3);
+    directory_.Put("script", script);
+    files_.cursed.insert("cursed.ini");
+    Host host{files_, processes_, clock_};
+    const int code = RunProgram(host, {directory_.Path() + "/script"});
+    if (code != 1) std::_Exit(4);
+    std::_Exit(files_.Has(file) ? 0 : 2);
+  }
+
+  /// What the console showed behind the banner.
+  std::string Console() const {
+    const std::string all = directory_.Bytes("console");
+    constexpr const char* kBoxEnd = "_|\n\n";
+    return all.substr(all.find(kBoxEnd) + 4);
+  }
+
+  ScratchDirectory directory_;
+  BuggyFiles files_;
+  ScriptedProcesses processes_{files_};
+  ManualClock clock_;
+};
+
+using EmergencyDeathTest = Emergency;
+
+constexpr const char* kCursed = "set autosave on cursed.ini\n";
+const std::string kAfterCursed = "AutoSave is now ON, save file: cursed.ini\n";
+
+TEST_F(EmergencyDeathTest, AnExceptionInACommandSavesTheTourney) {
+  EXPECT_EXIT(Run(kCursed, "emergency.ini"), testing::ExitedWithCode(0), "^$");
+  EXPECT_EQ(Console(), kAfterCursed + kTwoLines);
+}
+
+TEST_F(EmergencyDeathTest, NoCommandFollowsTheException) {
+  EXPECT_EXIT(Run(kCursed + std::string("get name\nsave other.ini\n"), "other.ini"),
+              testing::ExitedWithCode(2), "^$");
+  EXPECT_EQ(Console(), kAfterCursed + kTwoLines);
+}
+
+TEST_F(EmergencyDeathTest, ASaveThatThrowsIsReported) {
+  files_.cursed.insert("emergency.ini");
+  EXPECT_EXIT(Run(kCursed, "emergency.ini"), testing::ExitedWithCode(2), "^$");
+  EXPECT_EQ(Console(), kAfterCursed + kTwoLines + "Saving failed, exiting.\n");
+}
+
+TEST_F(EmergencyDeathTest, ASaveThatFailsIsReportedOnStandardErrorOnly) {
+  files_.MakeDirectory("emergency.ini");
+  EXPECT_EXIT(Run(kCursed, "emergency.ini"), testing::ExitedWithCode(2),
+              "^Saving tourney failed!\n$");
+  EXPECT_EQ(Console(), kAfterCursed + kTwoLines);
+}
+
+TEST_F(EmergencyDeathTest, ACommandThatIsBrokenOffLeavesNoTemporaryFile) {
+  processes_.on_shell = [](const std::string&) -> std::string { throw Terminated("told"); };
+  EXPECT_EXIT(Run("dir\n", "tmpfile.$$$"), testing::ExitedWithCode(2), "^$");
+  EXPECT_EXIT(Run("dir\n", "emergency.ini"), testing::ExitedWithCode(0), "^$");
+  EXPECT_EQ(Console(), kTwoLines);
+}
+
+TEST_F(EmergencyDeathTest, AFaultInACommandLeavesNoTemporaryFileEither) {
+  processes_.on_shell = [](const std::string&) -> std::string { std::abort(); };
+  EXPECT_EXIT(Run("dir\n", "tmpfile.$$$"), testing::ExitedWithCode(2), "^$");
+}
+
+}  // namespace
+}  // namespace tarvendo
