@@ -2,10 +2,10 @@
 // with the real files of 1,000, 10,000 and 100,000 spooled games.
 
 #include <benchmark/benchmark.h>
-#include <stdlib.h>
 
 #include <filesystem>
 #include <fstream>
+#include <random>
 
 #include "report_tourney.h"
 #include "runner/collect.h"
@@ -20,9 +20,12 @@ constexpr int kParticipants = 20;
 class GamesDirectory {
  public:
   GamesDirectory() {
-    std::string name = (std::filesystem::temp_directory_path() / "collect_bench.XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary directory");
-    path_ = name + "/";
+    const std::string name = "collect_bench." + std::to_string(std::random_device()());
+    const auto directory = std::filesystem::temp_directory_path() / name;
+    if (!std::filesystem::create_directory(directory)) {
+      throw std::runtime_error("no temporary directory");
+    }
+    path_ = directory.string() + "/";
   }
   ~GamesDirectory() {
     std::error_code ignored;
