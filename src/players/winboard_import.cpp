@@ -50,7 +50,7 @@ std::string FirstWord(std::string_view text) {
   return Scanner(text).ReadWord();
 }
 
-/// An option begins with a slash; so does the path of an engine on Linux, which has more of them.
+/// An option begins with a slash; so may the path of an engine, which has more of them.
 bool IsOption(const Words& words, std::size_t index) {
   const std::string& word = words[index];
   if (!word.starts_with('/')) return false;

@@ -3,7 +3,7 @@
 
     include_check.py ROOT
 
-looks at every .h and .cpp file below ROOT/src (and, for the last rule, ROOT/tests and ROOT/bench), prints a
+looks at every .h and .cpp file below ROOT/src (and, for the rules on hosts, ROOT/tests, ROOT/bench and ROOT/fuzz), prints a
 line "file:line: what is wrong" for every breach, and exits with 1 when there is any.
 
 - Includes go only downwards in the list of rooms; own headers are written from src: "tourney/game.h".
@@ -11,6 +11,10 @@ line "file:line: what is wrong" for every breach, and exits with 1 when there is
 - Headers that are not the standard library's stand only in the two hosts' folders, windows.h only in sources.
 - Neither files nor folders include each other in a circle.
 - No conditional compilation asks for the host outside the platform room and its tests.
+- Sources outside the platform room speak of no host, not even in a comment, and do not reach it past that room through the
+  parts of the standard library that open files and the like.
+- Host types and host headers are named in the two hosts' folders only; of the tests, in those of the platform room and in
+  files that are one host's as a whole: "words_posix.cpp", "words_windows.cpp".
 """
 
 import pathlib
@@ -36,6 +40,14 @@ CONDITION = re.compile(r"^\s*#\s*(?:if|ifdef|ifndef|elif)\b(.*)")
 HOST_MACRO = re.compile(
     r"\b(?:_?WIN32|_?WIN64|__WIN\w*|_?WINDOWS\w*|_MSC_VER|__MINGW\w*|__CYGWIN__|"
     r"(?:__)?linux(?:__)?|(?:__)?unix(?:__)?|__APPLE__|__MACH__|__FreeBSD__|_POSIX\w*|__has_include)\b")
+
+HOST_NAME = re.compile(r"\b(?:linux|windows|win32|win64|posix|unix|debian|mingw|wine|macos)\b", re.IGNORECASE)
+HOST_TYPE = re.compile(
+    r"\b(?:HANDLE|HWND|HMODULE|HINSTANCE|BOOL|BYTE|U?LONG|WORD|DWORD|LARGE_INTEGER|LP\w*STR|LPVOID|WINAPI|CALLBACK|"
+    r"STARTUPINFO[AW]?|PROCESS_INFORMATION|(?:pid|uid|gid|mode|off|ssize|sigset|socklen|dev|ino)_t|sigaction|"
+    r"posix_\w+|struct stat)\b")
+TEST_LIBRARIES = ("gtest/", "gmock/", "benchmark/")
+PAST_THE_PLATFORM = {"filesystem", "fstream", "iostream", "csignal", "ctime"}
 
 
 class Breach:
@@ -168,16 +180,70 @@ def edges_between(includes, part_of):
     return edges
 
 
-def host_conditions(root):
-    for path in sources(root, "src", "tests", "bench"):
+def lines_of_all(root, is_wanted, reader=read):
+    """Every line of the sources whose name is wanted: (name, number, line)."""
+    for path in sources(root, "src", "tests", "bench", "fuzz"):
         name = path.relative_to(root).as_posix()
-        if name.startswith(("src/platform/", "tests/platform/")):
-            continue
-        for number, line in enumerate(read(path), 1):
-            match = CONDITION.match(line)
-            asked = HOST_MACRO.search(match.group(1)) if match else None
-            if asked:
-                yield Breach(name, number, f"asks for the host ({asked.group(0)}) outside src/platform")
+        if is_wanted(name):
+            for number, line in enumerate(reader(path), 1):
+                yield name, number, line
+
+
+def is_outside_the_platform_room(name):
+    return not name.startswith(("src/platform/", "tests/platform/"))
+
+
+def is_of_no_host(name):
+    """Whether a source is for every host. Public headers of the platform room are."""
+    if name.startswith("src/"):
+        return host_of(name[len("src/"):]) is None
+    return not name.startswith("tests/platform/") and not re.search(r"_(posix|windows)\.cpp$", name)
+
+
+def host_conditions(root):
+    for name, number, line in lines_of_all(root, is_outside_the_platform_room):
+        match = CONDITION.match(line)
+        asked = HOST_MACRO.search(match.group(1)) if match else None
+        if asked:
+            yield Breach(name, number, f"asks for the host ({asked.group(0)}) outside src/platform")
+
+
+def host_names(root):
+    def as_it_stands(path):
+        return path.read_text(encoding="utf-8", errors="replace").split("\n")
+
+    def is_wanted(name):
+        return name.startswith("src/") and is_outside_the_platform_room(name)
+
+    for name, number, line in lines_of_all(root, is_wanted, as_it_stands):
+        match = HOST_NAME.search(line)
+        if match and not INCLUDE.match(line):
+            yield Breach(name, number, f"speaks of a host ({match.group(0)}) outside src/platform")
+
+
+def host_types(root):
+    for name, number, line in lines_of_all(root, is_of_no_host):
+        match = HOST_TYPE.search(line)
+        if match:
+            yield Breach(name, number, f"names a host's type ({match.group(0)})")
+
+
+def host_headers_of_tests(root):
+    def is_wanted(name):
+        return not name.startswith("src/") and is_of_no_host(name)
+
+    for name, number, line in lines_of_all(root, is_wanted):
+        match = INCLUDE.match(line)
+        other = match.group(2) if match else None
+        if other and other not in STANDARD and not other.startswith(TEST_LIBRARIES):
+            yield Breach(name, number, f"<{other}> is neither the standard library's nor a test library's")
+
+
+def ways_past_the_platform_room(includes):
+    for include in includes:
+        if room_of(include.path) != "platform" and not include.own and include.target in PAST_THE_PLATFORM:
+            yield Breach("src/" + include.path, include.line,
+                         f"<{include.target}> reaches the host past the platform room")
 
 
 def check(root):
@@ -187,6 +253,10 @@ def check(root):
     breaches += circles(edges_between(includes, lambda name: name), "files")
     breaches += circles(edges_between(includes, folder_of), "folders")
     breaches += host_conditions(root)
+    breaches += host_names(root)
+    breaches += host_types(root)
+    breaches += host_headers_of_tests(root)
+    breaches += ways_past_the_platform_room(includes)
     return breaches
 
 

@@ -142,6 +142,48 @@ class IncludeCheck(unittest.TestCase):
             "src/base/b.cpp": "#ifdef NDEBUG\n#endif\nconst char* kText = R\"(#x _WIN32)\";\n",
         })
 
+    def test_nobody_outside_the_platform_room_speaks_of_a_host(self):
+        self.expect_bad({
+            "src/base/a.cpp": "// On Windows this is another thing.\n",
+            "src/console/b.h": '\nconst char* const kText = "for Linux";\n',
+        }, "src/base/a.cpp:1: speaks of a host (Windows)", "src/console/b.h:2: speaks of a host (Linux)")
+
+    def test_the_platform_room_speaks_of_hosts(self):
+        self.expect_good({
+            "src/platform/a.h": "/// On Windows the command processor, on Linux the shell.\n",
+            "src/base/b.h": "/// WinBoard and XBoard are no hosts.\n",
+            "tests/base/c_test.cpp": "// As on Linux.\n",
+        })
+
+    def test_host_types_stand_in_the_hosts_folders_only(self):
+        self.expect_bad({
+            "src/platform/a.h": "#pragma once\npid_t Start();\n",
+            "src/runner/b.cpp": "void* handle;\nHANDLE other;  // pid_t\n",
+            "tests/base/c_test.cpp": "DWORD count = 0;\n",
+            "fuzz/d.cpp": "ssize_t count = 0;\n",
+        }, "src/platform/a.h:2: names a host's type (pid_t)", "src/runner/b.cpp:2: names a host's type (HANDLE)",
+           "tests/base/c_test.cpp:1:", "fuzz/d.cpp:1:")
+
+    def test_what_is_one_hosts_as_a_whole_names_its_types(self):
+        self.expect_good({
+            "src/platform/posix/a.h": "#include <sys/types.h>\npid_t Start();\n",
+            "src/platform/windows/a.cpp": "HANDLE handle;\n",
+            "tests/platform/faults_test.cpp": "#include <signal.h>\npid_t Start();\n",
+            "tests/stub/words_windows.cpp": "#include <windows.h>\nHANDLE handle;\n",
+            "tests/stub/words_posix.cpp": "#include <unistd.h>\n",
+        })
+
+    def test_tests_of_every_host_use_no_hosts_headers(self):
+        self.expect_good({"src/base/a.cpp": "\n",
+                          "tests/base/a_test.cpp": "#include <gtest/gtest.h>\n#include <fstream>\n",
+                          "bench/b.cpp": "#include <benchmark/benchmark.h>\n"})
+        self.expect_bad({"tests/base/c_test.cpp": "#include <string>\n#include <unistd.h>\n"},
+                        "tests/base/c_test.cpp:2: <unistd.h>")
+
+    def test_nobody_reaches_the_host_past_the_platform_room(self):
+        self.expect_good({"src/platform/a.cpp": "#include <filesystem>\n"})
+        self.expect_bad({"src/base/b.cpp": "#include <fstream>\n"}, "src/base/b.cpp:1: <fstream> reaches the host")
+
     def test_comments_and_texts_are_no_includes(self):
         self.expect_good({
             "src/base/a.cpp": '// #include "console/a.h"\n/*\n#include "console/b.h"\n#ifdef _WIN32\n*/\n'

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Types every example of the help file into the program and compares what it answers.
 
-usage: help_examples.py PROGRAM HELP_FILE [TOPIC...]
+usage: help_examples.py [--launcher=WINE] PROGRAM HELP_FILE [TOPIC...]
 
 An example is a row of lines that are indented by four blanks. A line "> COMMAND" is typed at the
 prompt; the lines below it are the answer, "..." standing for any lines; blank lines do not count. Each
@@ -71,7 +71,7 @@ def script(parts, before):
     return "".join(line + "\n" for line in lines + ["quit"])
 
 
-def run(program, help_file, lines):
+def run(launcher, program, help_file, lines):
     """What the program prints while it runs a script of these lines."""
     with tempfile.TemporaryDirectory() as directory:
         copy = os.path.join(directory, os.path.basename(program))
@@ -80,7 +80,7 @@ def run(program, help_file, lines):
         for name, text in (("engines.txt", player_file()), ("script.txt", lines)):
             with open(os.path.join(directory, name), "w", encoding="ascii") as file:
                 file.write(text)
-        result = subprocess.run([copy, "script.txt"], cwd=directory, stdin=subprocess.DEVNULL,
+        result = subprocess.run(launcher + [copy, "script.txt"], cwd=directory, stdin=subprocess.DEVNULL,
                                 stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
                                 timeout=SECONDS, check=False)
     return result.stdout
@@ -112,14 +112,14 @@ def join_questions(answer):
     return joined
 
 
-def check_topic(program, help_file, name, lines):
+def check_topic(launcher, program, help_file, name, lines):
     """Runs the examples of one topic; prints what differs and returns how many do."""
     parts = examples(lines)
     if not parts:
         print("%s: no example" % name)
         return 1
     before = [] if parts[0][0][0].startswith("readplayers") else ["readplayers engines.txt"]
-    output = run(program, help_file, script(parts, before))
+    output = run(launcher, program, help_file, script(parts, before))
     # The last line that a shell command prints is always shown twice, so each mark is, too.
     pieces = re.split(r"%s\d+\n%s\d+\n" % (MARK, MARK), output)[1:]
     return compare(name, parts, pieces)
@@ -140,10 +140,12 @@ def compare(name, parts, pieces):
 
 
 def main():
-    program, help_file = os.path.abspath(sys.argv[1]), sys.argv[2]
-    wanted = sys.argv[3:]
+    option = "--launcher="
+    words = sys.argv[1:]
+    launcher = words.pop(0)[len(option):].split() if words[0].startswith(option) else []
+    program, help_file, wanted = os.path.abspath(words[0]), words[1], words[2:]
     checked = [(name, lines) for name, lines in topics(help_file) if not wanted or name in wanted]
-    wrong = sum(check_topic(program, help_file, name, lines) for name, lines in checked)
+    wrong = sum(check_topic(launcher, program, help_file, name, lines) for name, lines in checked)
     print("%d topics, %d differences" % (len(checked), wrong))
     return 1 if wrong or not checked else 0
 

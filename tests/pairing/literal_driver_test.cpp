@@ -50,7 +50,8 @@ class LiteralDriver {
       text_ += "Can't create brackets. Maybe there are still games to be played?\n";
       return Outcome::kNoBrackets;
     }
-    if (mode != 3) text_ += Format("%zu brackets created.\n", list.Chain().size());
+    const auto count = static_cast<int>(list.Chain().size());
+    if (mode != 3) text_ += Format("%d brackets created.\n", count);
     int code = list.PairAll();
     if (list.GaveUp()) code = list.PairAllWithoutRepetitions();
     gave_up_ = gave_up_ || list.GaveUp();
