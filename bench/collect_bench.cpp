@@ -15,7 +15,6 @@ namespace {
 
 constexpr int kParticipants = 20;
 
-
 /// So many spooled games between twenty engines.
 void SpoolGames(Tourney& tourney, const std::string& path, std::int64_t games) {
   tourney.settings.files_path = path;

@@ -14,7 +14,7 @@ line "file:line: what is wrong" for every breach, and exits with 1 when there is
 - Sources outside the platform room speak of no host, not even in a comment, and do not reach it past that room through the
   parts of the standard library that open files and the like.
 - Host types and host headers are named in the two hosts' folders only; of the tests, in those of the platform room and in
-  files that are one host's as a whole: "words_posix.cpp", "words_windows.cpp".
+  files that are one host's as a whole: "words_posix.cpp", "words_windows.cpp", "base/posix/file_test.cpp".
 """
 
 import pathlib
@@ -47,6 +47,7 @@ HOST_TYPE = re.compile(
     r"STARTUPINFO[AW]?|PROCESS_INFORMATION|(?:pid|uid|gid|mode|off|ssize|sigset|socklen|dev|ino)_t|sigaction|"
     r"posix_\w+|struct stat)\b")
 TEST_LIBRARIES = ("gtest/", "gmock/", "benchmark/")
+ONE_HOSTS_FILE = re.compile(r"/(?:posix|windows)/|_(?:posix|windows)\.cpp$")
 PAST_THE_PLATFORM = {"filesystem", "fstream", "iostream", "csignal", "ctime"}
 
 
@@ -197,7 +198,7 @@ def is_of_no_host(name):
     """Whether a source is for every host. Public headers of the platform room are."""
     if name.startswith("src/"):
         return host_of(name[len("src/"):]) is None
-    return not name.startswith("tests/platform/") and not re.search(r"_(posix|windows)\.cpp$", name)
+    return not name.startswith("tests/platform/") and not ONE_HOSTS_FILE.search(name)
 
 
 def host_conditions(root):

@@ -171,6 +171,7 @@ class IncludeCheck(unittest.TestCase):
             "tests/platform/faults_test.cpp": "#include <signal.h>\npid_t Start();\n",
             "tests/stub/words_windows.cpp": "#include <windows.h>\nHANDLE handle;\n",
             "tests/stub/words_posix.cpp": "#include <unistd.h>\n",
+            "tests/base/posix/file_test.cpp": "#include <unistd.h>\nuid_t owner;\n",
         })
 
     def test_tests_of_every_host_use_no_hosts_headers(self):
