@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 
 #include "runner/small_tourney.h"
 #include "runner/spool.h"
@@ -50,7 +51,7 @@ class NextGame : public ::testing::Test, protected SmallTourney {
   }
 
   /// How many games of the round there are.
-  long GamesOfRound(int round) {
+  std::ptrdiff_t GamesOfRound(int round) {
     return std::count_if(tourney.Games().begin(), tourney.Games().end(),
                          [&](const Game& game) { return game.round == round; });
   }
