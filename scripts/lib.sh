@@ -35,3 +35,24 @@ install_packages() {
     >"${TMPDIR:-/tmp}/tarvendo-packages.log" 2>&1 ||
     fail "apt-get could not install$missing; see ${TMPDIR:-/tmp}/tarvendo-packages.log"
 }
+
+# build_preset PRESET: configures and builds one preset, in build-PRESET.
+build_preset() {
+  say "$1: build"
+  cmake --preset "$1" >"build-$1.log" 2>&1 || { cat "build-$1.log"; fail "$1 does not configure"; }
+  cmake --build --preset "$1" -- -j "$(nproc)" >>"build-$1.log" 2>&1 ||
+    { tail -n 60 "build-$1.log"; fail "$1 does not build"; }
+}
+
+# test_preset PRESET [OPTION...]: runs the tests of a preset that is built; they must all pass. The options are ctest's.
+test_preset() {
+  say "$1: test"
+  preset=$1
+  shift
+  ctest --preset "$preset" -j "$(nproc)" --progress --no-tests=error "$@"
+}
+
+run_preset() {
+  build_preset "$1"
+  test_preset "$1"
+}
