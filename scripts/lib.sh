@@ -35,3 +35,27 @@ install_packages() {
     >"${TMPDIR:-/tmp}/tarvendo-packages.log" 2>&1 ||
     fail "apt-get could not install$missing; see ${TMPDIR:-/tmp}/tarvendo-packages.log"
 }
+
+# build_preset PRESET [TARGET...]: configures and builds one preset, in build-PRESET, or only the targets.
+build_preset() {
+  preset=$1
+  shift
+  say "$preset: build"
+  cmake --preset "$preset" >"build-$preset.log" 2>&1 ||
+    { cat "build-$preset.log"; fail "$preset does not configure"; }
+  cmake --build --preset "$preset" ${1:+--target "$@"} -- -j "$(nproc)" >>"build-$preset.log" 2>&1 ||
+    { tail -n 60 "build-$preset.log"; fail "$preset does not build"; }
+}
+
+# test_preset PRESET [OPTION...]: runs the tests of a preset that is built; they must all pass. The options are ctest's.
+test_preset() {
+  preset=$1
+  shift
+  say "$preset: test"
+  ctest --preset "$preset" -j "$(nproc)" --progress --no-tests=error "$@"
+}
+
+run_preset() {
+  build_preset "$1"
+  test_preset "$1"
+}
