@@ -1,13 +1,13 @@
 #include "platform/faults.h"
 
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cstdlib>
-#include <future>
 #include <thread>
 
 #include "platform/input.h"
@@ -187,6 +187,29 @@ void SetBlocked(int number, bool blocked) {
   pthread_sigmask(blocked ? SIG_BLOCK : SIG_UNBLOCK, &signals, nullptr);
 }
 
+/// A thread that does nothing. It waits in a system call, in which it takes signals even when the
+/// thread sanitizer holds them back everywhere else.
+class SleepingThread {
+ public:
+  SleepingThread() {
+    if (pipe(ends_.data()) != 0) std::_Exit(3);
+    thread_ = std::thread([this] {
+      pollfd end{ends_[0], POLLIN, 0};
+      while (poll(&end, 1, -1) < 0) {
+      }
+    });
+  }
+
+  void Join() {
+    close(ends_[1]);
+    thread_.join();
+  }
+
+ private:
+  std::array<int, 2> ends_{};
+  std::thread thread_;
+};
+
 bool ReachesThisThread(int number) {
   sigset_t pending;
   do {
@@ -203,13 +226,11 @@ bool ReachesThisThread(int number) {
 /// The console thread takes no signals just now, so the other one gets it.
 void SendToTheOtherThread(int number) {
   const FaultGuard guard;
-  std::promise<void> end;
-  std::thread other([&] { end.get_future().wait(); });
+  SleepingThread other;
   SetBlocked(number, true);
   SendFromOutside(number);
   const bool reached = ReachesThisThread(number);
-  end.set_value();
-  other.join();
+  other.Join();
   LeaveWhen(reached);
 }
 
@@ -221,13 +242,11 @@ TEST(PosixFaultsDeathTest, AFaultSignalFromOutsideIsMeantForTheConsoleThread) {
 void AskToEndThroughTheOtherThread() {
   const FaultGuard guard;
   const auto keyboard = KeyboardWith("");
-  std::promise<void> end;
-  std::thread other([&] { end.get_future().wait(); });
+  SleepingThread other;
   SetBlocked(SIGTERM, true);
   SendFromOutside(SIGTERM);
   const bool terminated = KeyboardIsTerminated(*keyboard);
-  end.set_value();
-  other.join();
+  other.Join();
   LeaveWhen(terminated);
 }
 
