@@ -35,7 +35,15 @@ install(FILES help/TourneyHelp.txt ${first_tourney} DESTINATION . COMPONENT ${po
 install(FILES README.md DESTINATION . RENAME README.txt COMPONENT ${portable})
 install(FILES ${pictures} DESTINATION pics COMPONENT ${portable})
 install(FILES ${user_documents} DESTINATION docs COMPONENT ${portable})
-if(NOT WIN32)
+if(WIN32)
+  # Pieces of MinGW-w64 are linked into the program; their licences want to be handed on with it.
+  find_file(TARVENDO_MINGW_LICENCES copyright PATHS /usr/share/doc/mingw-w64-common
+            NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
+  if(TARVENDO_MINGW_LICENCES)
+    install(FILES ${TARVENDO_MINGW_LICENCES} DESTINATION docs RENAME mingw-w64-licences.txt
+            COMPONENT ${portable})
+  endif()
+else()
   install(PROGRAMS adapters/xboard/winboard.exe DESTINATION . COMPONENT ${portable})
   install(FILES adapters/xboard/README.md DESTINATION docs RENAME xboard.md COMPONENT ${portable})
 endif()

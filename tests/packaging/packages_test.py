@@ -36,7 +36,7 @@ COMMON_FILES = """README.txt TourneyHelp.txt first-tourney.txt
     docs/architecture.md docs/behaviour.md docs/files.md
     pics/break.gif pics/full.gif pics/half.gif""".split()
 FILES_FOR_LINUX = sorted(COMMON_FILES + ["docs/xboard.md", "tarvendo", "winboard.exe"])
-FILES_FOR_WINDOWS = sorted(COMMON_FILES + ["tarvendo.exe"])
+FILES_FOR_WINDOWS = sorted(COMMON_FILES + ["docs/mingw-w64-licences.txt", "tarvendo.exe"])
 
 TOLD_BY_HELP = "Every line that begins with the letter q ends the program."
 
