@@ -40,6 +40,10 @@ std::vector<std::string> CommandWords(int /*count*/, char** /*words*/) {
   return words;
 }
 
+void LeaveConsole() {
+  FreeConsole();
+}
+
 std::string HostName(std::string name) {
   return name;
 }

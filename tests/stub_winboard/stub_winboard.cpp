@@ -224,6 +224,7 @@ class Player {
 };
 
 int PlayGame(const Words& words) {
+  LeaveConsole();
   const std::string pgn_file = HostName(ValueOf(words, "/sgf="));
   GameKey key;
   key.name = std::filesystem::path(pgn_file).stem().string();

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <thread>
@@ -60,6 +61,73 @@ void ReadKeyboardWhileAskedToEnd() {
 
 TEST(WindowsFaultsDeathTest, ARequestToEndWakesTheKeyboard) {
   EXPECT_EXIT(ReadKeyboardWhileAskedToEnd(), ExitedWithCode(7), "");
+}
+
+/// What the host does when a key is pressed or the window is closed: a thread of its own tells the
+/// process.
+void TellConsoleEvent(DWORD event) {
+  const auto routine =
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernelbase.dll"), "CtrlRoutine"));
+  if (routine == nullptr) std::_Exit(3);
+  CloseHandle(CreateThread(nullptr, 0, reinterpret_cast<LPTHREAD_START_ROUTINE>(routine),
+                           reinterpret_cast<void*>(std::uintptr_t{event}), 0, nullptr));
+}
+
+void ReadKeyboardDuring(DWORD event) {
+  const FaultGuard guard;
+  Type("");
+  const auto keyboard = OpenKeyboard();
+  TellConsoleEvent(event);
+  LeaveWhen(KeyboardIsTerminated(*keyboard));
+}
+
+TEST(WindowsFaultsDeathTest, KeysAndTheClosingOfTheWindowWakeTheKeyboard) {
+  EXPECT_EXIT(ReadKeyboardDuring(CTRL_C_EVENT), ExitedWithCode(7), "");
+  EXPECT_EXIT(ReadKeyboardDuring(CTRL_BREAK_EVENT), ExitedWithCode(7), "");
+  EXPECT_EXIT(ReadKeyboardDuring(CTRL_CLOSE_EVENT), ExitedWithCode(7), "");
+  EXPECT_EXIT(ReadKeyboardDuring(CTRL_LOGOFF_EVENT), ExitedWithCode(7), "");
+  EXPECT_EXIT(ReadKeyboardDuring(CTRL_SHUTDOWN_EVENT), ExitedWithCode(7), "");
+}
+
+/// As long as the handler does not return, the host lets the process live.
+void SaveAfterTheWindowWasClosed() {
+  const FaultGuard guard;
+  Type("");
+  TellConsoleEvent(CTRL_CLOSE_EVENT);
+  KeyboardIsTerminated(*OpenKeyboard());
+  Sleep(500);
+  LeaveWhen(true);
+}
+
+TEST(WindowsFaultsDeathTest, AClosedWindowLeavesTimeToSave) {
+  EXPECT_EXIT(SaveAfterTheWindowWasClosed(), ExitedWithCode(7), "");
+}
+
+bool WasEndedByTheHost(int exit_code) {
+  return exit_code != 2 && exit_code != 3 && exit_code != 7;
+}
+
+void PressTwice() {
+  const FaultGuard guard;
+  Type("");
+  TellConsoleEvent(CTRL_C_EVENT);
+  if (!KeyboardIsTerminated(*OpenKeyboard())) std::_Exit(2);
+  TellConsoleEvent(CTRL_C_EVENT);
+  Sleep(INFINITE);
+}
+
+TEST(WindowsFaultsDeathTest, ASecondKeyEndsTheProcessAtOnce) {
+  EXPECT_EXIT(PressTwice(), WasEndedByTheHost, "");
+}
+
+void PressAfterTheGuard() {
+  { const FaultGuard guard; }
+  TellConsoleEvent(CTRL_C_EVENT);
+  Sleep(INFINITE);
+}
+
+TEST(WindowsFaultsDeathTest, WithoutAGuardKeysDoWhatTheyDoByDefault) {
+  EXPECT_EXIT(PressAfterTheGuard(), WasEndedByTheHost, "");
 }
 
 void ReadKeyboardToItsEnd() {
