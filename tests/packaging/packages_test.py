@@ -38,7 +38,7 @@ COMMON_FILES = """README.txt TourneyHelp.txt first-tourney.txt
 FILES_FOR_LINUX = sorted(COMMON_FILES + ["docs/xboard.md", "tarvendo", "winboard.exe"])
 FILES_FOR_WINDOWS = sorted(COMMON_FILES + ["docs/mingw-w64-licences.txt", "tarvendo.exe"])
 
-TOLD_BY_HELP = "Every line that begins with the letter q ends the program."
+TOLD_BY_HELP = "Quit: ends the program"
 
 ENGINES_OF_WINBOARD = """\
 fmax /name="Fairy-Max"
