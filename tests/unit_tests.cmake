@@ -6,6 +6,7 @@ file(GLOB fake_sources CONFIGURE_DEPENDS fakes/*.cpp)
 add_library(tarvendo_fakes STATIC ${fake_sources})
 target_include_directories(tarvendo_fakes PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
 target_link_libraries(tarvendo_fakes PUBLIC tarvendo_base)
+target_compile_definitions(tarvendo_fakes INTERFACE TARVENDO_HELP_FILE="${CMAKE_SOURCE_DIR}/help/TourneyHelp.txt")
 
 if(WIN32)
   set(host windows)
@@ -22,8 +23,7 @@ function(discover_tests program)
   endif()
 endfunction()
 
-# For another host the tests are built to be run once: the less the compiler does, the better. (With ccache the header
-# that is compiled in advance needs its sloppiness, see its manual; so at home there is none.)
+# For another host the tests are built to be run once: the less the compiler does, the better.
 function(build_quickly program)
   if(NOT TARVENDO_LAUNCHER)
     return()
@@ -48,8 +48,6 @@ function(add_room_tests room)
   file(GLOB helpers CONFIGURE_DEPENDS ${room}/*.cpp ${room}/${host}/*.cpp)
   add_executable(${room}_tests ${helpers})
   target_link_libraries(${room}_tests PRIVATE tarvendo_fakes tarvendo_${room} GTest::gtest_main)
-  target_compile_definitions(
-    ${room}_tests PRIVATE TARVENDO_HELP_FILE="${CMAKE_SOURCE_DIR}/help/TourneyHelp.txt")
   build_quickly(${room}_tests)
   discover_tests(${room}_tests)
 endfunction()
@@ -61,4 +59,5 @@ endforeach()
 # What the fakes promise, held against the real thing.
 add_executable(contract_tests contract/file_system_test.cpp)
 target_link_libraries(contract_tests PRIVATE tarvendo_fakes tarvendo_platform GTest::gtest_main)
+build_quickly(contract_tests)
 discover_tests(contract_tests)
