@@ -6,6 +6,7 @@ file(GLOB fake_sources CONFIGURE_DEPENDS fakes/*.cpp)
 add_library(tarvendo_fakes STATIC ${fake_sources})
 target_include_directories(tarvendo_fakes PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
 target_link_libraries(tarvendo_fakes PUBLIC tarvendo_base)
+target_compile_definitions(tarvendo_fakes INTERFACE TARVENDO_HELP_FILE="${CMAKE_SOURCE_DIR}/help/TourneyHelp.txt")
 
 if(WIN32)
   set(host windows)
@@ -49,8 +50,6 @@ function(add_room_tests room)
   endif()
   file(GLOB helpers CONFIGURE_DEPENDS ${room}/*.cpp ${room}/${host}/*.cpp)
   add_test_program(${room}_tests tarvendo_${room} ${helpers})
-  target_compile_definitions(
-    ${room}_tests PRIVATE TARVENDO_HELP_FILE="${CMAKE_SOURCE_DIR}/help/TourneyHelp.txt")
 endfunction()
 
 foreach(room platform base players tourney reports pairing runner console)

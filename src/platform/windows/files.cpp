@@ -49,8 +49,9 @@ class BufferedFile : public OutputFile {
   static constexpr std::size_t kEnough = 65536;
 
   bool WriteBuffer() {
-    const std::string bytes = std::exchange(buffer_, std::string());
-    return Keep(file_ != nullptr && WriteAll(file_->Get(), bytes));
+    const bool written = file_ != nullptr && WriteAll(file_->Get(), buffer_);
+    buffer_.clear();
+    return Keep(written);
   }
 
   /// Keeps the first failure for Close: what was lost once stays lost.
