@@ -114,6 +114,12 @@ int PlaysSoFar(const std::string& name) {
   return plays;
 }
 
+/// WinBoard writes it to its own directory, or where it is told to.
+std::string DebugFile(const Words& words) {
+  const std::string name = HostName(ValueOf(words, "/debugFile="));
+  return name.empty() ? kDebugFile : name;
+}
+
 /// What is wrong with the words: an option without which the tourney could not go on.
 std::string Complaints(const Words& words) {
   std::string complaints;
@@ -124,7 +130,7 @@ std::string Complaints(const Words& words) {
     if (ValueOf(words, needed).empty()) complaints += std::string("  MISSING ") + needed + "\n";
   }
   if (Exists(HostName(ValueOf(words, "/sgf=")))) complaints += "  THE GAME HAS A RECORD ALREADY\n";
-  if (Exists(kDebugFile)) complaints += "  A DEBUG FILE IS THERE ALREADY\n";
+  if (Exists(DebugFile(words))) complaints += "  A DEBUG FILE IS THERE ALREADY\n";
   if (Exists(kRunningFile)) complaints += "  ANOTHER GAME IS BEING PLAYED\n";
   return complaints;
 }
@@ -173,8 +179,11 @@ void AskForLook() {
 
 class Player {
  public:
-  Player(GameKey key, Plan plan, std::string pgn_file)
-      : key_(std::move(key)), plan_(std::move(plan)), pgn_file_(std::move(pgn_file)) {}
+  Player(GameKey key, Plan plan, const Words& words)
+      : key_(std::move(key)),
+        plan_(std::move(plan)),
+        pgn_file_(HostName(ValueOf(words, "/sgf="))),
+        debug_file_(DebugFile(words)) {}
 
   int Play() const {
     Debug(Opening(plan_));
@@ -196,7 +205,7 @@ class Player {
  private:
   void Debug(const std::string& text) const {
     if (plan_.Says("nodebug")) return;
-    WriteFile(kDebugFile, plan_.Says("upper") ? UpperCase(text) : text, std::ios::app);
+    WriteFile(debug_file_, plan_.Says("upper") ? UpperCase(text) : text, std::ios::app);
   }
 
   void DebugEnd() const {
@@ -221,19 +230,19 @@ class Player {
   GameKey key_;
   Plan plan_;
   std::string pgn_file_;
+  std::string debug_file_;
 };
 
 int PlayGame(const Words& words) {
   LeaveConsole();
-  const std::string pgn_file = HostName(ValueOf(words, "/sgf="));
   GameKey key;
-  key.name = std::filesystem::path(pgn_file).stem().string();
+  key.name = std::filesystem::path(HostName(ValueOf(words, "/sgf="))).stem().string();
   key.white = EngineName(ValueOf(words, "/fcp="));
   key.black = EngineName(ValueOf(words, "/scp="));
   key.play = PlaysSoFar(key.name) + 1;
   NoteWords(key, words);
   WriteFile(kRunningFile, "");
-  const int exit_code = Player(key, ReadPlan(key), pgn_file).Play();
+  const int exit_code = Player(key, ReadPlan(key), words).Play();
   Remove(kRunningFile);
   return exit_code;
 }
