@@ -20,14 +20,16 @@ import sys
 SECONDS = 100
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 STARTER = ROOT / "packaging/first-tourney-windows.txt"
-DOCUMENTS = ("README.md", "help/TourneyHelp.txt", "adapters/xboard/README.md", *(
+DOCUMENTS = ("README.md", "help/TourneyHelp.txt", "adapters/xboard/README.md", "docs/files.md", "docs/behaviour.md", *(
     f"packaging/{name}" for name in ("first-tourney-windows.txt", "first-tourney-linux.txt", "tarvendo.1")))
 KNOWN_OPTIONS = ROOT / "tests/stub_winboard/known_options.cpp"
 OPTION = re.compile(r"(?<![\w/\\.<])/([A-Za-z]\w*)(=|(?![\w/\\]))")
 ALONE = re.compile(r"(?:^|`)/([A-Za-z]\w*)(?:`|$)", re.MULTILINE)
-# What documents name besides: words of winboard.ini alone, longer names of WinBoard's own; forms, and what is told to be wrong.
-OTHER_OPTIONS = {"name", "group", "firstDirectory", "secondDirectory", "firstChessProgramNames", "secondChessProgramNames"}
-FORMS_AND_FAULTS = {"adapters/xboard/README.md": {"debugFile", "xname"}}
+# What documents name besides: words of winboard.ini alone and longer names of WinBoard's own.
+OTHER_OPTIONS = {
+    "name", "group", "firstDirectory", "secondDirectory", "firstChessProgramNames", "secondChessProgramNames"}
+# What looks like an option and is a form of one, an option of another program, or told to be wrong.
+NO_OPTIONS = {"docs/behaviour.md": {"c"}, "adapters/xboard/README.md": {"debugFile", "xname"}}
 ENGINES = ("alpha", "beta", "gamma")
 FIRST_LINE = "set winboardpath "
 
@@ -89,7 +91,7 @@ def misspelled_options():
         text = (ROOT / document).read_text()
         named = {name for name, value in OPTION.findall(text) if value or name.lower() in folded}
         named.update(ALONE.findall(text))
-        for name in sorted(named - known - FORMS_AND_FAULTS.get(document, set())):
+        for name in sorted(named - known - NO_OPTIONS.get(document, set())):
             yield f"{document} names an option /{name}, which is not one of WinBoard's"
 
 
