@@ -11,6 +11,7 @@
 #include "platform/files.h"
 #include "platform/processes.h"
 #include "runner/next_game.h"
+#include "tourney/game_list.h"
 #include "tourney/round_robin.h"
 #include "tourney/tourney.h"
 
@@ -47,6 +48,7 @@ void DoView(CommandContext& context) {
 void DoReset(CommandContext& context) {
   SaveBefore(context.tourney);
   context.brackets.Clear();
+  DeleteErrorFiles(context.tourney);
   Print(context.tourney.Reset() ? "Tourney reseted.\n" : "Tourney reset failed!\n");
 }
 

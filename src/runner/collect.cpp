@@ -7,6 +7,7 @@
 #include "base/text.h"
 #include "platform/files.h"
 #include "reports/table_driver.h"
+#include "tourney/game_list.h"
 #include "tourney/rounds.h"
 #include "tourney/tourney.h"
 
@@ -57,11 +58,13 @@ void TakeResult(Tourney& tourney, Game& game, const std::string& pgn,
   if (!AppendToTourneyPgn(tourney, MergedPgn(tourney, game, pgn))) {
     Print("Error copying pgn-file!\n");
   }
+  game.result = ResultInPgn(pgn);
+  // Why a game has no result must still be there when somebody looks.
+  if (!game.LacksResult()) leftovers.push_back(ErrorFileName(tourney, game));
   for (std::string* name : {&game.bat_file, &game.pgn_file}) {
     if (!name->empty()) leftovers.push_back(*name);
     name->clear();
   }
-  game.result = ResultInPgn(pgn);
   game.status = kReady;
   Announce(game);
 }

@@ -47,6 +47,8 @@ bool SpoolGame(Tourney& tourney, Game& game) {
   // A new spool starts from no game record; one that cannot be deleted keeps the game from being
   // played.
   if (files.IsReadable(spooled.pgn_file)) files.Remove(spooled.pgn_file);
+  const std::string error_file = ErrorFileName(tourney, spooled);
+  if (files.Exists(error_file)) files.Remove(error_file);
   if (!SaveWholeFile(files, spooled.bat_file, BatchText(tourney, spooled))) {
     PrintText("Error opening file for writing:  " + spooled.bat_file + "\n");
     return false;

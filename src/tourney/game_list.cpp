@@ -1,5 +1,7 @@
 #include "tourney/game_list.h"
 
+#include <string_view>
+
 #include "base/log.h"
 #include "base/text.h"
 #include "platform/files.h"
@@ -17,6 +19,11 @@ void DeleteIfThere(FileSystem& files, std::string& name) {
   // A file that cannot be deleted is left: the next spooling of the game tries again.
   if (!name.empty() && files.Exists(name)) files.Remove(name);
   name.clear();
+}
+
+void DeleteErrorFile(Tourney& tourney, const Game& game) {
+  std::string name = ErrorFileName(tourney, game);
+  DeleteIfThere(tourney.GetHost().files, name);
 }
 
 /// Deletes the files of the games at these places, says so for each, and takes them out of the
@@ -161,7 +168,21 @@ void RemoveGamesOfNobody(Tourney& tourney) {
   RemoveAt(tourney, places);
 }
 
+std::string ErrorFileName(const Tourney& tourney, const Game& game) {
+  constexpr std::string_view kPgn = ".PGN";
+  std::string name = game.pgn_file;
+  if (name.empty()) name = tourney.settings.files_path + "g" + std::to_string(game.number);
+  if (name.ends_with(kPgn)) name.erase(name.size() - kPgn.size());
+  return name + ".err";
+}
+
+void DeleteErrorFiles(Tourney& tourney) {
+  for (const Game& game : tourney.Games())
+    DeleteErrorFile(tourney, game);
+}
+
 void DeleteGameFiles(Tourney& tourney, Game& game) {
+  DeleteErrorFile(tourney, game);
   DeleteIfThere(tourney.GetHost().files, game.bat_file);
   DeleteIfThere(tourney.GetHost().files, game.pgn_file);
 }

@@ -47,7 +47,14 @@ int RemoveFirstGame(Tourney& tourney, int number, const GameFilter& filter);
 /// Removes the games that have lost a player (number 0), from the last to the first.
 void RemoveGamesOfNobody(Tourney& tourney);
 
-/// Deletes the game's batch file and PGN file and forgets their names.
+/// The file beside the game's PGN into which the script that stands where WinBoard stands writes
+/// why the game failed: "/t/g7.err". The program itself only deletes it.
+std::string ErrorFileName(const Tourney& tourney, const Game& game);
+
+/// Deletes the error files of all games, for a tourney that is about to forget them.
+void DeleteErrorFiles(Tourney& tourney);
+
+/// Deletes the game's batch file and PGN file and forgets their names; deletes its error file.
 void DeleteGameFiles(Tourney& tourney, Game& game);
 
 /// Adjudicates every game of the participant that is not READY as a win for the opponent, deletes

@@ -95,6 +95,16 @@ says_nothing() { # WHAT
   equal "$1" '' "$(cat "$FAKE/errors")"
 }
 
+# The game's error file tells what standard error tells, and that is something.
+is_noted() { # WHAT [FILE]
+  equal "$1" "$(cat "$FAKE/errors")" "$(cat "$FAKE/game/${2:-g7.err}" 2>&1)"
+  if [ -s "$FAKE/errors" ]; then ok "$1"; else not_ok "$1" '  nothing was said'; fi
+}
+
+is_not_noted() { # WHAT [FILE]
+  equal "$1" '' "$(ls "$FAKE/game/${2:-g7.err}" 2>/dev/null)"
+}
+
 is_clean() { # WHAT
   alive=''
   while read -r pid; do
@@ -120,7 +130,7 @@ thinks=$started
 begin 'misses_engine'
 xboard_mode=misses_engine
 display=''
-start /debug
+start /debug /sgf=g7.PGN
 misses_engine=$started
 
 begin 'stays_after_game'
@@ -170,6 +180,12 @@ run '/fd=$(touch x)' '/fcp=`touch x` ;touch x' '/scp=a;touch${IFS}x' '/firstOpti
 gives 'shell characters are letters like any other' \
   '[-fd][$(touch x)][-fcp][`touch x` ;touch x][-scp][a;touch${IFS}x][-firstOptions][*][-secondOptions][|&>x <x][-sgf][$HOME*?[a]][-pgnEventHeader][50% %s %d]'
 equal 'nothing in a name is run' '' "$(ls -A)"
+
+begin 'debugfile'
+run '/debugfile=t\my games\winboard.debug'
+gives "the option for the debug file's name takes a path" '[-debugfile][t/my games/winboard.debug]'
+run '/debugFile=t\winboard.debug'
+gives 'written in another way it is left to XBoard to refuse' '[-debugFile][t\winboard.debug]'
 
 begin 'braces'
 run '/firstOptions=a}b' '/secondOptions=a }b' '/pgnEventHeader="quoted \ text"' '/userName={x}'
@@ -231,9 +247,10 @@ equal 'a file may follow directly' '[-ncp][-lgf][all.pgn]' "$(view_words)"
 
 begin 'view_without_display'
 display=''
-run /ncp /td 0 all.pgn
+run /ncp /td 0 /sgf=g7.PGN all.pgn
 equal 'nothing can be shown without a display' 1 "$status"
 says 'that is said' 'there is no display to show the games on'
+is_not_noted 'that is no matter of a game'
 equal 'and XBoard is not started' '' "$(cat "$FAKE/pids")"
 is_clean 'viewing without a display'
 
@@ -241,24 +258,27 @@ is_clean 'viewing without a display'
 
 begin 'missing_xboard'
 xboard="$root/no/xboard"
-run /cp
+run /cp /sgf=g7.PGN
 equal 'a missing XBoard gives 127' 127 "$status"
+is_noted 'a missing XBoard is noted'
 says 'a missing XBoard is named' "cannot find the program '$root/no/xboard'"
 is_clean 'a missing XBoard'
 
 begin 'missing_xvfb'
 display=''
 xvfb="$root/no/Xvfb"
-run /cp
+run /cp /sgf=g7.PGN
 equal 'a missing Xvfb gives 127' 127 "$status"
+is_noted 'a missing Xvfb is noted'
 says 'a missing Xvfb is named' "there is no display and no program '$root/no/Xvfb'"
 is_clean 'a missing Xvfb'
 
 begin 'failing_xvfb'
 display=''
 xvfb_mode=fails
-run /cp
+run /cp /sgf=g7.PGN
 equal 'an Xvfb that fails gives 1' 1 "$status"
+is_noted 'a failing Xvfb is noted'
 says 'its reason is told' 'Xvfb did not start: Fatal server error: no room for another display'
 is_clean 'a failing Xvfb'
 
@@ -279,9 +299,110 @@ is_clean 'a refused display'
 
 begin 'failing_xboard'
 xboard_mode=fails
-run /nonsense
+run /nonsense /sgf=g7.PGN
+is_noted 'an option that XBoard does not know is noted'
 equal "XBoard's exit code is handed on" 2 "$status"
 equal 'its reason is told, its chatter is not' 'winboard.exe: XBoard says: Unrecognized argument -nonsense' "$(cat "$FAKE/errors")"
+
+# --- The error file -------------------------------------------------------------------------------
+
+begin 'old_error_file'
+echo 'an earlier attempt' >g7.err
+run /cp '/sgf=g7.PGN'
+is_not_noted 'a game that was played has no error file, and an old one goes'
+
+begin 'error_file_names'
+xboard_mode=fails
+mkdir 'my games'
+run /cp '/sgf=my games\g7.pgn'
+is_noted "it lies beside the game's PGN" 'my games/g7.err'
+run /cp -saveGameFile g8
+is_noted 'a name without an ending gets one' g8.err
+run /cp '/sgf=v1.5\g9.PGN'
+says 'one that cannot be written is told of' "cannot write 'v1.5/g9.err'"
+says 'and the reason is told all the same' 'Unrecognized argument -nonsense'
+run /cp
+says 'without a PGN the reason is told' 'Unrecognized argument -nonsense'
+equal 'and no other file is written' './g8.err ./my games ' "$(find . ! -name . -prune | sort | tr '\n' ' ')"
+
+# --- Engines that do not understand ---------------------------------------------------------------
+
+# Plays a game, in a process of its own, that has the debug file on standard input.
+play_with_debug_file() { # NAME [MODE OF XBOARD]
+  begin "$1"
+  xboard_mode=${2:-writes_debug}
+  cat >"$FAKE/debug"
+  run /debug /sgf=g7.PGN '/fcp=white one' /scp=black
+}
+hint_about() { # ENGINE
+  echo "winboard.exe: the engine '$1' lost on time before its first move and printed nothing that an xboard engine prints; a UCI engine needs /fUCI in its WhiteOptions and /sUCI in its BlackOptions"
+}
+
+# As XBoard 4.9.1 writes it of Stockfish 15.1, shortened.
+white_is_uci() {
+  cat <<'END'
+GameEnds(0, (null), 2)
+StartChildProcess (dir=".") stockfish
+291 >first : xboard
+protover 2
+297 <first : Stockfish 15.1 by the Stockfish developers (see AUTHORS file)
+436 <first : Unknown command: 'protover 2'. Type help for more information.
+10301 >first : new
+random
+10305 <first : Unknown command: 'level 0 0:03 0'. Type help for more information.
+10403 <second: feature setboard=0 xedit=1 ping=1 done=0
+10457 <second: pong 1
+10460 >second: 10460 >first : black
+10461 <first : info depth 1 seldepth 1 multipv 1 score cp 18 nodes 20 nps 10000 hashfull 0 tbhits 0 time 2 pv e2e4
+GameEnds(27, Black wins on time, 4)
+Interrupting first
+GameEnds(27, Black wins on time, 2)
+13463 >first : quit
+END
+}
+black_is_uci() {
+  white_is_uci | sed 's/first /tmp/; s/second/first /; s/tmp/second/; s/Black wins/White wins/'
+}
+
+white_is_uci | play_with_debug_file 'uci_as_white'
+reopen 'uci_as_white'
+equal 'a UCI engine entered plainly is told of, once' "$(hint_about 'white one')" "$(cat "$FAKE/errors")"
+is_noted 'it is noted'
+is_clean 'a UCI engine entered plainly'
+
+black_is_uci | play_with_debug_file 'uci_as_black'
+reopen 'uci_as_black'
+equal 'as Black too' "$(hint_about 'black')" "$(cat "$FAKE/errors")"
+
+white_is_uci | play_with_debug_file 'uci_moved' debug_is_moved
+reopen 'uci_moved'
+equal 'also when its debug file has been moved away meanwhile' "$(hint_about 'white one')" "$(cat "$FAKE/errors")"
+
+while IFS= read -r line; do
+  white_is_uci | sed "s|^297 .*|297 <first : $line|" | play_with_debug_file 'understands'
+  reopen 'understands'
+  says_nothing "an engine that prints '$line' understands"
+done <<'END'
+feature done=1
+move e2e4
+1. ... e2e4
+1. e4
+My move is: e2e4
+pong 1
+9 156 1084 48000 Nf3 Nc6
+  9.  -12 1084 48000 Nf3 Nc6
+Error (unknown command): protover
+Illegal move: e2e4
+tellics say     Fairy-Max 5.0b
+# a remark
+END
+white_is_uci | sed 's/wins on time/mates/' | play_with_debug_file 'mated'
+reopen 'mated'
+says_nothing 'a game that was not lost on time tells nothing of its engines'
+white_is_uci | sed 's/Black wins/White wins/' | play_with_debug_file 'other_loses'
+reopen 'other_loses'
+says_nothing 'nor does the winner'
+is_not_noted 'nothing is noted then'
 
 # --- Ends from outside ----------------------------------------------------------------------------
 
@@ -290,12 +411,14 @@ is_ended_by() { # SIGNAL EXIT CODE
   begin "killed_by_$1"
   xboard_mode=plays_long
   display=''
-  start /debug
+  start /debug /sgf=g7.PGN
   await_start
   equal "$1: the game was running" 'yes' "$([ -e "$FAKE/started" ] && echo yes)"
   kill -s "$1" "$started"
   wait "$started"
   equal "$1 ends the adapter" "$2" "$?"
+  says "$1 is told of" "ended from outside by $1"
+  is_noted "$1 is noted"
   is_clean "$1"
 }
 is_ended_by TERM 143
@@ -309,6 +432,7 @@ equal 'a game without its engine gives 1' 1 "$?"
 says 'the engine that is missing is named' 'Failed to start first chess program nosuch'
 says 'and that XBoard was ended' 'XBoard would have stayed open for ever and was ended'
 equal 'the debug file tells the end of the game' 'GameEnds(29, xboard exit, 2)' "$(cat "$FAKE/game/winboard.debug")"
+is_noted 'a missing engine is noted'
 is_clean 'a missing engine'
 
 reopen 'stays_after_game'

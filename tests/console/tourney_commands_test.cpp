@@ -27,6 +27,15 @@ TEST_F(TourneyCommands, ResetSaysSo) {
   EXPECT_TRUE(tourney.Participants().empty());
 }
 
+TEST_F(TourneyCommands, ResetDeletesWhatWasWrittenAboutGamesThatFailed) {
+  tourney.AddGame(1, 2, 1, 1);
+  machine.files.Put("/t/g1.err", "no engine");
+  machine.files.Put("/t/g2.err", "of another tourney");
+  Type("reset");
+  EXPECT_FALSE(machine.files.Has("/t/g1.err"));
+  EXPECT_TRUE(machine.files.Has("/t/g2.err"));
+}
+
 TEST_F(TourneyCommands, ResetSavesBeforeAndNotAfter) {
   UseAutoSave();
   Type("reset");

@@ -133,6 +133,19 @@ TEST_F(Collect, TheGamesFilesAreGoneAndTheirNamesForgotten) {
   EXPECT_EQ(GameNumber(2).pgn_file, "");
 }
 
+TEST_F(Collect, AnErrorFileGoesWithAResultAndStaysWithoutOne) {
+  for (int number = 1; number <= 3; ++number)
+    machine.files.Put("/t/g" + std::to_string(number) + ".err", "no engine");
+  PutPgn(1, "1-0");
+  PutPgn(2, "*");
+  machine.files.Put("/t/g3.PGN", "");
+  for (int number = 1; number <= 3; ++number)
+    CollectResult(tourney, number);
+  EXPECT_FALSE(machine.files.Has("/t/g1.err"));
+  EXPECT_TRUE(machine.files.Has("/t/g2.err"));
+  EXPECT_TRUE(machine.files.Has("/t/g3.err"));
+}
+
 TEST_F(Collect, GamesFollowOneAnotherInTheTourneysPgnFile) {
   machine.files.Put("/t/all.pgn", "before\n");
   PutPgn(1, "1-0");

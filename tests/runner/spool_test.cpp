@@ -84,6 +84,15 @@ TEST_F(SpoolGames, SpoolingDeletesAnOldRecordOfTheGame) {
   EXPECT_FALSE(machine.files.Has("/t/g1.PGN"));
 }
 
+TEST_F(SpoolGames, SpoolingDeletesWhatWasWrittenAboutAnEarlierFailure) {
+  AddGames(2);
+  machine.files.Put("/t/g1.err", "no engine");
+  machine.files.Put("/t/g2.err", "no engine");
+  EXPECT_TRUE(Spool(tourney, 1));
+  EXPECT_FALSE(machine.files.Has("/t/g1.err"));
+  EXPECT_TRUE(machine.files.Has("/t/g2.err"));
+}
+
 TEST_F(SpoolGames, ABatchFileThatCannotBeOpenedLeavesTheGameAsItWas) {
   AddGames(1);
   PutPgn(1, "1-0");

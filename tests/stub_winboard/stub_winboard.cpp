@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "command_words.h"
+#include "known_options.h"
 #include "plan.h"
 
 namespace stub {
@@ -26,6 +27,7 @@ constexpr const char* kPauseFile = "stub_pause";
 constexpr const char* kPlayingFile = "stub_playing";
 constexpr const char* kGoFile = "stub_go";
 constexpr const char* kDebugFile = "winboard.debug";
+constexpr int kRefused = 2;  ///< the exit code of a WinBoard that does not understand its words
 constexpr auto kPatience = std::chrono::seconds(30);
 
 using Words = std::vector<std::string>;
@@ -116,13 +118,16 @@ int PlaysSoFar(const std::string& name) {
 
 /// WinBoard writes it to its own directory, or where it is told to.
 std::string DebugFile(const Words& words) {
-  const std::string name = HostName(ValueOf(words, "/debugFile="));
+  const std::string name = HostName(ValueOf(words, "/debugfile="));
   return name.empty() ? kDebugFile : name;
 }
 
-/// What is wrong with the words: an option without which the tourney could not go on.
+/// What is wrong with the words: one that WinBoard does not understand, and every option without
+/// which the tourney could not go on.
 std::string Complaints(const Words& words) {
   std::string complaints;
+  const std::string refusal = Refusal(words);
+  if (!refusal.empty()) complaints += "  " + refusal + "\n";
   for (const char* needed : {"/cp", "/mg", "/debug", "/xexit", "/xpopup", "/autoflag"}) {
     if (!Has(words, needed)) complaints += std::string("  MISSING ") + needed + "\n";
   }
@@ -233,6 +238,20 @@ class Player {
   std::string debug_file_;
 };
 
+/// Whether WinBoard understands its words. When it does not, it says so and does nothing.
+bool Understands(const Words& words) {
+  const std::string refusal = Refusal(words);
+  if (!refusal.empty()) std::cerr << refusal << "\n";
+  return refusal.empty();
+}
+
+int ShowGames(const Words& words) {
+  if (!Understands(words)) return kRefused;
+  for (const std::string& word : words)
+    std::cout << word << "\n";
+  return 0;
+}
+
 int PlayGame(const Words& words) {
   LeaveConsole();
   GameKey key;
@@ -241,6 +260,7 @@ int PlayGame(const Words& words) {
   key.black = EngineName(ValueOf(words, "/scp="));
   key.play = PlaysSoFar(key.name) + 1;
   NoteWords(key, words);
+  if (!Understands(words)) return kRefused;
   WriteFile(kRunningFile, "");
   const int exit_code = Player(key, ReadPlan(key), words).Play();
   Remove(kRunningFile);
@@ -264,7 +284,7 @@ std::string WithLineFeeds(std::string text) {
 }
 
 /// What a script asks for through the shell, in words that every host's shell hands on alike.
-/// Nothing for a game to be played.
+/// False when the words are WinBoard's own.
 bool ServeScript(const Words& words) {
   const std::string file = HostName(ValueOf(words, "/file="));
   const std::string text = WithBlanks(ValueOf(words, "/text="));
@@ -286,9 +306,6 @@ bool ServeScript(const Words& words) {
     std::cout << TextOf(file);
   } else if (Has(words, "/copy")) {
     Copy(file, HostName(ValueOf(words, "/to=")));
-  } else if (Has(words, "/ncp")) {
-    for (const std::string& word : words)
-      std::cout << word << "\n";
   } else {
     return false;
   }
@@ -301,5 +318,6 @@ bool ServeScript(const Words& words) {
 int main(int count, char** words) {
   const std::vector<std::string> given = stub::CommandWords(count, words);
   if (stub::ServeScript(given)) return 0;
+  if (stub::Has(given, "/ncp")) return stub::ShowGames(given);
   return stub::PlayGame(given);
 }

@@ -244,6 +244,34 @@ TEST_F(GameListTest, TheFilesOfAGameAreDeletedAndForgotten) {
   EXPECT_EQ(tourney.Games()[2].pgn_file, "");
 }
 
+TEST_F(GameListTest, TheErrorFileOfAGameLiesBesideItsPgnFile) {
+  AddThree();
+  tourney.settings.files_path = "t\\";
+  EXPECT_EQ(ErrorFileName(tourney, tourney.Games()[1]), "t\\g2.err");
+  tourney.Games()[1].pgn_file = "old\\g2.PGN";
+  EXPECT_EQ(ErrorFileName(tourney, tourney.Games()[1]), "old\\g2.err");
+  tourney.Games()[1].pgn_file = "x";
+  EXPECT_EQ(ErrorFileName(tourney, tourney.Games()[1]), "x.err");
+}
+
+TEST_F(GameListTest, TheErrorFileIsDeletedWithTheFilesOfAGame) {
+  AddThree();
+  GiveFiles("g3");
+  machine.files.Put("g2.err", "");
+  machine.files.Put("g3.err", "");
+  DeleteGameFiles(tourney, tourney.Games()[2]);
+  EXPECT_TRUE(machine.files.Has("g2.err"));
+  EXPECT_FALSE(machine.files.Has("g3.err"));
+}
+
+TEST_F(GameListTest, AGameThatHasNoOtherFileAnyMoreLeavesNoErrorFileWhenItIsRemoved) {
+  AddThree();
+  machine.files.Put("g1.err", "");
+  tourney.Games()[0].status = kReady;
+  RemoveGames(tourney, {.all = true});
+  EXPECT_TRUE(machine.files.FileNames().empty());
+}
+
 TEST_F(GameListTest, FilesThatAreGoneAreForgottenAllTheSame) {
   AddThree();
   GiveFiles("g3");
