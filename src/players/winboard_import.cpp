@@ -101,9 +101,10 @@ void TakeCommand(const Words& words, std::size_t count, PlayerTexts& texts) {
     texts.init_string += (i > 1 ? " " : "") + words[i];
 }
 
-std::string WithSlash(const std::string& word) {
+std::string WithSlash(std::string word) {
   const auto found = std::find(kOptionsWithMinus.begin(), kOptionsWithMinus.end(), word);
-  return found == kOptionsWithMinus.end() ? word : "/" + word.substr(1);
+  if (found != kOptionsWithMinus.end()) word.front() = '/';
+  return word;
 }
 
 bool IsOneOf(const std::string& word, const char* white, const char* black) {
@@ -153,7 +154,7 @@ std::string* ValueForBoth(const std::string& option, PlayerTexts& texts, std::st
 /// their forms for each colour, none twice.
 void TakeNameAndOptions(const Words& words, std::size_t name_words, PlayerTexts& texts) {
   for (std::size_t i = 0; i < name_words; ++i)
-    texts.name += (i > 0 ? " " : "") + WithoutQuotes(words[i]);
+    texts.name.append(i > 0 ? " " : "").append(WithoutQuotes(words[i]));
   std::string command;
   for (std::size_t i = name_words; i < words.size(); ++i) {
     std::string* value = ValueForBoth(words[i], texts, command);
