@@ -4,6 +4,7 @@
 
 #include "base/log.h"
 #include "base/text.h"
+#include "players/text_limit.h"
 
 namespace tarvendo {
 namespace {
@@ -23,6 +24,7 @@ bool PlayerDatabase::CreatePlayer(PlayerTexts texts) {
   if (Player* existing = FindByName(player.texts.name)) {
     MergeOptions(existing->texts.white_options, player.texts.white_options);
     MergeOptions(existing->texts.black_options, player.texts.black_options);
+    CutToLines(existing->texts);
     return true;
   }
   if (player.texts.program_exe.empty()) return false;

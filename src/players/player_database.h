@@ -17,8 +17,9 @@ class PlayerDatabase {
 
   /// Adds a player and prints "Player %s created.\n". A player of that exact name is there already:
   /// nothing is added or printed, the two option texts are merged into it (an empty one is taken
-  /// over, a differing one appended behind a blank). An empty name counts as "PlayerName". False,
-  /// silently, when a new player has no program.
+  /// over, a differing one appended behind a blank), and what is too long then is cut, and said so
+  /// (players/text_limit.h). An empty name counts as "PlayerName". False, silently, when a new
+  /// player has no program.
   bool CreatePlayer(PlayerTexts texts);
 
   /// Deletes the player with that number (1-based) and prints "Player '%s' deleted from player

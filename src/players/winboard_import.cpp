@@ -1,6 +1,7 @@
 #include "players/winboard_import.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 #include <vector>
 
@@ -10,16 +11,23 @@
 #include "base/word_splitter.h"
 #include "platform/files.h"
 #include "players/player_database.h"
+#include "players/text_limit.h"
+#include "players/winboard_options.h"
 
 // WinBoard keeps the engines that it offers for White and for Black in two lists of its
-// configuration. A list is either braced, one engine on each line behind the one with the brace,
+// configuration. A list is either braced, one engine on each line, the first of them, or none,
+// behind the brace,
 //
-//   /firstChessProgramNames={
-//   fairymax /fd="c:\engines\fairymax" /name="Fairy-Max"
+//   /firstChessProgramNames={fairymax /fd="c:\engines\fairymax" /name="Fairy-Max"
 //   "my engine.exe" xboard
+//   "Gamma" -fcp "randy.exe Gamma play" -fd "C:\engines\gamma" -fUCI
 //   }
 //
 // or a quoted value on the line itself: /firstChessProgramNames="one.exe\ntwo.exe".
+//
+// An engine's line begins with its command. Only where an option gives the command, as in the line
+// of Gamma, which WinBoard's own dialog has written, its name stands there: such a line says of one
+// colour what holds for both.
 
 namespace tarvendo {
 namespace {
@@ -41,9 +49,31 @@ constexpr ListNames kFirstList = {EngineList::kFirst, "/firstChessProgramNames",
 constexpr ListNames kSecondList = {EngineList::kSecond, "/secondChessProgramNames", "/sd",
                                    "/secondDirector", &PlayerTexts::black_options};
 
+/// What WinBoard's own dialog writes with "-". Any other word with "-" may be an argument of an
+/// engine.
+constexpr std::array<std::string_view, 13> kOptionsWithMinus = {
+    "-fcp",
+    "-scp",
+    "-fd",
+    "-sd",
+    "-fn",
+    "-sn",
+    "-fUCI",
+    "-sUCI",
+    "-fNoOwnBookUCI",
+    "-sNoOwnBookUCI",
+    "-firstProtocolVersion",
+    "-secondProtocolVersion",
+    "-variant",
+};
+
 std::string_view WithoutLeadingSpace(std::string_view text) {
   text.remove_prefix(std::min(text.find_first_not_of(kWhiteSpace), text.size()));
   return text;
+}
+
+void TrimWhiteSpaceRight(std::string& text) {
+  text.erase(text.find_last_not_of(kWhiteSpace) + 1);
 }
 
 std::string FirstWord(std::string_view text) {
@@ -57,7 +87,7 @@ bool IsOption(const Words& words, std::size_t index) {
   return index > 0 || word.find('/', 1) == std::string::npos;
 }
 
-std::size_t CountCommandWords(const Words& words) {
+std::size_t CountWordsBeforeOptions(const Words& words) {
   std::size_t count = 0;
   while (count < words.size() && !IsOption(words, count))
     ++count;
@@ -71,11 +101,27 @@ void TakeCommand(const Words& words, std::size_t count, PlayerTexts& texts) {
     texts.init_string += (i > 1 ? " " : "") + words[i];
 }
 
+std::string WithSlash(std::string word) {
+  const auto found = std::find(kOptionsWithMinus.begin(), kOptionsWithMinus.end(), word);
+  if (found != kOptionsWithMinus.end()) word.front() = '/';
+  return word;
+}
+
+bool IsOneOf(const std::string& word, const char* white, const char* black) {
+  return EqualsNoCase(word, white) || EqualsNoCase(word, black);
+}
+
+bool GivesCommand(const std::string& word) {
+  return IsOneOf(word, "/fcp", "/scp");
+}
+
+bool IsDirectory(const std::string& option, const ListNames& names) {
+  return BeginsWithNoCase(option, names.short_dir) || BeginsWithNoCase(option, names.long_dir);
+}
+
 /// The text that the option takes as its value; null for one that WinBoard itself is to get.
 std::string* ValueOf(const std::string& option, const ListNames& names, PlayerTexts& texts) {
-  if (BeginsWithNoCase(option, names.short_dir) || BeginsWithNoCase(option, names.long_dir)) {
-    return &texts.dir;
-  }
+  if (IsDirectory(option, names)) return &texts.dir;
   if (BeginsWithNoCase(option, "/group")) return &texts.group;
   if (BeginsWithNoCase(option, "/name")) return &texts.name;
   return nullptr;
@@ -92,6 +138,50 @@ void TakeOptions(const Words& words, std::size_t first, const ListNames& names,
       *value = WithoutQuotes(words[i]);
     }
   }
+  TrimBothSides(others);
+}
+
+/// The same in a line that gives the command by an option: it may be of either colour, and so may
+/// all others.
+std::string* ValueForBoth(const std::string& option, PlayerTexts& texts, std::string& command) {
+  if (GivesCommand(option)) return &command;
+  if (IsOneOf(option, "/fn", "/sn")) return &texts.name;
+  if (IsDirectory(option, kSecondList)) return &texts.dir;
+  return ValueOf(option, kFirstList, texts);
+}
+
+/// Fills the texts from the name in front, the command behind its option, and the other options in
+/// their forms for each colour, none twice.
+void TakeNameAndOptions(const Words& words, std::size_t name_words, PlayerTexts& texts) {
+  for (std::size_t i = 0; i < name_words; ++i)
+    texts.name.append(i > 0 ? " " : "").append(WithoutQuotes(words[i]));
+  std::string command;
+  for (std::size_t i = name_words; i < words.size(); ++i) {
+    std::string* value = ValueForBoth(words[i], texts, command);
+    if (value == nullptr) {
+      const ColourForms forms = FormsOf(words[i]);
+      texts.white_options += " " + forms.white;
+      texts.black_options += " " + forms.black;
+    } else if (++i < words.size()) {
+      *value = WithoutQuotes(words[i]);
+    }
+  }
+  texts.white_options = MissingOptions("", texts.white_options);
+  texts.black_options = MissingOptions("", texts.black_options);
+  const Words command_words = SplitWords(command, {"", "\"'"});
+  TakeCommand(command_words, command_words.size(), texts);
+}
+
+/// What is to be merged into the player who has the name already: options that are there are not
+/// put there again, nor is the blank of a list that has none.
+void LeaveOutOptionsOf(const Player& player, std::string PlayerTexts::*options,
+                       PlayerTexts& texts) {
+  const std::string& stored = player.texts.*options;
+  std::string& added = texts.*options;
+  const bool blank_is_there = added.empty() && stored.ends_with(' ');
+  const std::string missing = MissingOptions(stored, added);
+  const bool nothing_new = blank_is_there || (!added.empty() && missing.empty());
+  added = nothing_new ? stored : missing;
 }
 
 /// "c:\engines\Crafty.EXE" is called "Crafty".
@@ -101,6 +191,21 @@ std::string NameOfProgram(const std::string& program) {
   const bool has_extension = name.size() >= 4 && EqualsNoCase(name.substr(name.size() - 4), ".exe");
   if (has_extension) name.resize(name.size() - 4);
   return name;
+}
+
+/// Creates the player, or merges its options into the one who has the name. What does not fit is
+/// cut, the name before it is looked up.
+void Add(PlayerTexts texts, PlayerDatabase& database) {
+  PlayerTexts name_alone;
+  name_alone.name = Player(texts).texts.name;
+  CutToLines(name_alone);
+  const std::string& name = name_alone.name;
+  texts.name = name;
+  if (const Player* player = database.FindByName(name)) {
+    LeaveOutOptionsOf(*player, &PlayerTexts::white_options, texts);
+    LeaveOutOptionsOf(*player, &PlayerTexts::black_options, texts);
+  }
+  if (database.CreatePlayer(std::move(texts))) CutToLines(database.FindByName(name)->texts);
 }
 
 const ListNames& NamesOf(EngineList list) {
@@ -121,7 +226,7 @@ class Importer {
     const std::string_view value = WithoutLeadingSpace(ValueOnLine(names.option));
     if (!value.starts_with('{')) return ReadQuoted(value, names.list);
     const std::string_view behind_brace = WithoutLeadingSpace(value.substr(1));
-    if (!behind_brace.starts_with('@')) return ReadBraced(names.list);
+    if (!behind_brace.starts_with('@')) return ReadBraced(std::string(behind_brace), names.list);
     ReadIncluded(behind_brace.substr(1), names.list);
     return true;
   }
@@ -145,7 +250,14 @@ class Importer {
     return std::string_view(line_).substr(std::min(option.size() + 1, line_.size()));
   }
 
-  bool ReadBraced(EngineList list) {
+  /// The first engine may stand behind the brace, and so may, behind it, the brace that ends the
+  /// list.
+  bool ReadBraced(std::string first_line, EngineList list) {
+    TrimWhiteSpaceRight(first_line);
+    const bool ends = first_line.ends_with('}');
+    if (ends) first_line.pop_back();
+    ImportEngineLine(first_line, true, list, database_);
+    if (ends) return true;
     while (NextLine()) {
       if (FirstWord(line_) == "}") return true;
       ImportEngineLine(line_, true, list, database_);
@@ -198,15 +310,18 @@ bool ImportWinboardIni(FileSystem& files, const std::string& text, PlayerDatabas
 
 void ImportEngineLine(const std::string& line, bool in_braces, EngineList list,
                       PlayerDatabase& database) {
-  const Words words = SplitWords(WithoutLineFeed(line), {"=;", in_braces ? "\"'" : "'"});
-  const std::size_t command_words = CountCommandWords(words);
+  Words words = SplitWords(WithoutLineFeed(line), {"=;", in_braces ? "\"'" : "'"});
+  std::transform(words.begin(), words.end(), words.begin(), WithSlash);
+  const std::size_t before_options = CountWordsBeforeOptions(words);
   PlayerTexts texts;
-  TakeCommand(words, command_words, texts);
-  TakeOptions(words, command_words, NamesOf(list), texts);
-  TrimBothSides(texts.*NamesOf(list).options);
+  if (std::any_of(words.begin(), words.end(), GivesCommand)) {
+    TakeNameAndOptions(words, before_options, texts);
+  } else {
+    TakeCommand(words, before_options, texts);
+    TakeOptions(words, before_options, NamesOf(list), texts);
+  }
   if (texts.name.empty()) texts.name = NameOfProgram(texts.program_exe);
-  const bool names_nobody = texts.name.empty() && texts.program_exe.empty();
-  if (!names_nobody) database.CreatePlayer(std::move(texts));
+  if (!texts.name.empty() || !texts.program_exe.empty()) Add(std::move(texts), database);
 }
 
 }  // namespace tarvendo

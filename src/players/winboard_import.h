@@ -19,8 +19,11 @@ enum class EngineList {
 bool ImportWinboardIni(FileSystem& files, const std::string& text, PlayerDatabase& database);
 
 /// Adds the engine of one line of such a list, such as `"fairymax" /fd="c:\fmax"
-/// /name="Fairy-Max"`. `in_braces` tells a line of a braced list from one of a quoted one-line
-/// value, in which only the single quote quotes. A line without a program adds nobody.
+/// /name="Fairy-Max"` or `"Gamma" -fcp "randy.exe Gamma play" -fd "C:\gamma" -fUCI`. In the second
+/// form the options are those of both colours, whichever list the line stands in. `in_braces` tells
+/// a line of a braced list from one of a quoted one-line value, in which only the single quote
+/// quotes. A line without a program adds nobody. To a player who is there already, only options are
+/// added that it does not have.
 void ImportEngineLine(const std::string& line, bool in_braces, EngineList list,
                       PlayerDatabase& database);
 

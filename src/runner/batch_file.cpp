@@ -64,10 +64,11 @@ std::string BatchText(const Tourney& tourney, const Game& game) {
   const bool has_sub_round = game.sub_round != 0 && game.sub_round != 1;
   std::string text = Format("@rem Round %d", game.round);
   if (has_sub_round) text += Format("-%d", game.sub_round);
-  text += "\n@if NOT EXIST " + game.pgn_file + " ";
+  const std::string pgn_file = QuotedWhenBlank(game.pgn_file);
+  text += "\n@if NOT EXIST " + pgn_file + " ";
   text += QuotedWhenBlank(settings.winboard_path) + " ";
   text += settings.ponder != 0 ? " /ponder " : " /xponder ";
-  text += "/cp /mg 1 /sgf=" + game.pgn_file + " ";
+  text += "/cp /mg 1 /sgf=" + pgn_file + " ";
   text += TimeOption(settings.time_control) + IncrementOption(settings.time_control);
   text += Format("/mps %d ", settings.time_control.mps);
   text += "/clock /thinking /xlegal ";

@@ -89,6 +89,16 @@ TEST_F(PlayerDatabaseTest, AMergeNeedsNoProgramAndKeepsTheOtherTexts) {
   EXPECT_EQ(texts.white_options, "w w2");
 }
 
+TEST_F(PlayerDatabaseTest, MergedOptionsThatDoNotFitAreCutAndNamed) {
+  EXPECT_TRUE(database.CreatePlayer(Engine("100%s", std::string(200, 'w'), std::string(200, 'b'))));
+  machine.TakeOutput();
+  EXPECT_TRUE(database.CreatePlayer(Engine("100%s", std::string(54, 'x'), std::string(53, 'y'))));
+  EXPECT_EQ(machine.TakeOutput(), "WhiteOptions of player '100%s' cut to 254 characters.\n");
+  const PlayerTexts& texts = database.Players()[0].texts;
+  EXPECT_EQ(texts.white_options, std::string(200, 'w') + " " + std::string(53, 'x'));
+  EXPECT_EQ(texts.black_options, std::string(200, 'b') + " " + std::string(53, 'y'));
+}
+
 TEST_F(PlayerDatabaseTest, NamesThatDifferInCaseAreDifferentPlayers) {
   Create({"Alpha", "ALPHA"});
   EXPECT_EQ(NumbersAndNames(), "1 Alpha\n2 ALPHA\n");

@@ -84,10 +84,10 @@ TEST_F(WinboardImport, ReadsWhatTodaysWinBoardWritesOnWindows) {
       "/saveGameFile=\"games.pgn\"\r\n"
       "/secondChessProgramNames={\r\nGNUChess\r\n}\r\n");
   EXPECT_TRUE(ReadPlayerFile(machine_.files, "winboard.ini", "", database_));
-  // What stands behind the brace on its own line is no engine of the list.
-  EXPECT_EQ(Names(), (Texts{"GNUChess", "GNUChes5 xboard", "my engine"}));
-  EXPECT_EQ(database_.Players()[1].texts.program_exe, "GNUChes5 xboard");
-  const PlayerTexts& last = database_.Players()[2].texts;
+  EXPECT_EQ(Names(), (Texts{"fmax", "GNUChess", "GNUChes5 xboard", "my engine"}));
+  EXPECT_EQ(database_.Players()[0].texts.dir, "Fairy-Max");
+  EXPECT_EQ(database_.Players()[2].texts.program_exe, "GNUChes5 xboard");
+  const PlayerTexts& last = database_.Players()[3].texts;
   EXPECT_EQ(last.program_exe, "my engine.exe");
   EXPECT_EQ(last.init_string, "xboard");
   EXPECT_EQ(last.dir, "my engine dir");
@@ -203,7 +203,7 @@ TEST_F(WinboardImport, ALongLineCountsAsSeveral) {
   const std::string arguments(600 - 2, 'x');
   EXPECT_TRUE(Import("/firstChessProgramNames={\na " + arguments + "\n}\n" + kNoSecond));
   ASSERT_EQ(database_.Players().size(), 2U);
-  EXPECT_EQ(database_.Players()[0].texts.init_string, std::string(508, 'x'));
+  EXPECT_EQ(database_.Players()[0].texts.init_string, std::string(254, 'x'));
   EXPECT_EQ(database_.Players()[1].texts.program_exe, std::string(90, 'x'));
 }
 

@@ -96,6 +96,12 @@ TEST_F(BatchFile, APathOfWinBoardWithoutBlanksIsNotQuoted) {
   EXPECT_TRUE(Says("@if NOT EXIST c:\\t\\g7.PGN winboard.exe  /xponder "));
 }
 
+TEST_F(BatchFile, ANameOfThePgnFileWithABlankIsQuotedInBothPlaces) {
+  game_.pgn_file = "c:\\my games\\g7.PGN";
+  EXPECT_TRUE(Says("\n@if NOT EXIST \"c:\\my games\\g7.PGN\" winboard.exe  /xponder "));
+  EXPECT_TRUE(Says("/mg 1 /sgf=\"c:\\my games\\g7.PGN\" /tc "));
+}
+
 TEST_F(BatchFile, TheOptionsOfTheTourneyStandBeforeTheEnginesWhiteFirst) {
   tourney.settings.white_options = "/w one";
   tourney.settings.black_options = "/b";
