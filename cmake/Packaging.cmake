@@ -6,24 +6,41 @@ include(GNUInstallDirs)
 
 set(packaging ${CMAKE_SOURCE_DIR}/packaging)
 set(pictures pics/full.gif pics/half.gif pics/break.gif)
-set(user_documents docs/architecture.md docs/behaviour.md docs/files.md)
 
 if(WIN32)
   set(host windows)
+  set(line_ends DOS)
   set(portable portable)
 else()
   set(host linux)
+  set(line_ends UNIX)
   # Left out where nobody asks for it by its name, as `cmake --install` does.
   set(portable portable EXCLUDE_FROM_ALL)
 endif()
 
-# The starter tourney with the line ends of the host on which it is edited.
-set(first_tourney ${CMAKE_BINARY_DIR}/packaging/first-tourney.txt)
-if(WIN32)
-  configure_file(${packaging}/first-tourney-windows.txt ${first_tourney} NEWLINE_STYLE DOS @ONLY)
-else()
-  configure_file(${packaging}/first-tourney-linux.txt ${first_tourney} COPYONLY)
-endif()
+# Sets VARIABLE to a copy, called NAME, of the text SOURCE as it is packed: with the line ends of the host on which it is
+# read. More arguments are pairs: a file that the text links to, and where that file lies as seen from the packed text.
+function(packed_text variable source name)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${source})
+  file(READ ${CMAKE_SOURCE_DIR}/${source} text)
+  while(ARGN)
+    list(POP_FRONT ARGN here there)
+    get_filename_component(shown ${there} NAME)
+    string(REPLACE "[${here}]" "[${shown}]" text "${text}")
+    string(REPLACE "](${here})" "](${there})" text "${text}")
+  endwhile()
+  set(copy ${CMAKE_BINARY_DIR}/packaging/${name})
+  file(GENERATE OUTPUT ${copy} CONTENT "${text}" NEWLINE_STYLE ${line_ends})
+  set(${variable} ${copy} PARENT_SCOPE)
+endfunction()
+
+packed_text(first_tourney packaging/first-tourney-${host}.txt first-tourney.txt)
+packed_text(help help/TourneyHelp.txt TourneyHelp.txt)
+set(user_documents "")
+foreach(document architecture behaviour files)
+  packed_text(copy docs/${document}.md docs/${document}.md)
+  list(APPEND user_documents ${copy})
+endforeach()
 
 # Builds all that is installed, and nothing else.
 add_custom_target(packaged DEPENDS tarvendo)
@@ -31,8 +48,8 @@ add_custom_target(packaged DEPENDS tarvendo)
 # --- Portable -------------------------------------------------------------------------------------
 
 install(TARGETS tarvendo RUNTIME DESTINATION . COMPONENT ${portable})
-install(FILES help/TourneyHelp.txt ${first_tourney} DESTINATION . COMPONENT ${portable})
-install(FILES README.md DESTINATION . RENAME README.txt COMPONENT ${portable})
+packed_text(readme README.md README.txt help/TourneyHelp.txt TourneyHelp.txt)
+install(FILES ${readme} ${help} ${first_tourney} DESTINATION . COMPONENT ${portable})
 install(FILES ${pictures} DESTINATION pics COMPONENT ${portable})
 install(FILES ${user_documents} DESTINATION docs COMPONENT ${portable})
 if(WIN32)
@@ -77,14 +94,16 @@ if(NOT WIN32)
   # The real program; its directory, which is not for libraries, is the one that it looks in.
   install(TARGETS tarvendo RUNTIME DESTINATION lib/tarvendo COMPONENT system)
   install(PROGRAMS adapters/xboard/winboard.exe DESTINATION lib/tarvendo COMPONENT system)
-  install(FILES help/TourneyHelp.txt DESTINATION ${data} COMPONENT system)
+  install(FILES ${help} DESTINATION ${data} COMPONENT system)
   install(FILES ${pictures} DESTINATION ${data}/pics COMPONENT system)
   install_link(../../${data}/TourneyHelp.txt lib/tarvendo/TourneyHelp.txt)
   install_link(../../${data}/pics lib/tarvendo/pics)
   install_link(../lib/tarvendo/tarvendo ${CMAKE_INSTALL_BINDIR}/tarvendo)
 
   set(documents ${CMAKE_INSTALL_DATADIR}/doc/tarvendo)
-  install(FILES README.md packaging/copyright DESTINATION ${documents} COMPONENT system)
+  # The documents' directory and the data's lie in the same one, two levels up.
+  packed_text(readme README.md README.md help/TourneyHelp.txt ../../tarvendo/TourneyHelp.txt)
+  install(FILES ${readme} packaging/copyright DESTINATION ${documents} COMPONENT system)
   install(FILES ${user_documents} DESTINATION ${documents}/docs COMPONENT system)
   install(FILES adapters/xboard/README.md DESTINATION ${documents}/docs RENAME xboard.md
           COMPONENT system)

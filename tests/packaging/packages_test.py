@@ -17,6 +17,7 @@ import unittest
 import zipfile
 
 from installation import Installation, ordinary_user, report_lines, run
+from links import dead_links
 
 HERE = pathlib.Path(__file__).resolve().parent
 OPTIONS = argparse.Namespace()
@@ -37,6 +38,16 @@ COMMON_FILES = """README.txt TourneyHelp.txt first-tourney.txt
     pics/break.gif pics/full.gif pics/half.gif""".split()
 FILES_FOR_LINUX = sorted(COMMON_FILES + ["docs/xboard.md", "tarvendo", "winboard.exe"])
 FILES_FOR_WINDOWS = sorted(COMMON_FILES + ["docs/mingw-w64-licences.txt", "tarvendo.exe"])
+
+# What is read with an editor, and where the project has it.
+SOURCES_OF_TEXTS = {
+    "README.txt": "README.md",
+    "TourneyHelp.txt": "help/TourneyHelp.txt",
+    "first-tourney.txt": "packaging/first-tourney-windows.txt",
+    "docs/architecture.md": "docs/architecture.md",
+    "docs/behaviour.md": "docs/behaviour.md",
+    "docs/files.md": "docs/files.md",
+}
 
 TOLD_BY_HELP = "Quit: ends the program"
 
@@ -145,6 +156,9 @@ class DebianPackage(LinuxPackage, unittest.TestCase):
         package, _ = the_package("*.deb")
         run("lintian", "--allow-root", "--fail-on", "error,warning", package)
 
+    def test_no_link_of_its_texts_leads_nowhere(self):
+        self.assertEqual(dead_links(OPTIONS.scratch / "system/usr/share/doc/tarvendo"), [])
+
     def test_it_asks_for_what_it_needs(self):
         package, _ = the_package("*.deb")
         self.assertIn("libstdc++6", run("dpkg-deb", "-f", package, "Depends"))
@@ -184,6 +198,9 @@ class LinuxArchive(LinuxPackage, unittest.TestCase):
             files = sorted(member.name for member in archive if not member.isdir())
         self.assertEqual(files, [f"{name}/{file}" for file in FILES_FOR_LINUX])
 
+    def test_no_link_of_its_texts_leads_nowhere(self):
+        self.assertEqual(dead_links(self.program), [])
+
     def test_a_start_up_tourney_beside_the_program_is_loaded_by_itself(self):
         other = OPTIONS.scratch / "another place"
         shutil.copytree(self.program, other)
@@ -221,10 +238,32 @@ class WindowsArchive(AnyPackage, unittest.TestCase):
                 files = sorted(file for file in archive.namelist() if not file.endswith("/"))
             self.assertEqual(files, [f"{name}/{file}" for file in FILES_FOR_WINDOWS])
 
-    def test_the_starter_script_has_the_line_ends_of_windows(self):
-        script = (self.installed.desk / "first-tourney.txt").read_bytes()
-        self.assertGreater(script.count(b"\n"), 10)
-        self.assertEqual(script.count(b"\r\n"), script.count(b"\n"))
+    def test_its_texts_have_the_line_ends_of_windows(self):
+        for pattern in ("*-windows-x86_64.zip", "*-windows-i686.zip"):
+            for name, text in self.texts(pattern).items():
+                self.assertGreater(text.count(b"\n"), 10, name)
+                self.assertEqual(text.count(b"\r\n"), text.count(b"\n"), name)
+                self.assertNotIn(b"\r\r", text, name)
+
+    def test_its_texts_are_those_of_the_project_but_for_line_ends_and_links(self):
+        texts = self.texts("*-windows-x86_64.zip")
+        for packed, source in SOURCES_OF_TEXTS.items():
+            text = texts[packed].replace(b"\r\n", b"\n")
+            expected = (HERE.parent.parent / source).read_bytes()
+            if packed == "README.txt":
+                expected = expected.replace(b"help/TourneyHelp.txt", b"TourneyHelp.txt")
+            self.assertEqual(text, expected, packed)
+
+    @staticmethod
+    def texts(pattern):
+        package, name = the_package(pattern)
+        with zipfile.ZipFile(package) as archive:
+            return {text: archive.read(f"{name}/{text}") for text in SOURCES_OF_TEXTS}
+
+    def test_no_link_of_its_texts_leads_nowhere(self):
+        for machine in ("x86_64", "i686"):
+            place = OPTIONS.scratch / f"links {machine}"
+            self.assertEqual(dead_links(unpack_zip(f"*-windows-{machine}.zip", place)), [])
 
     def test_both_are_console_programs_that_need_no_library_but_those_of_windows(self):
         for machine in ("x86_64", "i686"):
