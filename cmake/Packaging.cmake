@@ -35,6 +35,7 @@ install(FILES help/TourneyHelp.txt ${first_tourney} DESTINATION . COMPONENT ${po
 install(FILES README.md DESTINATION . RENAME README.txt COMPONENT ${portable})
 install(FILES ${pictures} DESTINATION pics COMPONENT ${portable})
 install(FILES ${user_documents} DESTINATION docs COMPONENT ${portable})
+install(FILES docs/table.png DESTINATION docs COMPONENT ${portable})
 if(WIN32)
   # Pieces of MinGW-w64 are linked into the program; their licences want to be handed on with it.
   find_file(TARVENDO_MINGW_LICENCES copyright PATHS /usr/share/doc/mingw-w64-common
@@ -86,6 +87,7 @@ if(NOT WIN32)
   set(documents ${CMAKE_INSTALL_DATADIR}/doc/tarvendo)
   install(FILES README.md packaging/copyright DESTINATION ${documents} COMPONENT system)
   install(FILES ${user_documents} DESTINATION ${documents}/docs COMPONENT system)
+  install(FILES docs/table.png DESTINATION ${documents}/docs COMPONENT system)
   install(FILES adapters/xboard/README.md DESTINATION ${documents}/docs RENAME xboard.md
           COMPONENT system)
   install(FILES ${first_tourney} DESTINATION ${documents}/examples COMPONENT system)
