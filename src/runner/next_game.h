@@ -16,7 +16,10 @@ Game* NextGameToRun(Tourney& tourney, BracketList& brackets);
 /// What is done after every finished game: the log is cut down, the tourney saved (AutoSave), and
 /// in a Swiss tourney whose round is complete Rounds and the current round are brought up to date.
 /// Then either the tourney is finished ("Tourney finished.\n", AutoRun goes off) or, with AutoRun
-/// on, the next round is paired. The last round is only ever paired by the user's own command.
+/// on, the next round is paired. A round whose last result was collected, with its table, is no
+/// longer the current one here, so it is NextGameToRun that pairs the round behind it, the last one
+/// too. Only when that game left no PGN, or table.htm could not be written, is it still current:
+/// then the last round is taken for played, and the tourney ends without it.
 void NextRound(Tourney& tourney, BracketList& brackets);
 
 /// Saves to the autosave file; prints "Saving tourney failed!\n" when that fails.

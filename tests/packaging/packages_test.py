@@ -34,7 +34,7 @@ Rank|No  |Name     |1|2|3|Pts |S-B  |
 """.splitlines()
 
 COMMON_FILES = """README.txt TourneyHelp.txt first-tourney.txt
-    docs/architecture.md docs/behaviour.md docs/files.md
+    docs/architecture.md docs/behaviour.md docs/files.md docs/table.png
     pics/break.gif pics/full.gif pics/half.gif""".split()
 FILES_FOR_LINUX = sorted(COMMON_FILES + ["docs/xboard.md", "tarvendo", "winboard.exe"])
 FILES_FOR_WINDOWS = sorted(COMMON_FILES + ["docs/mingw-w64-licences.txt", "tarvendo.exe"])
