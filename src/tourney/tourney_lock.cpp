@@ -6,14 +6,14 @@ namespace tarvendo {
 
 void TourneyLock::lock() {
   std::unique_lock guard(mutex_);
-  changed_.wait(guard, [this] { return !held_ || broken_; });
+  changed_.wait(guard, [this] { return holder_ == std::thread::id{} || broken_; });
   if (broken_) throw Terminated("a thread has died while it worked on the tourney");
-  held_ = true;
+  holder_ = std::this_thread::get_id();
 }
 
 void TourneyLock::unlock() {
   const std::lock_guard guard(mutex_);
-  held_ = false;
+  holder_ = {};
   changed_.notify_all();
 }
 
@@ -25,7 +25,8 @@ void TourneyLock::Break() {
 
 void TourneyLock::AwaitRelease(std::chrono::milliseconds span) {
   std::unique_lock guard(mutex_);
-  changed_.wait_for(guard, span, [this] { return !held_; });
+  const auto own = std::this_thread::get_id();
+  changed_.wait_for(guard, span, [&] { return holder_ == std::thread::id{} || holder_ == own; });
 }
 
 }  // namespace tarvendo

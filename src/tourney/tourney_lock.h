@@ -3,6 +3,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <thread>
 
 namespace tarvendo {
 
@@ -19,14 +20,15 @@ class TourneyLock {
   /// Makes every present and later lock() throw.
   void Break();
 
-  /// Waits until nobody holds the lock, but at the most for `span`: a thread that died with it
-  /// never gives it back.
+  /// Waits until no other thread holds the lock, but at the most for `span`: a thread that died
+  /// with it never gives it back. Returns at once when the calling thread holds it itself, as one
+  /// does that has just survived a fault.
   void AwaitRelease(std::chrono::milliseconds span);
 
  private:
   std::mutex mutex_;
   std::condition_variable changed_;
-  bool held_ = false;
+  std::thread::id holder_;  ///< none while the lock is free
   bool broken_ = false;
 };
 

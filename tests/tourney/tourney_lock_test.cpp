@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <mutex>
 #include <thread>
 
@@ -52,6 +53,29 @@ TEST(TourneyLock, AFreeLockCanBeBrokenToo) {
   TourneyLock lock;
   lock.Break();
   EXPECT_THROW(lock.lock(), Terminated);
+}
+
+TEST(TourneyLock, NobodyWaitsForHimself) {
+  constexpr std::chrono::seconds kSpan{5};
+  TourneyLock lock;
+  const std::lock_guard guard(lock);
+  const auto start = std::chrono::steady_clock::now();
+  lock.AwaitRelease(kSpan);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, kSpan);
+}
+
+TEST(TourneyLock, AnotherThreadIsWaitedForButNotForEver) {
+  constexpr std::chrono::milliseconds kSpan{1};
+  TourneyLock lock;
+  const std::lock_guard guard(lock);
+  std::chrono::steady_clock::duration waited{};
+  std::thread other([&] {
+    const auto start = std::chrono::steady_clock::now();
+    lock.AwaitRelease(kSpan);
+    waited = std::chrono::steady_clock::now() - start;
+  });
+  other.join();
+  EXPECT_GE(waited, kSpan);
 }
 
 }  // namespace
