@@ -9,7 +9,7 @@
 namespace tarvendo {
 namespace {
 
-constexpr std::chrono::milliseconds kPollInterval{2000};
+constexpr std::chrono::milliseconds kTimerInterval{2000};
 
 }  // namespace
 
@@ -23,7 +23,7 @@ std::chrono::milliseconds RunnerTimer::Pass() {
   } else if (tourney_.Switch().TakeStopTime(now)) {
     StopRunner(tourney_);
   }
-  return kPollInterval;
+  return kTimerInterval;
 }
 
 }  // namespace tarvendo

@@ -21,9 +21,9 @@ std::string Unknown(const std::string& word) {
 }
 
 constexpr const char* kNoneRemoved = "No games removed, because you didn't specify one!\n";
-constexpr const char* kResultChoices =
+constexpr const char* kTheResults =
     "Possible choices:\n1-0     = white win\n1/2-1/2 = draw\n0-1     = black win\n";
-constexpr const char* kStatusChoices =
+constexpr const char* kTheStatuses =
     "Possible choices:\n0 = NOTHING DONE\n1 = SPOOLED\n2 = READY\n";
 constexpr const char* kNoSuchName = "Please notice that names are case sensitive.\n";
 
@@ -91,8 +91,8 @@ TEST_F(BadInput, AnOptionWithoutItsValueChoosesNothing) {
                  {"set ponder", "You want ponder on or off?\n"},
                  {"set timecontrol", "Time control: <Moves per sesion> <Time> <Inc>\n"},
                  {"set subrounds", "How about specifying a value, too?\n"},
-                 {"game 1 res", std::string("You didn't specify result.\n") + kResultChoices},
-                 {"game 1 sta", std::string("You didn't specify status.\n") + kStatusChoices},
+                 {"game 1 res", std::string("You didn't specify result.\n") + kTheResults},
+                 {"game 1 sta", std::string("You didn't specify status.\n") + kTheStatuses},
                  {"player 1 name", "You must specify a name!\n"},
                  {"player 2 exe", "You must specify the program exe!\n"},
                  {"deleteplayer", "Deleting player failed!\n"},
@@ -105,8 +105,8 @@ TEST_F(BadInput, AWordInPlaceOfANumberIsRefused) {
   ExpectRefused(
       {{"game x", "Game number expected, 'x' found.\n"},
        {"game 1.5", "Game number expected, '1.5' found.\n"},
-       {"game 1 res x", std::string("I don't understand the result 'x'.\n") + kResultChoices},
-       {"game 1 sta 02", std::string("I don't understand the status '02'.\n") + kStatusChoices},
+       {"game 1 res x", std::string("I don't understand the result 'x'.\n") + kTheResults},
+       {"game 1 sta 02", std::string("I don't understand the status '02'.\n") + kTheStatuses},
        {"player x", "Can't find player number 0.\n"},
        {"player 1x dir here", "Can't find player number 0.\n"},
        {"removegames -pla x", kNoneRemoved},

@@ -21,7 +21,7 @@
 namespace tarvendo {
 namespace {
 
-constexpr std::int64_t kBudget = 1'000'000;
+constexpr std::int64_t kLiteralBudget = 1'000'000;
 
 /// The driver step by step, telling what it would print.
 class LiteralDriver {
@@ -45,7 +45,7 @@ class LiteralDriver {
   enum class Outcome { kPaired, kFailed, kNoBrackets };
 
   Outcome Try(const Tourney& tourney, const PairingField& field, int width, int mode) {
-    literal::BracketList list(field, kBudget);
+    literal::BracketList list(field, kLiteralBudget);
     if (!list.CreateBrackets(width, mode)) {
       text_ += "Can't create brackets. Maybe there are still games to be played?\n";
       return Outcome::kNoBrackets;

@@ -7,7 +7,7 @@
 namespace tarvendo {
 namespace {
 
-constexpr const char* kHeader = "one\ntwo\nthree\nfour\nfive\n";
+constexpr const char* kFirstLines = "one\ntwo\nthree\nfour\nfive\n";
 constexpr const char* kPath = "/t\\winboard.debug";
 
 class DebugFile : public ::testing::Test {
@@ -18,7 +18,7 @@ class DebugFile : public ::testing::Test {
 
   /// The look at a file that holds only the header and `text`.
   DebugNews NewsOf(const std::string& text) {
-    files_.Put(kPath, kHeader + text);
+    files_.Put(kPath, kFirstLines + text);
     watch_.Begin(kPath);
     return Look();
   }
@@ -76,7 +76,7 @@ TEST_F(DebugFile, EveryOtherNumberEndsTheGame) {
 TEST_F(DebugFile, OnlyWhatIsNewIsRead) {
   EXPECT_EQ(NewsOf("nothing yet\n"), DebugNews::kStillOpen);
   // What has been read is changed behind the watch's back, to the same length.
-  files_.Put(kPath, std::string(kHeader) + "gameends!!!\n");
+  files_.Put(kPath, std::string(kFirstLines) + "gameends!!!\n");
   EXPECT_EQ(Look(), DebugNews::kStillOpen);
   files_.PutMore(kPath, "gameends\n");
   EXPECT_EQ(Look(), DebugNews::kGameOver);
