@@ -45,7 +45,7 @@ step_name=
 # begin_steps: from here on steps are measured. Returns whether the table is this script's own.
 begin_steps() {
   [ -z "$steps" ] || return 1
-  steps=$root/build-steps.txt
+  steps=$root/build-steps.log
   : >"$steps"
   TARVENDO_STEPS=$steps
   export TARVENDO_STEPS
