@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include "base/log.h"
+#include "platform/file_watch.h"
 #include "platform/scratch_directory.h"
 #include "report_tourney.h"
 #include "tourney/game_list.h"
@@ -29,7 +30,8 @@ class DiscardingLog {
   std::unique_ptr<FileSystem> files_ = MakeFileSystem();
   std::unique_ptr<Processes> processes_ = MakeProcesses();
   std::unique_ptr<Clock> clock_ = MakeClock();
-  Host host_{*files_, *processes_, *clock_};
+  std::unique_ptr<FileWatches> watches_ = MakeFileWatches();
+  Host host_{*files_, *processes_, *clock_, *watches_};
   Log log_{host_, [](const std::string&) {}, [](const std::string&) {}};
 };
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/clock.h"
+#include "platform/file_watch.h"
 #include "platform/files.h"
 #include "platform/processes.h"
 #include "tourney/tourney.h"
@@ -65,7 +66,8 @@ class ReportTourney {
   std::unique_ptr<FileSystem> files_ = MakeFileSystem();
   std::unique_ptr<Processes> processes_ = MakeProcesses();
   std::unique_ptr<Clock> clock_ = MakeClock();
-  Host host_{*files_, *processes_, *clock_};
+  std::unique_ptr<FileWatches> watches_ = MakeFileWatches();
+  Host host_{*files_, *processes_, *clock_, *watches_};
 
  public:
   Tourney tourney{host_, "/no-such-directory/"};

@@ -104,7 +104,7 @@ void GameRunner::StartGame(Game& game) {
   // What is being played must be known to the next start, or it would play the game a second time.
   if (tourney_.settings.auto_save != 0) AutoSave(tourney_);
   // A batch file that does not start leaves no debug file, which the next pass reports.
-  tourney_.GetHost().processes.StartBatch(game.bat_file);
+  batch_ = tourney_.GetHost().processes.StartBatch(game.bat_file, nullptr);
   played_ = {game.number, game.white_player, game.black_player, tourney_.settings.files_path};
   has_waited_for_pgn_ = false;
   silent_passes_ = 0;
@@ -129,7 +129,7 @@ milliseconds GameRunner::WatchPass() {
 }
 
 bool GameRunner::HasDiedSilently() {
-  const bool is_running = tourney_.GetHost().processes.AnyBatchRunning();
+  const bool is_running = batch_ && tourney_.GetHost().processes.IsRunning(*batch_);
   silent_passes_ = is_running ? 0 : silent_passes_ + 1;
   return silent_passes_ > kPassesForTheDead;
 }

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 #include <string>
 
+#include "platform/processes.h"
 #include "runner/debug_watch.h"
 
 namespace tarvendo {
@@ -59,7 +61,8 @@ class GameRunner {
   Phase phase_ = Phase::kIdle;
   DebugWatch watch_;
   PlayedGame played_;
-  int busy_counter_ = 0;  ///< tries until the message about a held debug file comes again
+  std::optional<BatchId> batch_;  ///< what was started for it
+  int busy_counter_ = 0;          ///< tries until the message about a held debug file comes again
   bool has_waited_for_pgn_ = false;
   int silent_passes_ = 0;  ///< passes since WinBoard has ended without telling of the game's end
   bool is_idle_ = false;

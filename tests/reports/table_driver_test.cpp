@@ -79,7 +79,7 @@ TEST_F(TableDriver, AFileThatCannotBeOpenedIsAMessageAndNothingIsComputed) {
 }
 
 TEST_F(TableDriver, ADirectoryOfThatNameIsAMessage) {
-  machine.files.MakeDirectory("/t/table.htm");
+  machine.files.PutDirectory("/t/table.htm");
   tourney.settings.files_path = "/t/";
   EXPECT_FALSE(WriteTable(tourney, "", TextTableDefaults()));
   EXPECT_EQ(machine.TakeOutput(), "Can't open file /t/table.htm!\n");

@@ -352,7 +352,7 @@ class PowerCutWhileCollecting : public ::testing::TestWithParam<bool> {
   /// False when the power went.
   bool CollectUntil(int operations) {
     MortalFileSystem files(before_->machine.files, operations);
-    Host host{files, before_->machine.processes, before_->machine.clock};
+    Host host{files, before_->machine.processes, before_->machine.clock, before_->machine.watches};
     Tourney tourney(host, "/nowhere/");
     EXPECT_TRUE(tourney.Load("/t/tourney.ini"));
     try {

@@ -24,7 +24,6 @@ class PlayGames : public ::testing::Test, protected SmallTourney {
     AddGames(2);
     SpoolAll(tourney);
     tourney.Switch().SetRunning(true);
-    machine.processes.batch_running = true;
     machine.processes.on_batch = [this](const std::string&) {
       machine.files.Put("/t/winboard.debug", kHeader);
       return true;
@@ -381,7 +380,7 @@ TEST_F(PlayGames, AGameCollectedByTheUserMeanwhileIsNotAnnouncedAgain) {
 
 TEST_F(PlayGames, AWinBoardThatDiedInSilenceIsGivenAMinute) {
   PlayFirstGame();
-  machine.processes.batch_running = false;
+  machine.processes.EndOf(1);
   for (int i = 0; i < 30; ++i)
     EXPECT_EQ(Pass(), 2000);
   EXPECT_EQ(Pass(), 7000);
@@ -391,7 +390,7 @@ TEST_F(PlayGames, AWinBoardThatDiedInSilenceIsGivenAMinute) {
 
 TEST_F(PlayGames, AWinBoardThatDiedAfterWritingItsRecordLosesNothing) {
   PlayFirstGame();
-  machine.processes.batch_running = false;
+  machine.processes.EndOf(1);
   PutPgn(1, "1-0");
   Passes(31);
   EXPECT_EQ(GameNumber(1).result, kWhiteWins);

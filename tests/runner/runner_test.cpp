@@ -69,7 +69,6 @@ TEST_F(RunnerThreads, EndInTheMiddleOfAGameWhichGoesOnByItself) {
   SpoolAll(tourney);
   tourney.Switch().SetRunning(true);
   std::atomic<bool> started = false;
-  machine.processes.batch_running = true;
   machine.processes.on_batch = [&](const std::string&) {
     machine.files.Put("/t/winboard.debug", "1\n");
     started = true;

@@ -12,6 +12,7 @@
 #include "fakes/manual_clock.h"
 #include "fakes/memory_file_system.h"
 #include "fakes/scripted_processes.h"
+#include "fakes/scripted_watches.h"
 #include "platform/faults.h"
 #include "platform/host.h"
 #include "platform/scratch_directory.h"
@@ -44,7 +45,7 @@ class Emergency : public testing::Test {
     if (dup2(console, STDOUT_FILENO) != STDOUT_FILENO) std::_Exit(3);
     directory_.Put("script", script);
     files_.cursed.insert("cursed.ini");
-    Host host{files_, processes_, clock_};
+    Host host{files_, processes_, clock_, watches_};
     const int code = RunProgram(host, {directory_.Path() + "/script"});
     if (code != 1) std::_Exit(4);
     std::_Exit(files_.Has(file) ? 0 : 2);
@@ -61,6 +62,7 @@ class Emergency : public testing::Test {
   BuggyFiles files_;
   ScriptedProcesses processes_{files_};
   ManualClock clock_;
+  ScriptedWatches watches_;
 };
 
 using EmergencyDeathTest = Emergency;
