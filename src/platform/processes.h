@@ -43,8 +43,10 @@ class Processes {
   /// Whether the process that was started with that id (not those that it has started) still runs.
   virtual bool IsRunning(BatchId batch) = 0;
 
-  /// Ends a started batch file with everything that it has started and that still belongs to it.
-  /// What does not end when it is asked to is killed a moment later. Does not wait for that.
+  /// Ends a started batch file with everything that it has started and that still belongs to it: on
+  /// Linux to its process group or to those that hold its lock, on Windows to its job. On Linux all
+  /// of them are asked to end, and what is left two seconds later is killed; on Windows they are
+  /// ended at once. Does not wait for that.
   virtual void EndBatch(BatchId batch) = 0;
 
   /// Has `on_end` called whenever a started batch file has ended and been reaped, on a thread of

@@ -16,8 +16,6 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// What is asked to end gets so long for it.
-constexpr milliseconds kGrace{2000};
 /// What starts others while it is killed is killed again.
 constexpr milliseconds kBetweenKills{100};
 constexpr int kMostKills = 20;
@@ -165,7 +163,7 @@ void BatchWatch::AskThoseToEnd() {
   }
   for (const BatchId id : asked) {
     if (!Signal(OriginOf(id), SIGTERM)) continue;
-    endings_.push_back({id, 0, std::chrono::steady_clock::now() + kGrace});
+    endings_.push_back({id, 0, std::chrono::steady_clock::now() + grace_});
   }
 }
 

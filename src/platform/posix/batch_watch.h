@@ -22,7 +22,8 @@ namespace tarvendo {
 /// reaps them, tells the listener, and ends those that are to be ended. Any thread, but for Start.
 class BatchWatch {
  public:
-  BatchWatch() = default;
+  /// What is asked to end gets `grace` for it.
+  explicit BatchWatch(std::chrono::milliseconds grace) : grace_(grace) {}
   /// The batch files go on; but what is to be ended is killed at once.
   ~BatchWatch();
   BatchWatch(const BatchWatch&) = delete;
@@ -77,19 +78,20 @@ class BatchWatch {
   Origin OriginOf(BatchId batch);
   bool Signal(const Origin& origin, int signal);
 
+  const std::chrono::milliseconds grace_;
   std::mutex starting_;
 
   std::mutex mutex_;
-  bool is_over_ = false;                ///< guarded by mutex_, like those up to asked_
+  bool is_over_ = false;  ///< guarded by mutex_, like those up to asked_
   BatchId last_id_ = 0;
   std::map<BatchId, Origin> origins_;
-  std::list<Running> running_;          ///< only the thread takes one out
-  std::vector<BatchId> asked_;          ///< to be ended, not yet seen by the thread
+  std::list<Running> running_;  ///< only the thread takes one out
+  std::vector<BatchId> asked_;  ///< to be ended, not yet seen by the thread
 
   std::mutex telling_;
-  std::function<void()> listener_;      ///< guarded by telling_
+  std::function<void()> listener_;  ///< guarded by telling_
 
-  std::vector<Ending> endings_;         ///< the thread's own
+  std::vector<Ending> endings_;  ///< the thread's own
 
   WakeUp wake_up_;
   std::thread thread_;

@@ -8,7 +8,9 @@
 
 #include <cctype>
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
+#include <thread>
 #include <utility>
 
 #include "platform/posix/descriptor.h"
@@ -17,11 +19,13 @@
 namespace tarvendo {
 namespace {
 
-/// Scripts use the descriptors below 10 for themselves: one of them would drop a lock that lies there.
+/// Scripts use the descriptors below 10 for themselves: one of them would drop a lock that lies
+/// there.
 constexpr int kFirstDescriptor = 64;
 
-/// So often, and then somebody is taken to hold it.
-constexpr int kTries = 100;
+/// So often another way is tried, and then somebody is taken to hold it.
+constexpr int kTries = 1000;
+constexpr int kQuickTries = 20;
 
 bool FileOf(const Descriptor& file, struct stat& status) {
   return file.IsOpen() && fstat(file.Get(), &status) == 0 && S_ISREG(status.st_mode);
@@ -45,14 +49,19 @@ bool TakeLock(const Descriptor& file, int kind) {
 enum class Taken { kYes, kHeld, kImpossible };
 
 /// A look (IsLocked) shares the lock for a moment and must not be mistaken for a holder: only where
-/// the lock cannot even be shared somebody really holds it.
+/// the lock cannot even be shared somebody really holds it. Who looks may have been put to sleep in
+/// the middle of it, so it gets a second at the most.
 Taken TakeWholeLock(const Descriptor& file) {
   for (int i = 0; i < kTries; ++i) {
     if (TakeLock(file, LOCK_EX)) return Taken::kYes;
     if (errno != EWOULDBLOCK) return Taken::kImpossible;
     if (!TakeLock(file, LOCK_SH)) return errno == EWOULDBLOCK ? Taken::kHeld : Taken::kImpossible;
     flock(file.Get(), LOCK_UN);
-    sched_yield();
+    if (i < kQuickTries) {
+      sched_yield();
+    } else {
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
   }
   return Taken::kHeld;
 }

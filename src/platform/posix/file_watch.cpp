@@ -179,7 +179,8 @@ void InotifyWatches::Take(const inotify_event& event, std::set<Entry*>& told) {
     if (!is_lost && number != event.wd) continue;
     // Without a name the directory itself has gone.
     auto range = std::pair(entries.begin(), entries.end());
-    if (!is_lost && event.len > 0) range = entries.equal_range(static_cast<const char*>(event.name));
+    if (!is_lost && event.len > 0)
+      range = entries.equal_range(static_cast<const char*>(event.name));
     for (auto entry = range.first; entry != range.second; ++entry) {
       told.insert(entry->second);
     }

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <mutex>
 #include <optional>
@@ -27,6 +28,9 @@
 
 namespace tarvendo {
 namespace {
+
+/// What is to end with its batch file gets so long to do it by itself.
+constexpr std::chrono::milliseconds kGrace{2000};
 
 /// Whether the child has ended; it is reaped then.
 bool HasEnded(pid_t child) {
@@ -195,7 +199,7 @@ class PosixProcesses : public Processes {
     return ForkBatch(BatchChild(ParseBatch(text), ExecutableDirectory(), SearchPath()), lock);
   }
 
-  BatchWatch batches_;
+  BatchWatch batches_{kGrace};
 };
 
 }  // namespace
