@@ -1,5 +1,5 @@
-// The lock of a file is a handle that lets others read, but neither write nor delete. A process that
-// has inherited the handle holds it as well.
+// The lock of a file is a handle that lets others read, but neither write nor delete. A process
+// that has inherited the handle holds it as well.
 #include "platform/windows/file_lock.h"
 
 #include <windows.h>
@@ -26,9 +26,7 @@ class WindowsLockedFile : public LockedFile {
            WriteAll(file_.Get(), WithCrLf(text)) && SetEndOfFile(file_.Get()) != 0;
   }
 
-  std::intptr_t HostHandle() const override {
-    return reinterpret_cast<std::intptr_t>(file_.Get());
-  }
+  std::intptr_t HostHandle() const override { return reinterpret_cast<std::intptr_t>(file_.Get()); }
 
  private:
   Handle file_;

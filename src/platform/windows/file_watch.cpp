@@ -54,9 +54,9 @@ class Reading {
   /// Asks for the next news. False when there will be none any more.
   bool Ask() {
     overlapped_ = OVERLAPPED{};
-    is_pending_ = ReadDirectoryChangesW(directory_.Get(), buffer_.data(),
-                                        static_cast<DWORD>(buffer_.size()), FALSE, kChanges,
-                                        nullptr, &overlapped_, nullptr) != 0;
+    is_pending_ =
+        ReadDirectoryChangesW(directory_.Get(), buffer_.data(), static_cast<DWORD>(buffer_.size()),
+                              FALSE, kChanges, nullptr, &overlapped_, nullptr) != 0;
     return is_pending_;
   }
 

@@ -2,6 +2,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -96,9 +97,10 @@ TEST_F(BatchLock, TheGameGoesOnWhenTheProgramGoes) {
 }
 
 TEST_F(BatchLock, AScriptThatUsesTheSmallDescriptorsItselfStillHoldsIt) {
-  const BatchId batch = Start(MakeProgram(
-      "script", "exec 3>$D/three 4>$D/four 5>$D/five 6>$D/six 7>$D/seven 8>$D/eight 9>$D/nine\n"
-                "echo > $D/ready; while [ -e $D/wait ]; do sleep 0.01; done\n"));
+  const BatchId batch = Start(
+      MakeProgram("script",
+                  "exec 3>$D/three 4>$D/four 5>$D/five 6>$D/six 7>$D/seven 8>$D/eight 9>$D/nine\n"
+                  "echo > $D/ready; while [ -e $D/wait ]; do sleep 0.01; done\n"));
   claim_.file.reset();
   AwaitFile("ready");
   EXPECT_TRUE(files_->IsLocked(path_));
@@ -190,9 +192,10 @@ TEST_F(BatchLock, EndingTheGameReachesWhatHasLeftItsGroupAndKeepsTheLock) {
 
 TEST_F(BatchLock, WhoOnlyReadsTheClaimIsLeftAlone) {
   const BatchId batch = Start(MakeProgram("plays", "while :; do sleep 0.01; done\n"));
-  const std::string reader = MakeProgram(
-      "reader", "exec < $D/g1.run; echo > $D/reads; while [ -e $D/wait ]; do sleep 0.01; done\n"
-                "echo > $D/read\n");
+  const std::string reader =
+      MakeProgram("reader",
+                  "exec < $D/g1.run; echo > $D/reads; while [ -e $D/wait ]; do sleep 0.01; done\n"
+                  "echo > $D/read\n");
   directory_.Put("g2.BAT", reader + "\n");
   const auto reading = processes_->StartBatch(directory_.File("g2.BAT"), nullptr);
   AwaitFile("reads");
@@ -208,7 +211,8 @@ TEST_F(BatchLock, WhoOnlyReadsTheClaimIsLeftAlone) {
 
 TEST_F(BatchLock, TheGameIsAskedToEndBeforeItIsKilled) {
   const BatchId batch = Start(MakeProgram(
-      "polite", "trap 'echo > $D/asked; exit 0' TERM; echo > $D/ready\nwhile :; do sleep 0.01; done\n"));
+      "polite",
+      "trap 'echo > $D/asked; exit 0' TERM; echo > $D/ready\nwhile :; do sleep 0.01; done\n"));
   AwaitFile("ready");
   processes_->EndBatch(batch);
   AwaitEnd(batch);
@@ -220,9 +224,10 @@ class DeafGame : public BatchLock {
  protected:
   DeafGame() {
     EXPECT_TRUE(watch_.Start());
-    std::string program = MakeProgram(
-        "deaf", "trap '' TERM; setsid sh -c 'trap \"\" TERM; echo > \"$0\"/ready; while [ -e "
-                "\"$0\"/wait ]; do sleep 0.01; done' \"$D\" & wait\n");
+    std::string program =
+        MakeProgram("deaf",
+                    "trap '' TERM; setsid sh -c 'trap \"\" TERM; echo > \"$0\"/ready; while [ -e "
+                    "\"$0\"/wait ]; do sleep 0.01; done' \"$D\" & wait\n");
     ChildSetup setup;
     setup.LeaveProcessGroup();
     setup.HandOn(static_cast<int>(claim_.file->HostHandle()));
@@ -242,6 +247,29 @@ TEST_F(DeafGame, WhatDoesNotEndByItselfIsKilledWithAllThatHoldsTheLock) {
     std::this_thread::yield();
   }
   AwaitFree();
+}
+
+TEST_F(BatchLock, AGameIsSeenToEndWhereTheKernelDoesNotTellOfIt) {
+  std::string program = MakeProgram("plays", "while [ -e $D/wait ]; do sleep 0.01; done\n");
+  const std::array<char*, 2> arguments = {program.data(), nullptr};
+  ChildSetup setup;
+  setup.LeaveProcessGroup();
+  BatchWatch watch{std::chrono::milliseconds(1)};
+  ASSERT_TRUE(watch.Start());
+  const auto child = setup.Spawn(arguments.data());
+  ASSERT_TRUE(child.has_value());
+  rlimit before{};
+  ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+  const rlimit none{3, before.rlim_max};
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+  const BatchId batch = watch.Add(*child, std::nullopt);
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
+  EXPECT_TRUE(watch.IsRunning(batch));
+  std::filesystem::remove(Host("wait"));
+  while (watch.IsRunning(batch)) {
+    std::this_thread::yield();
+  }
+  EXPECT_EQ(waitpid(*child, nullptr, WNOHANG), -1) << "it is reaped";
 }
 
 TEST(DeafGameAtTheEnd, WhatWasToEndIsKilledBeforeTheProgramGoes) {

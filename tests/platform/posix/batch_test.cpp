@@ -61,6 +61,10 @@ class ChildEnds {
   struct sigaction before_ {};
 };
 
+std::ptrdiff_t OpenDescriptors() {
+  return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+}
+
 bool HasNoChildLeft() {
   return waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD;
 }
@@ -216,6 +220,8 @@ TEST_F(Batch, ARunningGameIsSeenAndReapedWhenItEnds) {
 
 TEST_F(Batch, EveryGameIsReapedAndToldWithoutAnotherStart) {
   directory_.Put("g1.BAT", "true");
+  Run("true");  // Now the thread that watches them is there.
+  const auto open_before = OpenDescriptors();
   std::vector<BatchId> batches;
   for (int game = 0; game < 5; ++game) {
     const auto batch = processes_->StartBatch(directory_.File("g1.BAT"), nullptr);
@@ -227,6 +233,7 @@ TEST_F(Batch, EveryGameIsReapedAndToldWithoutAnotherStart) {
   }
   EXPECT_TRUE(HasNoChildLeft());
   EXPECT_EQ(std::set<BatchId>(batches.begin(), batches.end()).size(), 5U);
+  EXPECT_EQ(OpenDescriptors(), open_before);
 }
 
 TEST_F(Batch, ABatchOfRemarksEndsAtOnce) {
