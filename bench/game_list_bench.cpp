@@ -51,7 +51,7 @@ void RemoveAllGames(benchmark::State& state) {
     ReportTourney report(Participants(state), kSwiss);
     Fill(report, state);
     state.ResumeTiming();
-    benchmark::DoNotOptimize(RemoveGames(report.tourney, {.all = true}));
+    benchmark::DoNotOptimize(RemoveGames(report.tourney, report.host.files, {.all = true}));
   }
 }
 
@@ -63,7 +63,8 @@ void RemoveSomeGames(benchmark::State& state) {
     ReportTourney report(Participants(state), kSwiss);
     Fill(report, state);
     state.ResumeTiming();
-    benchmark::DoNotOptimize(RemoveGames(report.tourney, {.result = kWhiteWins}));
+    benchmark::DoNotOptimize(
+        RemoveGames(report.tourney, report.host.files, {.result = kWhiteWins}));
   }
 }
 
@@ -74,7 +75,7 @@ void RemoveOneParticipant(benchmark::State& state) {
     ReportTourney report(Participants(state), kSwiss);
     Fill(report, state);
     state.ResumeTiming();
-    benchmark::DoNotOptimize(RemoveParticipant(report.tourney, 1));
+    benchmark::DoNotOptimize(RemoveParticipant(report.tourney, report.host.files, 1));
   }
 }
 
@@ -82,7 +83,7 @@ void RemoveOneParticipant(benchmark::State& state) {
 void ListAllGames(benchmark::State& state) {
   DiscardingLog log;
   ReportTourney report(Participants(state), kSwiss);
-  for (Player& player : report.tourney.Participants())
+  for (Player& player : report.tourney.ChangeParticipants())
     player.texts.name.resize(1);
   Fill(report, state);
   for (auto _ : state)
@@ -96,7 +97,7 @@ void CreateAllGames(benchmark::State& state) {
     ++participants;
   ReportTourney report(participants, kRoundRobin);
   for (auto _ : state)
-    CreateRRGames(report.tourney);
+    CreateRRGames(report.tourney, report.host.files);
   state.counters["games"] = static_cast<double>(report.tourney.Games().size());
   state.SetComplexityN(state.range(0));
 }

@@ -6,7 +6,7 @@
 #include "base/log.h"
 #include "pairing/bracket_list.h"
 #include "pairing/tourney_field.h"
-#include "reports/standings.h"
+#include "tourney/standings.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {
@@ -30,7 +30,7 @@ bool IsUndecided(const Game& game) {
 
 bool FormerRoundsAreDecided(const Tourney& tourney) {
   return std::none_of(tourney.Games().begin(), tourney.Games().end(), [&](const Game& game) {
-    return game.round < tourney.round && IsUndecided(game);
+    return game.round < tourney.State().round && IsUndecided(game);
   });
 }
 
@@ -55,7 +55,7 @@ class RoundPairing {
   }
 
   bool PairAutomatically() {
-    const int end = WidthOf(tourney_.round);
+    const int end = WidthOf(tourney_.State().round);
     for (int width = 0; width < end; width += 2) {
       const auto down = TryShape(width, BracketMode::kPairDown);
       if (!down || *down) return down.value_or(false);
@@ -104,13 +104,13 @@ bool PairSwissRound(Tourney& tourney, BracketList& brackets, const PairingReques
     return false;
   }
   CalculateStandings(tourney);
-  Print("Pairing swiss round %d... ", tourney.round);
+  Print("Pairing swiss round %d... ", tourney.State().round);
   brackets.clock.SetLimit(request.time_limit);
   if (!FormerRoundsAreDecided(tourney)) {
     Print(
         "There are games that are either not played or whose result is unknown on former "
         "rounds.\n");
-    Print("Therefore pairing for round %d can't be done.\n", tourney.round);
+    Print("Therefore pairing for round %d can't be done.\n", tourney.State().round);
     return false;
   }
   RoundPairing pairing(tourney, brackets);

@@ -58,7 +58,7 @@ std::string GameFileName(const std::string& files_path, int game_number,
 }
 
 std::string BatchText(const Tourney& tourney, const Game& game) {
-  const TourneySettings& settings = tourney.settings;
+  const TourneySettings& settings = tourney.Settings();
   const PlayerTexts white = TextsOf(tourney, game.white);
   const PlayerTexts black = TextsOf(tourney, game.black);
   const bool has_sub_round = game.sub_round != 0 && game.sub_round != 1;

@@ -9,6 +9,7 @@
 #include "reports/table_driver.h"
 #include "tourney/rounds.h"
 #include "tourney/tourney.h"
+#include "tourney/tourney_file.h"
 
 namespace tarvendo {
 namespace {
@@ -22,9 +23,9 @@ std::string_view Behind(const std::string& line, std::size_t position) {
 
 /// What stands in the tourney's PGN file for a line of the game's own.
 std::string MergedLine(const Tourney& tourney, const Game& game, const std::string& line) {
-  if (BeginsWithNoCase(line, "[event")) return "[Event \"" + tourney.settings.name + "\"]\n";
+  if (BeginsWithNoCase(line, "[event")) return "[Event \"" + tourney.Settings().name + "\"]\n";
   if (BeginsWithNoCase(line, "[round")) {
-    const bool with_sub_round = tourney.settings.sub_rounds >= 2;
+    const bool with_sub_round = tourney.Settings().sub_rounds >= 2;
     return Format("[Round \"%d", game.round) +
            (with_sub_round ? Format(".%d", game.sub_round) : "") + "\"]\n";
   }
@@ -35,8 +36,8 @@ std::string MergedLine(const Tourney& tourney, const Game& game, const std::stri
   return line;
 }
 
-bool AppendToTourneyPgn(Tourney& tourney, const std::string& text) {
-  const auto file = tourney.GetHost().files.Append(tourney.settings.pgn_file);
+bool AppendToTourneyPgn(const Tourney& tourney, FileSystem& files, const std::string& text) {
+  const auto file = files.Append(tourney.Settings().pgn_file);
   if (!file) return false;
   const bool written = file->Write(text);
   return file->Close() && written;
@@ -52,17 +53,18 @@ void Announce(const Game& game) {
 
 /// Collects one game but for its files, whose names go to `leftovers`: they are deleted when the
 /// tourney that no longer needs them is on the disk.
-void TakeResult(Tourney& tourney, Game& game, const std::string& pgn,
+void TakeResult(Tourney& tourney, FileSystem& files, const Game& game, const std::string& pgn,
                 std::vector<std::string>& leftovers) {
-  if (!AppendToTourneyPgn(tourney, MergedPgn(tourney, game, pgn))) {
+  if (!AppendToTourneyPgn(tourney, files, MergedPgn(tourney, game, pgn))) {
     Print("Error copying pgn-file!\n");
   }
-  for (std::string* name : {&game.bat_file, &game.pgn_file}) {
+  const auto change = tourney.Change(game);
+  for (std::string* name : {&change->bat_file, &change->pgn_file}) {
     if (!name->empty()) leftovers.push_back(*name);
     name->clear();
   }
-  game.result = ResultInPgn(pgn);
-  game.status = kReady;
+  change->result = ResultInPgn(pgn);
+  change->status = kReady;
   Announce(game);
 }
 
@@ -77,13 +79,13 @@ void MoveOnAsATableDoes(Tourney& tourney) {
 /// that a crash in between loses no game. When that save fails (it is reported by the one that
 /// follows every step), the files stay: should the program end before a save succeeds, the next
 /// start collects them.
-void FinishCollection(Tourney& tourney, const std::vector<std::string>& leftovers) {
-  const bool on_disk = tourney.settings.auto_save == 0 || tourney.Save("");
-  FileSystem& files = tourney.GetHost().files;
+void FinishCollection(Tourney& tourney, FileSystem& files, TourneyFile& file,
+                      const std::vector<std::string>& leftovers) {
+  const bool on_disk = file.TryAutoSave(tourney);
   for (const std::string& name : leftovers) {
     if (on_disk && files.Exists(name)) files.Remove(name);
   }
-  WriteTable(tourney, "", HtmlTableDefaults(tourney));
+  WriteTable(tourney, files, "", HtmlTableDefaults(tourney));
 }
 
 }  // namespace
@@ -111,34 +113,34 @@ std::string MergedPgn(const Tourney& tourney, const Game& game, const std::strin
   return merged;
 }
 
-bool CollectResult(Tourney& tourney, int game_number) {
-  Game* game = tourney.FindGame(game_number);
+bool CollectResult(Tourney& tourney, FileSystem& files, TourneyFile& file, int game_number) {
+  const Game* game = tourney.FindGame(game_number);
   if (game == nullptr) return false;
-  const auto pgn = tourney.GetHost().files.ReadText(game->pgn_file);
+  const auto pgn = files.ReadText(game->pgn_file);
   if (!pgn) return false;
   std::vector<std::string> leftovers;
-  TakeResult(tourney, *game, *pgn, leftovers);
-  FinishCollection(tourney, leftovers);
+  TakeResult(tourney, files, *game, *pgn, leftovers);
+  FinishCollection(tourney, files, file, leftovers);
   return true;
 }
 
-void CollectAll(Tourney& tourney) {
+void CollectAll(Tourney& tourney, FileSystem& files, TourneyFile& file) {
   std::vector<std::string> leftovers;
   bool any_collected = false;
-  for (Game& game : tourney.Games()) {
+  for (const Game& game : tourney.Games()) {
     if (game.status != kSpooled) continue;
-    const auto pgn = tourney.GetHost().files.ReadText(game.pgn_file);
+    const auto pgn = files.ReadText(game.pgn_file);
     if (!pgn || (pgn->empty() && game.number == tourney.current_game)) continue;
     if (any_collected) MoveOnAsATableDoes(tourney);
-    TakeResult(tourney, game, *pgn, leftovers);
+    TakeResult(tourney, files, game, *pgn, leftovers);
     any_collected = true;
   }
   tourney.RecomputeGamesState();
-  if (any_collected) FinishCollection(tourney, leftovers);
+  if (any_collected) FinishCollection(tourney, files, file, leftovers);
 }
 
-bool LacksPgn(Tourney& tourney, const Game& game) {
-  return tourney.GetHost().files.ReadText(game.pgn_file).value_or("").empty();
+bool LacksPgn(FileSystem& files, const Game& game) {
+  return files.ReadText(game.pgn_file).value_or("").empty();
 }
 
 }  // namespace tarvendo

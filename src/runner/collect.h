@@ -4,8 +4,10 @@
 
 namespace tarvendo {
 
+class FileSystem;
 class Game;
 class Tourney;
+class TourneyFile;
 
 /// The result that a PGN text tells: that of its first Result tag, read at the fixed place where
 /// the value stands in a tag written in the standard way. UNFINISHED for any other value, UNKNOWN
@@ -22,15 +24,15 @@ std::string MergedPgn(const Tourney& tourney, const Game& game, const std::strin
 /// ("Error copying pgn-file!\n" when that fails), sets its result and READY, deletes its files,
 /// announces the result and writes the HTML table. False, and nothing done or printed, without such
 /// a game or file.
-bool CollectResult(Tourney& tourney, int game_number);
+bool CollectResult(Tourney& tourney, FileSystem& files, TourneyFile& file, int game_number);
 
 /// Collects every SPOOLED game whose PGN file is there, then recomputes GamesState. The table is
 /// written once, behind the last one, but a Swiss tourney's rounds move on after each. The game
 /// that is being played is left alone while its PGN file is empty.
-void CollectAll(Tourney& tourney);
+void CollectAll(Tourney& tourney, FileSystem& files, TourneyFile& file);
 
 /// Whether the game's PGN file is not there or holds nothing (WinBoard may not have got round to it
 /// yet).
-bool LacksPgn(Tourney& tourney, const Game& game);
+bool LacksPgn(FileSystem& files, const Game& game);
 
 }  // namespace tarvendo

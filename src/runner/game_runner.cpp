@@ -1,9 +1,8 @@
 #include "runner/game_runner.h"
 
-#include <mutex>
-
 #include "base/log.h"
 #include "base/text.h"
+#include "pairing/bracket_list.h"
 #include "platform/files.h"
 #include "platform/processes.h"
 #include "runner/batch_file.h"
@@ -11,6 +10,7 @@
 #include "runner/next_game.h"
 #include "runner/spool.h"
 #include "tourney/tourney.h"
+#include "tourney/tourney_file.h"
 
 namespace tarvendo {
 namespace {
@@ -48,7 +48,7 @@ bool WriteFile(FileSystem& files, const std::string& path, const std::string& te
 milliseconds GameRunner::Pass() {
   is_idle_ = false;
   if (phase_ == Phase::kIdle) {
-    if (tourney_.Switch().IsRunning()) {
+    if (shared_.Take()->Switch().IsRunning()) {
       busy_counter_ = 0;
       phase_ = Phase::kStart;
     } else {
@@ -60,29 +60,29 @@ milliseconds GameRunner::Pass() {
 }
 
 milliseconds GameRunner::StartPass() {
-  if (!tourney_.Switch().IsRunning()) {
+  const Hold hold = shared_.Take();
+  if (!hold->Switch().IsRunning()) {
     phase_ = Phase::kIdle;
     is_idle_ = true;
     return kPollInterval;
   }
-  const std::lock_guard lock(tourney_.Lock());
-  FileSystem& files = tourney_.GetHost().files;
-  const std::string files_path = tourney_.settings.files_path;
+  FileSystem& files = host_.files;
+  const std::string files_path = hold->Settings().files_path;
   if (!FreeDebugFile(files_path + kDebugFile)) return kLockedFileWait + kPollInterval;
-  CollectAll(tourney_);
-  Game* game = NextGameToRun(tourney_, brackets_);
+  CollectAll(*hold, files, file_.With(hold));
+  const Game* game = NextGameToRun(*hold, files, brackets_.With(hold));
   // An empty or bad FilesPath leaves the current directory as it is.
   if (!files_path.empty()) files.ChangeDirectory(files_path);
   if (game == nullptr) {
     is_idle_ = true;
     return kNoGameWait + kPollInterval;
   }
-  StartGame(*game);
+  StartGame(hold, *game);
   return kStartWait + kPollInterval;
 }
 
 bool GameRunner::FreeDebugFile(const std::string& debug_path) {
-  FileSystem& files = tourney_.GetHost().files;
+  FileSystem& files = host_.files;
   if (!files.Exists(debug_path) || files.Remove(debug_path)) return true;
   if (--busy_counter_ < 0) {
     PrintText("\n" + Stars(52) + "\nSomething is accessing '" + debug_path +
@@ -92,20 +92,20 @@ bool GameRunner::FreeDebugFile(const std::string& debug_path) {
   return false;
 }
 
-void GameRunner::StartGame(Game& game) {
-  FileSystem& files = tourney_.GetHost().files;
+void GameRunner::StartGame(const Hold& hold, const Game& game) {
+  FileSystem& files = host_.files;
   PrintText(
       "\n" + Stars(70) + "\n" + Format("Starting game no. %d\n", game.number) +
       Format("White: %-20s Black: %-20s\n", game.white_player.c_str(), game.black_player.c_str()) +
       Format("Bat: %-22s\nPgn: %-22s\n", game.bat_file.c_str(), game.pgn_file.c_str()) + Stars(70) +
       "\n\n> ");
   if (files.Exists(kDebugFile)) files.Remove(kDebugFile);
-  if (!files.IsReadable(game.bat_file)) SpoolGame(tourney_, game);
+  if (!files.IsReadable(game.bat_file)) SpoolGame(*hold, files, game);
   // What is being played must be known to the next start, or it would play the game a second time.
-  if (tourney_.settings.auto_save != 0) AutoSave(tourney_);
+  file_.With(hold).AutoSave(*hold);
   // A batch file that does not start leaves no debug file, which the next pass reports.
-  tourney_.GetHost().processes.StartBatch(game.bat_file);
-  played_ = {game.number, game.white_player, game.black_player, tourney_.settings.files_path};
+  host_.processes.StartBatch(game.bat_file);
+  played_ = {game.number, game.white_player, game.black_player, hold->Settings().files_path};
   has_waited_for_pgn_ = false;
   silent_passes_ = 0;
   watch_.Begin(played_.files_path + kDebugFile);
@@ -115,7 +115,7 @@ void GameRunner::StartGame(Game& game) {
 milliseconds GameRunner::WatchPass() {
   busy_counter_ = 0;
   const bool has_died = HasDiedSilently();
-  switch (watch_.Look(tourney_.GetHost().files)) {
+  switch (watch_.Look(host_.files)) {
     case DebugNews::kNoFile:
       return PanicStop();
     case DebugNews::kStillOpen:
@@ -129,14 +129,14 @@ milliseconds GameRunner::WatchPass() {
 }
 
 bool GameRunner::HasDiedSilently() {
-  const bool is_running = tourney_.GetHost().processes.AnyBatchRunning();
+  const bool is_running = host_.processes.AnyBatchRunning();
   silent_passes_ = is_running ? 0 : silent_passes_ + 1;
   return silent_passes_ > kPassesForTheDead;
 }
 
 milliseconds GameRunner::PanicStop() {
-  const std::lock_guard lock(tourney_.Lock());
-  FileSystem& files = tourney_.GetHost().files;
+  const Hold hold = shared_.Take();
+  FileSystem& files = host_.files;
   const std::string stars = Stars(70);
   PrintText("\n" + stars +
             "\nError running game. Stopping game and setting its result to UNKNOWN.\n"
@@ -154,56 +154,56 @@ milliseconds GameRunner::PanicStop() {
     return kPanicWait;
   }
   PrintText(stars + "Error running game. I can't access winboard.debug, stopping runner." + stars);
-  tourney_.Switch().SetRunning(false);
-  tourney_.current_game = 0;
+  hold->ChangeSwitch()->SetRunning(false);
+  hold->current_game = 0;
   phase_ = Phase::kIdle;
   return kPollInterval;
 }
 
 milliseconds GameRunner::EndGame() {
-  const std::lock_guard lock(tourney_.Lock());
-  const Game* game = FindPlayedGame();
-  const bool is_due = game != nullptr && !game->IsReady() && LacksPgn(tourney_, *game);
+  const Hold hold = shared_.Take();
+  const Game* game = FindPlayedGame(*hold);
+  const bool is_due = game != nullptr && !game->IsReady() && LacksPgn(host_.files, *game);
   if (is_due && !has_waited_for_pgn_) {
     has_waited_for_pgn_ = true;
     return kPollInterval;
   }
-  CollectPlayedGame();
-  tourney_.current_game = 0;
-  KeepOrLeaveDebugFile();
+  CollectPlayedGame(hold);
+  hold->current_game = 0;
+  KeepOrLeaveDebugFile(*hold);
   // The end of a game that the tourney no longer holds says nothing about the tourney's round.
-  if (game != nullptr) NextRound(tourney_, brackets_);
-  const bool goes_on = tourney_.Switch().IsRunning();
+  if (game != nullptr) NextRound(*hold, file_.With(hold), brackets_.With(hold));
+  const bool goes_on = hold->Switch().IsRunning();
   phase_ = goes_on ? Phase::kStart : Phase::kIdle;
   return goes_on ? kBetweenGamesWait + kPollInterval : kPollInterval;
 }
 
-void GameRunner::CollectPlayedGame() {
-  Game* game = FindPlayedGame();
+void GameRunner::CollectPlayedGame(const Hold& hold) {
+  const Game* game = FindPlayedGame(*hold);
   if (game == nullptr) return;
-  CollectResult(tourney_, game->number);
+  CollectResult(*hold, host_.files, file_.With(hold), game->number);
   if (game->IsReady()) return;
   PrintText("\n" + Stars(79) + "\n" +
             Format("Game %d: %s - %s result not found, and therefore set to UNKNOWN.\n",
                    game->number, game->white_player.c_str(), game->black_player.c_str()) +
             Stars(79) + "\n> ");
-  game->status = kReady;
+  hold->Change(*game)->status = kReady;
 }
 
-void GameRunner::KeepOrLeaveDebugFile() {
-  FileSystem& files = tourney_.GetHost().files;
+void GameRunner::KeepOrLeaveDebugFile(const Tourney& tourney) {
+  FileSystem& files = host_.files;
   const std::string copy = GameFileName(played_.files_path, played_.number, ".debug");
   if (files.Exists(copy)) files.Remove(copy);
-  const Game* game = FindPlayedGame();
-  const int wish = tourney_.settings.save_debug_files;
+  const Game* game = FindPlayedGame(tourney);
+  const int wish = tourney.Settings().save_debug_files;
   const bool lacks_result = game != nullptr && game->LacksResult();
   if (wish == kSaveAlways || (wish == kSaveAutomatically && lacks_result)) {
     files.Rename(played_.files_path + kDebugFile, copy);
   }
 }
 
-Game* GameRunner::FindPlayedGame() {
-  Game* game = tourney_.FindGame(played_.number);
+const Game* GameRunner::FindPlayedGame(const Tourney& tourney) const {
+  const Game* game = tourney.FindGame(played_.number);
   const bool is_same =
       game != nullptr && game->white_player == played_.white && game->black_player == played_.black;
   return is_same ? game : nullptr;

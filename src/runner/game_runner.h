@@ -3,21 +3,25 @@
 #include <chrono>
 #include <string>
 
+#include "platform/host.h"
 #include "runner/debug_watch.h"
+#include "tourney/shared_tourney.h"
 
 namespace tarvendo {
 
 class BracketList;
 class Game;
-class Tourney;
+class TourneyFile;
 
 /// Plays the spooled games one after another, a pass at a time: starts a batch file, looks whether
 /// WinBoard's debug file tells the end of the game, collects the result. It never sleeps: each pass
-/// tells how long to wait before the next one. Used by one thread, the runner's; a pass takes the
-/// tourney's lock for every step but the reading of the debug file.
+/// tells how long to wait before the next one. Used by one thread, the runner's; a pass holds
+/// the tourney for every step but the reading of the debug file.
 class GameRunner {
  public:
-  GameRunner(Tourney& tourney, BracketList& brackets) : tourney_(tourney), brackets_(brackets) {}
+  GameRunner(SharedTourney& shared, HeldWithTourney<TourneyFile>& file,
+             HeldWithTourney<BracketList>& brackets, Host& host)
+      : shared_(shared), file_(file), brackets_(brackets), host_(host) {}
 
   /// Does what is to be done now. Returns how long to wait until the next pass.
   std::chrono::milliseconds Pass();
@@ -43,19 +47,21 @@ class GameRunner {
   /// Deletes the debug file of the last game. False, now and then with a message, when something
   /// holds it.
   bool FreeDebugFile(const std::string& debug_path);
-  void StartGame(Game& game);
+  void StartGame(const Hold& hold, const Game& game);
   /// Whether WinBoard ended long ago and its debug file has nothing more to tell.
   bool HasDiedSilently();
   std::chrono::milliseconds PanicStop();
   std::chrono::milliseconds EndGame();
-  void CollectPlayedGame();
-  void KeepOrLeaveDebugFile();
+  void CollectPlayedGame(const Hold& hold);
+  void KeepOrLeaveDebugFile(const Tourney& tourney);
 
   /// The record of the game that was started; null when the tourney no longer holds it.
-  Game* FindPlayedGame();
+  const Game* FindPlayedGame(const Tourney& tourney) const;
 
-  Tourney& tourney_;
-  BracketList& brackets_;
+  SharedTourney& shared_;
+  HeldWithTourney<TourneyFile>& file_;
+  HeldWithTourney<BracketList>& brackets_;
+  Host& host_;
   Phase phase_ = Phase::kIdle;
   DebugWatch watch_;
   PlayedGame played_;

@@ -8,6 +8,7 @@
 #include "tourney/history.h"
 #include "tourney/rounds.h"
 #include "tourney/tourney.h"
+#include "tourney/tourney_file.h"
 
 namespace tarvendo {
 namespace {
@@ -18,9 +19,9 @@ bool IsSpooledEarlier(const Game& a, const Game& b) {
   return static_cast<unsigned>(a.spool_index) < static_cast<unsigned>(b.spool_index);
 }
 
-Game* FirstSpooledGame(Tourney& tourney) {
-  Game* first = nullptr;
-  for (Game& game : tourney.Games()) {
+const Game* FirstSpooledGame(const Tourney& tourney) {
+  const Game* first = nullptr;
+  for (const Game& game : tourney.Games()) {
     if (game.status != kSpooled) continue;
     if (first == nullptr || IsSpooledEarlier(game, *first)) first = &game;
   }
@@ -29,54 +30,50 @@ Game* FirstSpooledGame(Tourney& tourney) {
 
 /// AutoRun of a Swiss tourney: spools the next game, pairing a round or replaying games when it has
 /// to.
-bool SpoolNextSwissGame(Tourney& tourney, BracketList& brackets) {
-  if (Spool(tourney, 0)) return true;
-  if (PairSwissRound(tourney, brackets, PairingRequest())) return Spool(tourney, 0);
-  return ReplayUnfinished(tourney);
+bool SpoolNextSwissGame(Tourney& tourney, FileSystem& files, BracketList& brackets) {
+  if (Spool(tourney, files, 0)) return true;
+  if (PairSwissRound(tourney, brackets, PairingRequest())) return Spool(tourney, files, 0);
+  return ReplayUnfinished(tourney, files);
 }
 
 bool IsCurrentRoundPlayed(const Tourney& tourney) {
   const auto& participants = tourney.Participants();
   return std::all_of(participants.begin(), participants.end(), [&](const Player& player) {
-    return RoundComplete(tourney, player, tourney.round, true);
+    return RoundComplete(tourney, player, tourney.State().round, true);
   });
 }
 
 }  // namespace
 
-Game* NextGameToRun(Tourney& tourney, BracketList& brackets) {
+const Game* NextGameToRun(Tourney& tourney, FileSystem& files, BracketList& brackets) {
   while (true) {
-    if (Game* game = FirstSpooledGame(tourney)) {
+    if (const Game* game = FirstSpooledGame(tourney)) {
       tourney.current_game = game->number;
       return game;
     }
     tourney.current_game = 0;
-    if (tourney.settings.auto_run == 0) return nullptr;
+    if (tourney.Settings().auto_run == 0) return nullptr;
     const bool spooled =
-        tourney.IsSwiss() ? SpoolNextSwissGame(tourney, brackets) : Spool(tourney, 0);
+        tourney.IsSwiss() ? SpoolNextSwissGame(tourney, files, brackets) : Spool(tourney, files, 0);
     if (!spooled) {
-      tourney.settings.auto_run = 0;
+      tourney.ChangeSettings()->auto_run = 0;
       return nullptr;
     }
   }
 }
 
-void NextRound(Tourney& tourney, BracketList& brackets) {
+void NextRound(Tourney& tourney, TourneyFile& file, BracketList& brackets) {
   if (TheLog != nullptr) TheLog->Housekeep(kLogLimit);
-  if (tourney.settings.auto_save != 0) AutoSave(tourney);
+  file.AutoSave(tourney);
   if (!tourney.IsSwiss() || !IsCurrentRoundPlayed(tourney)) return;
   CutRoundsToHalf(tourney);
   RecomputeCurrentRound(tourney);
-  if (tourney.round >= tourney.settings.rounds) {
+  if (tourney.State().round >= tourney.Settings().rounds) {
     Print("Tourney finished.\n");
-    tourney.settings.auto_run = 0;
-  } else if (tourney.settings.auto_run != 0) {
+    tourney.ChangeSettings()->auto_run = 0;
+  } else if (tourney.Settings().auto_run != 0) {
     PairSwissRound(tourney, brackets, PairingRequest());
   }
-}
-
-void AutoSave(Tourney& tourney) {
-  if (!tourney.Save("")) Print("Saving tourney failed!\n");
 }
 
 }  // namespace tarvendo

@@ -2,9 +2,10 @@
 
 #include <system_error>
 
+#include "pairing/bracket_list.h"
 #include "platform/clock.h"
 #include "platform/faults.h"
-#include "tourney/tourney.h"
+#include "tourney/tourney_file.h"
 
 namespace tarvendo {
 
@@ -16,8 +17,12 @@ constexpr milliseconds kSignalPoll{500};
 
 }  // namespace
 
-Runner::Runner(Tourney& tourney, BracketList& brackets)
-    : tourney_(tourney), games_(tourney, brackets), timer_(tourney) {}
+Runner::Runner(SharedTourney& shared, HeldWithTourney<TourneyFile>& file,
+               HeldWithTourney<BracketList>& brackets, Host& host)
+    : shared_(shared),
+      host_(host),
+      games_(shared, file, brackets, host),
+      timer_(shared, host.clock) {}
 
 Runner::~Runner() {
   {
@@ -47,7 +52,7 @@ milliseconds Runner::PlayPass() {
     const std::lock_guard guard(mutex_);
     pass = ++passes_begun_;
   }
-  const std::uint64_t changes = tourney_.Switch().Changes();
+  const std::uint64_t changes = shared_.Take()->Switch().Changes();
   const milliseconds wait = games_.Pass();
   if (games_.IsIdle()) {
     const std::lock_guard guard(mutex_);
@@ -59,7 +64,7 @@ milliseconds Runner::PlayPass() {
 }
 
 void Runner::RunPasses(const std::function<milliseconds()>& pass) {
-  Clock& clock = tourney_.GetHost().clock;
+  Clock& clock = host_.clock;
   const auto is_over = [this] { return terminate_; };
   const bool ended_well = CallGuarded([&] {
     milliseconds wait{0};
@@ -70,7 +75,7 @@ void Runner::RunPasses(const std::function<milliseconds()>& pass) {
     } while (true);
   });
   if (ended_well) return;
-  tourney_.Lock().Break();
+  shared_.Break();
   RequestTermination();
   const std::lock_guard guard(mutex_);
   has_died_ = true;
@@ -83,12 +88,13 @@ void Runner::AwaitIdle() {
   const auto is_done = [&] {
     // A pass that was idle before the timer or the user moved the switch says nothing of what comes
     // now.
-    const bool is_idle = idle_pass_ > asked && idle_changes_ == tourney_.Switch().Changes();
-    return has_died_ || TerminationRequested() ||
-           (is_idle && tourney_.Switch().Get().start_time == 0);
+    if (has_died_ || TerminationRequested()) return true;
+    if (idle_pass_ <= asked) return false;
+    const Hold hold = shared_.Take();
+    return idle_changes_ == hold->Switch().Changes() && hold->Switch().Get().start_time == 0;
   };
   // A signal handler cannot notify anybody, so the request to end is looked for now and then.
-  Clock& clock = tourney_.GetHost().clock;
+  Clock& clock = host_.clock;
   while (!clock.Wait(changed_, guard, kSignalPoll, is_done)) {
   }
 }

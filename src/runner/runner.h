@@ -13,15 +13,16 @@
 namespace tarvendo {
 
 class BracketList;
-class Tourney;
+class TourneyFile;
 
 /// The two threads that work without the user: one plays the games (GameRunner), one switches the
 /// runner on and off at the set times (RunnerTimer). Owned by the console's composition, behind the
-/// tourney. A fault in one of them breaks the tourney's lock and asks the console thread to save
-/// and end.
+/// tourney. A fault in one of them breaks the tourney (shared_tourney.h) and asks the console
+/// thread to save and end.
 class Runner {
  public:
-  Runner(Tourney& tourney, BracketList& brackets);
+  Runner(SharedTourney& shared, HeldWithTourney<TourneyFile>& file,
+         HeldWithTourney<BracketList>& brackets, Host& host);
 
   /// Tells both threads to end, wakes them and waits for them. A game that is being played goes on
   /// by itself.
@@ -33,7 +34,7 @@ class Runner {
   bool StartThreads();
 
   /// Waits until a pass that began after this call has found nothing to do and no start time is
-  /// set, or a thread has died. Called on the console thread without the tourney's lock.
+  /// set, or a thread has died. Called on the console thread without a hold of the tourney.
   void AwaitIdle();
 
  private:
@@ -41,7 +42,8 @@ class Runner {
   void RunPasses(const std::function<std::chrono::milliseconds()>& pass);
   std::chrono::milliseconds PlayPass();
 
-  Tourney& tourney_;
+  SharedTourney& shared_;
+  Host& host_;
   GameRunner games_;
   RunnerTimer timer_;
   std::mutex mutex_;  ///< guards what follows

@@ -1,10 +1,8 @@
 #include "runner/runner_timer.h"
 
-#include <mutex>
-
 #include "platform/clock.h"
-#include "runner/runner_switch_commands.h"
-#include "tourney/tourney.h"
+#include "tourney/runner_switch_commands.h"
+#include "tourney/shared_tourney.h"
 
 namespace tarvendo {
 namespace {
@@ -14,14 +12,14 @@ constexpr std::chrono::milliseconds kPollInterval{2000};
 }  // namespace
 
 std::chrono::milliseconds RunnerTimer::Pass() {
-  // Under the lock no game begins before its start has been told, and no time comes before it has
+  // While it is held no game begins before its start has been told, and no time comes before it has
   // been set.
-  const std::lock_guard lock(tourney_.Lock());
-  const long long now = tourney_.GetHost().clock.Now();
-  if (tourney_.Switch().TakeStartTime(now)) {
-    StartRunner(tourney_);
-  } else if (tourney_.Switch().TakeStopTime(now)) {
-    StopRunner(tourney_);
+  const Hold hold = shared_.Take();
+  const long long now = clock_.Now();
+  if (hold->ChangeSwitch()->TakeStartTime(now)) {
+    StartRunner(*hold);
+  } else if (hold->ChangeSwitch()->TakeStopTime(now)) {
+    StopRunner(*hold);
   }
   return kPollInterval;
 }

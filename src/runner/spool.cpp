@@ -20,9 +20,9 @@ bool IsNothingDone(const Game& game) {
 
 /// The NOTHING DONE game of the lowest round; the first of the list among equals; null when there
 /// is none.
-Game* NextGameToSpool(Tourney& tourney) {
-  Game* next = nullptr;
-  for (Game& game : tourney.Games()) {
+const Game* NextGameToSpool(const Tourney& tourney) {
+  const Game* next = nullptr;
+  for (const Game& game : tourney.Games()) {
     if (IsNothingDone(game) && (next == nullptr || game.round < next->round)) next = &game;
   }
   return next;
@@ -30,8 +30,8 @@ Game* NextGameToSpool(Tourney& tourney) {
 
 /// Number 0 has a meaning of its own in a command, so a game that a damaged file gives it is not
 /// found.
-Game* UnplayedGame(Tourney& tourney, int number) {
-  for (Game& game : tourney.Games()) {
+const Game* UnplayedGame(const Tourney& tourney, int number) {
+  for (const Game& game : tourney.Games()) {
     if (game.number == number && !game.IsReady()) return &game;
   }
   return nullptr;
@@ -39,11 +39,10 @@ Game* UnplayedGame(Tourney& tourney, int number) {
 
 }  // namespace
 
-bool SpoolGame(Tourney& tourney, Game& game) {
-  FileSystem& files = tourney.GetHost().files;
+bool SpoolGame(Tourney& tourney, FileSystem& files, const Game& game) {
   Game spooled = game;
-  spooled.bat_file = GameFileName(tourney.settings.files_path, game.number, ".BAT");
-  spooled.pgn_file = GameFileName(tourney.settings.files_path, game.number, ".PGN");
+  spooled.bat_file = GameFileName(tourney.Settings().files_path, game.number, ".BAT");
+  spooled.pgn_file = GameFileName(tourney.Settings().files_path, game.number, ".PGN");
   // A new spool starts from no game record; one that cannot be deleted keeps the game from being
   // played.
   if (files.IsReadable(spooled.pgn_file)) files.Remove(spooled.pgn_file);
@@ -54,19 +53,20 @@ bool SpoolGame(Tourney& tourney, Game& game) {
   spooled.status = kSpooled;
   spooled.spool_index = tourney.spool_counter;
   tourney.spool_counter = static_cast<int>(static_cast<unsigned>(tourney.spool_counter) + 1U);
-  game = spooled;
+  const auto change = tourney.Change(game);
+  *change = spooled;
   Print("Game %d spooled.\n", game.number);
   return true;
 }
 
-bool Spool(Tourney& tourney, int number) {
-  Game* game = number == 0 ? NextGameToSpool(tourney) : UnplayedGame(tourney, number);
-  if (game != nullptr) return SpoolGame(tourney, *game);
+bool Spool(Tourney& tourney, FileSystem& files, int number) {
+  const Game* game = number == 0 ? NextGameToSpool(tourney) : UnplayedGame(tourney, number);
+  if (game != nullptr) return SpoolGame(tourney, files, *game);
   if (number == 0) Print("All games are either ready or spooled!\n");
   return false;
 }
 
-bool SpoolRound(Tourney& tourney, int round) {
+bool SpoolRound(Tourney& tourney, FileSystem& files, int round) {
   if (round == 0) {
     const Game* next = NextGameToSpool(tourney);
     if (next == nullptr) {
@@ -75,21 +75,21 @@ bool SpoolRound(Tourney& tourney, int round) {
     }
     round = next->round;
   }
-  for (Game& game : tourney.Games()) {
-    if (game.round == round && !game.IsReady()) SpoolGame(tourney, game);
+  for (const Game& game : tourney.Games()) {
+    if (game.round == round && !game.IsReady()) SpoolGame(tourney, files, game);
   }
   return true;
 }
 
-bool SpoolPlayer(Tourney& tourney, int player_number) {
+bool SpoolPlayer(Tourney& tourney, FileSystem& files, int player_number) {
   if (tourney.FindParticipant(player_number) == nullptr) {
     Print("Player number %d does not exist in this tourney!\n", player_number);
     return false;
   }
   bool any_spooled = false;
-  for (Game& game : tourney.Games()) {
+  for (const Game& game : tourney.Games()) {
     if (!IsNothingDone(game) || !game.IsPlayedBy(player_number)) continue;
-    if (SpoolGame(tourney, game)) any_spooled = true;
+    if (SpoolGame(tourney, files, game)) any_spooled = true;
   }
   if (!any_spooled) {
     Print("All games of player %d are already either spooled or ready!\n", player_number);
@@ -97,43 +97,43 @@ bool SpoolPlayer(Tourney& tourney, int player_number) {
   return true;
 }
 
-void SpoolAll(Tourney& tourney) {
-  std::vector<Game*> waiting;
-  for (Game& game : tourney.Games()) {
+void SpoolAll(Tourney& tourney, FileSystem& files) {
+  std::vector<const Game*> waiting;
+  for (const Game& game : tourney.Games()) {
     if (IsNothingDone(game)) waiting.push_back(&game);
   }
   std::stable_sort(waiting.begin(), waiting.end(),
                    [](const Game* a, const Game* b) { return a->round < b->round; });
   if (waiting.empty()) Print("All games are either ready or spooled!\n");
-  for (Game* game : waiting)
-    SpoolGame(tourney, *game);
+  for (const Game* game : waiting)
+    SpoolGame(tourney, files, *game);
 }
 
-bool ReplayUnfinished(Tourney& tourney) {
+bool ReplayUnfinished(Tourney& tourney, FileSystem& files) {
   bool any_spooled = false;
-  for (Game& game : tourney.Games()) {
+  for (const Game& game : tourney.Games()) {
     if (!game.IsReady() || !game.LacksResult()) continue;
-    game.status = kNothingDone;
-    if (SpoolGame(tourney, game)) any_spooled = true;
+    tourney.Change(game)->status = kNothingDone;
+    if (SpoolGame(tourney, files, game)) any_spooled = true;
   }
   return any_spooled;
 }
 
-void Unspool(Tourney& tourney) {
-  CollectAll(tourney);
-  for (Game& game : tourney.Games()) {
+void Unspool(Tourney& tourney, FileSystem& files, TourneyFile& file) {
+  CollectAll(tourney, files, file);
+  for (const Game& game : tourney.Games()) {
     if (game.status != kSpooled) continue;
-    game.status = kNothingDone;
-    DeleteGameFiles(tourney, game);
+    tourney.Change(game)->status = kNothingDone;
+    DeleteGameFiles(tourney, files, game);
     Print("Game %d %s - %s unspooled.\n", game.number, game.white_player.c_str(),
           game.black_player.c_str());
   }
 }
 
-void RespoolAll(Tourney& tourney) {
-  CollectAll(tourney);
-  for (Game& game : tourney.Games()) {
-    if (game.status == kSpooled) SpoolGame(tourney, game);
+void RespoolAll(Tourney& tourney, FileSystem& files, TourneyFile& file) {
+  CollectAll(tourney, files, file);
+  for (const Game& game : tourney.Games()) {
+    if (game.status == kSpooled) SpoolGame(tourney, files, game);
   }
 }
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "console/typed_commands.h"
+#include "tourney/content_text.h"
 
 // Whatever is typed wrongly is answered, and leaves the tourney, the player database and the files
 // as they were.
@@ -36,11 +37,11 @@ class BadInput : public TypedCommands {
 
   /// Everything that a command may change.
   std::string State() {
-    std::string state = tourney.ContentText();
+    std::string state = ContentText(tourney);
     for (const Player& player : players.Players())
       state += player.texts.name + "|" + player.texts.program_exe + "|" + player.texts.group + "\n";
-    for (const std::string& file : machine.files.FileNames())
-      state += file + ": " + machine.files.Bytes(file) + "\n";
+    for (const std::string& name : machine.files.FileNames())
+      state += name + ": " + machine.files.Bytes(name) + "\n";
     return state;
   }
 
@@ -70,7 +71,7 @@ TEST_F(BadInput, AWordWithAMinusThatIsNoOptionIsNamed) {
                  {"texttable /t/x.txt -ranks", Unknown("-ranks")},
                  {"set -name x", Unknown("-name")},
                  {"get -all", Unknown("-all")}});
-  tourney.settings.type = kSwiss;
+  tourney.ChangeSettings()->type = kSwiss;
   ExpectRefused({{"pair -foo", Unknown("-foo")}, {"pair 1 -", Unknown("-")}});
 }
 
@@ -118,7 +119,7 @@ TEST_F(BadInput, AWordInPlaceOfANumberIsRefused) {
         "Adding player failed: player named '1x' does not exist.\n" + std::string(kNoSuchName)},
        {"removeplayer 1x", "Remove player failed!\n"},
        {"showplayers 1x", "Player named '1x' not found.\n"}});
-  tourney.settings.type = kSwiss;
+  tourney.ChangeSettings()->type = kSwiss;
   ExpectRefused({{"pair x", Unknown("x")}, {"set rounds x", "How about a positive value?\n"}});
 }
 
@@ -153,7 +154,7 @@ TEST_F(BadInput, ANumberThatNobodyHasIsRefused) {
        {"spool -1", Unknown("-1")},
        {"spool -ro " + huge, ""},
        {"spool -pla " + huge, "Player number 2147483647 does not exist in this tourney!\n"}});
-  tourney.settings.type = kSwiss;
+  tourney.ChangeSettings()->type = kSwiss;
   ExpectRefused({{"pair " + huge, "No bracket number 2147483647 found!\n"},
                  {"pair 0", "No bracket number 0 found!\n"},
                  {"pair -1", Unknown("-1")},

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "runner/runner_switch_commands.h"
 #include "runner/small_tourney.h"
 #include "runner/spool.h"
+#include "tourney/runner_switch_commands.h"
 
 namespace tarvendo {
 namespace {
@@ -22,8 +22,8 @@ class PlayGames : public ::testing::Test, protected SmallTourney {
  protected:
   PlayGames() {
     AddGames(2);
-    SpoolAll(tourney);
-    tourney.Switch().SetRunning(true);
+    SpoolAll(tourney, machine.files);
+    tourney.ChangeSwitch()->SetRunning(true);
     machine.processes.batch_running = true;
     machine.processes.on_batch = [this](const std::string&) {
       machine.files.Put("/t/winboard.debug", kHeader);
@@ -54,11 +54,11 @@ class PlayGames : public ::testing::Test, protected SmallTourney {
   std::string Output() { return machine.TakeOutput(); }
   bool Printed(const std::string& text) { return Output().find(text) != std::string::npos; }
 
-  GameRunner games_{tourney, brackets};
+  GameRunner games_{shared, held_file, held_brackets, machine.host};
 };
 
 TEST_F(PlayGames, ASwitchedOffRunnerIsIdleAndLooksEveryTwoSeconds) {
-  tourney.Switch().SetRunning(false);
+  tourney.ChangeSwitch()->SetRunning(false);
   EXPECT_EQ(Pass(), 2000);
   EXPECT_TRUE(games_.IsIdle());
   EXPECT_EQ(Pass(), 2000);
@@ -86,10 +86,10 @@ TEST_F(PlayGames, TheStartOfAGameIsAnnounced) {
 
 TEST_F(PlayGames, SwitchedOffBeforeAGameStartsItGoesBackToIdle) {
   Pass();
-  tourney.Switch().SetRunning(false);
+  tourney.ChangeSwitch()->SetRunning(false);
   EXPECT_EQ(Pass(), 2000);
   EXPECT_TRUE(games_.IsIdle());
-  tourney.Switch().SetRunning(true);
+  tourney.ChangeSwitch()->SetRunning(true);
   EXPECT_EQ(Pass(), 2000);
   EXPECT_TRUE(machine.processes.Batches().empty());
 }
@@ -100,7 +100,7 @@ TEST_F(PlayGames, WithoutAGameItWaitsTwoSecondsMoreAndIsIdle) {
   EXPECT_EQ(Pass(), 2000 + 2000);
   EXPECT_TRUE(games_.IsIdle());
   AddGames(1);
-  SpoolAll(tourney);
+  SpoolAll(tourney, machine.files);
   EXPECT_EQ(Pass(), 12000) << "a game that turns up later is played";
   EXPECT_FALSE(games_.IsIdle());
 }
@@ -124,7 +124,7 @@ TEST_F(PlayGames, TheFilesPathBecomesTheCurrentDirectoryWithoutAGameToo) {
 }
 
 TEST_F(PlayGames, ABadOrEmptyFilesPathIsIgnored) {
-  tourney.settings.files_path = "";
+  tourney.ChangeSettings()->files_path = "";
   Passes(2);
   EXPECT_EQ(machine.files.CurrentDirectory(), "/home");
 }
@@ -307,7 +307,7 @@ TEST_F(PlayGames, AFullDiskUnderThePanicFileStopsTheRunnerToo) {
 }
 
 TEST_F(PlayGames, AlwaysSavedDebugFilesAreKeptUnderTheGamesName) {
-  tourney.settings.save_debug_files = kSaveAlways;
+  tourney.ChangeSettings()->save_debug_files = kSaveAlways;
   machine.files.Put("/t/g1.debug", "of another game");
   PlayFirstGame();
   EndGame(1, "1-0");
@@ -317,7 +317,7 @@ TEST_F(PlayGames, AlwaysSavedDebugFilesAreKeptUnderTheGamesName) {
 }
 
 TEST_F(PlayGames, NeverSavedDebugFilesAreLeftForTheNextGameToDelete) {
-  tourney.settings.save_debug_files = kSaveNever;
+  tourney.ChangeSettings()->save_debug_files = kSaveNever;
   machine.files.Put("/t/g1.debug", "of another game");
   PlayFirstGame();
   EndGame(1, "*");
@@ -327,7 +327,7 @@ TEST_F(PlayGames, NeverSavedDebugFilesAreLeftForTheNextGameToDelete) {
 }
 
 TEST_F(PlayGames, AutomaticallySavedAreTheDebugFilesOfGamesWithoutResult) {
-  tourney.settings.save_debug_files = kSaveAutomatically;
+  tourney.ChangeSettings()->save_debug_files = kSaveAutomatically;
   PlayFirstGame();
   EndGame(1, "1-0");
   Passes(2);
@@ -340,7 +340,7 @@ TEST_F(PlayGames, AutomaticallySavedAreTheDebugFilesOfGamesWithoutResult) {
 TEST_F(PlayGames, AGameThatAnotherTourneyDoesNotHoldEndsInSilence) {
   PlayFirstGame();
   tourney.Reset();
-  tourney.settings.files_path = "/elsewhere\\";
+  tourney.ChangeSettings()->files_path = "/elsewhere\\";
   EndGame(1, "1-0");
   EXPECT_EQ(Pass(), 7000);
   EXPECT_EQ(Output(), "");
@@ -350,9 +350,9 @@ TEST_F(PlayGames, AGameThatAnotherTourneyDoesNotHoldEndsInSilence) {
 TEST_F(PlayGames, AGameOfOtherPlayersUnderTheSameNumberIsNotTouched) {
   PlayFirstGame();
   tourney.EraseAllGames();
-  tourney.last_game_number = 0;
+  tourney.ChangeState()->last_game_number = 0;
   tourney.AddGame(3, 4, 1, 1);
-  Spool(tourney, 1);
+  Spool(tourney, machine.files, 1);
   EndGame(1, "1-0");
   Output();
   EXPECT_EQ(Pass(), 7000);
@@ -404,20 +404,21 @@ TEST_F(PlayGames, AWinBoardThatRunsIsAwaitedForEver) {
 }
 
 TEST_F(PlayGames, TheTourneyIsSavedAfterEveryGame) {
-  tourney.settings.auto_save = 1;
-  tourney.settings.save_file = "/t/saved.ini";
+  tourney.ChangeSettings()->auto_save = 1;
+  file.SetName("/t/saved.ini");
   PlayFirstGame();
   EndGame(1, "1-0");
   Pass();
-  Tourney loaded(machine.host, "/nowhere/");
-  ASSERT_TRUE(loaded.Load("/t/saved.ini"));
+  Tourney loaded;
+  TourneyFile loaded_file(machine.files);
+  ASSERT_TRUE(loaded_file.Load(loaded, "/t/saved.ini"));
   EXPECT_EQ(loaded.FindGame(1)->result, kWhiteWins);
 }
 
 TEST_F(PlayGames, WithAutoRunAWholeRoundRobinIsPlayed) {
   tourney.EraseAllGames();
   AddGames(4);
-  tourney.settings.auto_run = 1;
+  tourney.ChangeSettings()->auto_run = 1;
   machine.processes.on_batch = [this](const std::string&) {
     machine.files.Put("/t/winboard.debug", std::string(kHeader) + kBlackMates);
     PutPgn(tourney.current_game, "0-1");
@@ -427,8 +428,8 @@ TEST_F(PlayGames, WithAutoRunAWholeRoundRobinIsPlayed) {
   for (games_.Pass(); !games_.IsIdle() && passes < 100; ++passes)
     games_.Pass();
   tourney.RecomputeGamesState();
-  EXPECT_EQ(tourney.games_state, 3);
-  EXPECT_EQ(tourney.settings.auto_run, 0);
+  EXPECT_EQ(tourney.State().games_state, 3);
+  EXPECT_EQ(tourney.Settings().auto_run, 0);
   EXPECT_EQ(passes, 2 * 4 + 1);
 }
 

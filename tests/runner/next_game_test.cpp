@@ -15,12 +15,12 @@ class NextGame : public ::testing::Test, protected SmallTourney {
  protected:
   /// The number of the game to run, 0 for none.
   int Next() {
-    const Game* game = NextGameToRun(tourney, brackets);
+    const Game* game = NextGameToRun(tourney, machine.files, brackets);
     return game != nullptr ? game->number : 0;
   }
 
   void MakeAllReady(int result) {
-    for (Game& game : tourney.Games()) {
+    for (Game& game : tourney.ChangeGames()) {
       game.status = kReady;
       game.result = result;
     }
@@ -28,16 +28,16 @@ class NextGame : public ::testing::Test, protected SmallTourney {
 
   /// Two participants fewer, and all games between the two that are left.
   void MakeSwiss(int rounds) {
-    tourney.settings.type = kSwiss;
-    tourney.settings.rounds = rounds;
-    tourney.Participants().resize(2);
+    tourney.ChangeSettings()->type = kSwiss;
+    tourney.ChangeSettings()->rounds = rounds;
+    tourney.ChangeParticipants().resize(2);
   }
 
   /// Eight participants with AutoRun on, and no game yet: four rounds can be played.
   void MakeSwissOfEight() {
-    tourney.settings.type = kSwiss;
-    tourney.settings.rounds = 4;
-    tourney.settings.auto_run = 1;
+    tourney.ChangeSettings()->type = kSwiss;
+    tourney.ChangeSettings()->rounds = 4;
+    tourney.ChangeSettings()->auto_run = 1;
     for (const char* name : {"Epsilon", "Zeta", "Eta", "Theta"})
       AddParticipant(name);
   }
@@ -64,7 +64,7 @@ class NextGame : public ::testing::Test, protected SmallTourney {
   /// What the after-game step prints.
   std::string AfterGame() {
     machine.TakeOutput();
-    NextRound(tourney, brackets);
+    NextRound(tourney, file, brackets);
     return machine.TakeOutput();
   }
 
@@ -74,8 +74,8 @@ class NextGame : public ::testing::Test, protected SmallTourney {
 
 TEST_F(NextGame, IsTheOneThatWasSpooledFirst) {
   AddGames(3);
-  Spool(tourney, 2);
-  Spool(tourney, 1);
+  Spool(tourney, machine.files, 2);
+  Spool(tourney, machine.files, 1);
   EXPECT_EQ(Next(), 2);
   EXPECT_EQ(tourney.current_game, 2);
   GameNumber(2).status = kReady;
@@ -85,8 +85,8 @@ TEST_F(NextGame, IsTheOneThatWasSpooledFirst) {
 TEST_F(NextGame, ThePlaceInTheOrderIsAnUnsignedNumber) {
   AddGames(2);
   tourney.spool_counter = 2147483647;
-  Spool(tourney, 2);
-  Spool(tourney, 1);
+  Spool(tourney, machine.files, 2);
+  Spool(tourney, machine.files, 1);
   EXPECT_EQ(Next(), 2);
 }
 
@@ -100,34 +100,34 @@ TEST_F(NextGame, WithoutASpooledGameThereIsNoneAndNoCurrentOne) {
 
 TEST_F(NextGame, AutoRunSpoolsTheNextGameOfARoundRobin) {
   AddGames(2);
-  tourney.settings.auto_run = 1;
+  tourney.ChangeSettings()->auto_run = 1;
   EXPECT_EQ(Next(), 1);
   EXPECT_EQ(machine.TakeOutput(), "Game 1 spooled.\n");
-  EXPECT_EQ(tourney.settings.auto_run, 1);
+  EXPECT_EQ(tourney.Settings().auto_run, 1);
 }
 
 TEST_F(NextGame, AutoRunEndsWhenARoundRobinIsPlayed) {
   AddGames(2);
   MakeAllReady(kUnknown);
-  tourney.settings.auto_run = 1;
+  tourney.ChangeSettings()->auto_run = 1;
   EXPECT_EQ(Next(), 0);
   EXPECT_EQ(machine.TakeOutput(), "All games are either ready or spooled!\n");
-  EXPECT_EQ(tourney.settings.auto_run, 0);
+  EXPECT_EQ(tourney.Settings().auto_run, 0);
   EXPECT_EQ(GameNumber(1).status, kReady) << "a round robin replays nothing by itself";
 }
 
 TEST_F(NextGame, AutoRunEndsWhenNoBatchFileCanBeWritten) {
   AddGames(2);
-  tourney.settings.files_path = "/nowhere\\";
-  tourney.settings.auto_run = 1;
+  tourney.ChangeSettings()->files_path = "/nowhere\\";
+  tourney.ChangeSettings()->auto_run = 1;
   EXPECT_EQ(Next(), 0);
-  EXPECT_EQ(tourney.settings.auto_run, 0);
+  EXPECT_EQ(tourney.Settings().auto_run, 0);
 }
 
 TEST_F(NextGame, AutoRunSpoolsTheNextGameOfASwissTourney) {
   AddGames(2);
   MakeSwiss(2);
-  tourney.settings.auto_run = 1;
+  tourney.ChangeSettings()->auto_run = 1;
   EXPECT_EQ(Next(), 1);
 }
 
@@ -137,7 +137,7 @@ TEST_F(NextGame, AutoRunPairsTheFirstSwissRoundAndSpoolsItsFirstGame) {
   EXPECT_TRUE(HasPrinted("All games are either ready or spooled!\nPairing swiss round 1... "));
   EXPECT_TRUE(HasPrinted("Game 1 spooled.\n"));
   EXPECT_EQ(GamesOfRound(1), 4);
-  EXPECT_EQ(tourney.settings.auto_run, 1);
+  EXPECT_EQ(tourney.Settings().auto_run, 1);
 }
 
 TEST_F(NextGame, AutoRunPairsTheNextSwissRoundWhenOneIsPlayed) {
@@ -146,7 +146,7 @@ TEST_F(NextGame, AutoRunPairsTheNextSwissRoundWhenOneIsPlayed) {
   EXPECT_EQ(Next(), 5);
   EXPECT_TRUE(HasPrinted("Pairing swiss round 2... "));
   EXPECT_EQ(GamesOfRound(2), 4);
-  EXPECT_EQ(tourney.settings.auto_run, 1);
+  EXPECT_EQ(tourney.Settings().auto_run, 1);
 }
 
 TEST_F(NextGame, NoRoundIsPairedWhileAGameIsLeft) {
@@ -162,7 +162,7 @@ TEST_F(NextGame, NoRoundIsPairedWhileAGameIsLeft) {
 
 TEST_F(NextGame, WithoutAutoRunNoSwissRoundIsPaired) {
   MakeSwissOfEight();
-  tourney.settings.auto_run = 0;
+  tourney.ChangeSettings()->auto_run = 0;
   EXPECT_EQ(Next(), 0);
   EXPECT_EQ(GamesOfRound(1), 0);
 }
@@ -175,16 +175,16 @@ TEST_F(NextGame, AGameWithoutResultThatKeepsTheRoundFromBeingPairedIsReplayed) {
   EXPECT_TRUE(HasPrinted("Therefore pairing for round 2 can't be done.\nGame 3 spooled.\n"));
   EXPECT_EQ(GameNumber(3).status, kSpooled);
   EXPECT_EQ(GamesOfRound(2), 0);
-  EXPECT_EQ(tourney.settings.auto_run, 1);
+  EXPECT_EQ(tourney.Settings().auto_run, 1);
 }
 
 TEST_F(NextGame, AutoRunEndsWhenNoRoundCanBePairedAndNothingBeReplayed) {
   MakeSwissOfEight();
   AddPlayedRound(1);
-  tourney.settings.rounds = 1;
+  tourney.ChangeSettings()->rounds = 1;
   EXPECT_EQ(Next(), 0);
   EXPECT_TRUE(HasPrinted("Can't create brackets. Maybe there are still games to be played?\n"));
-  EXPECT_EQ(tourney.settings.auto_run, 0);
+  EXPECT_EQ(tourney.Settings().auto_run, 0);
   EXPECT_EQ(tourney.current_game, 0);
 }
 
@@ -192,11 +192,11 @@ TEST_F(NextGame, AutoRunEndsWithoutAReplayWhenNotEvenOneBigBracketCanBePaired) {
   AddGames(1);
   MakeAllReady(kUnfinished);
   MakeSwiss(2);
-  tourney.settings.auto_run = 1;
+  tourney.ChangeSettings()->auto_run = 1;
   EXPECT_EQ(Next(), 0);
   EXPECT_TRUE(HasPrinted("\nEven pairing one big bracket failed!\n"));
   EXPECT_EQ(GameNumber(1).status, kReady);
-  EXPECT_EQ(tourney.settings.auto_run, 0);
+  EXPECT_EQ(tourney.Settings().auto_run, 0);
 }
 
 TEST_F(NextGame, TheAfterGameStepPairsTheNextRoundWithAutoRun) {
@@ -205,15 +205,15 @@ TEST_F(NextGame, TheAfterGameStepPairsTheNextRoundWithAutoRun) {
   EXPECT_EQ(AfterGame().substr(0, 24), "Pairing swiss round 2...");
   EXPECT_EQ(GamesOfRound(2), 4);
   EXPECT_EQ(GameNumber(5).status, kNothingDone);
-  EXPECT_EQ(tourney.settings.auto_run, 1);
+  EXPECT_EQ(tourney.Settings().auto_run, 1);
 }
 
 TEST_F(NextGame, TheAfterGameStepOnlyMovesTheRoundOnWithoutAutoRun) {
   MakeSwissOfEight();
   AddPlayedRound(1);
-  tourney.settings.auto_run = 0;
+  tourney.ChangeSettings()->auto_run = 0;
   EXPECT_EQ(AfterGame(), "");
-  EXPECT_EQ(tourney.round, 2);
+  EXPECT_EQ(tourney.State().round, 2);
   EXPECT_EQ(GamesOfRound(2), 0);
 }
 
@@ -229,10 +229,10 @@ TEST_F(NextGame, TheLastRoundIsNeverPairedByItself) {
   MakeSwissOfEight();
   for (int round = 1; round <= 3; ++round)
     AddPlayedRound(round);
-  tourney.round = 3;
+  tourney.ChangeState()->round = 3;
   EXPECT_EQ(AfterGame(), "Tourney finished.\n");
-  EXPECT_EQ(tourney.round, 4);
-  EXPECT_EQ(tourney.settings.auto_run, 0);
+  EXPECT_EQ(tourney.State().round, 4);
+  EXPECT_EQ(tourney.Settings().auto_run, 0);
   EXPECT_EQ(GamesOfRound(4), 0);
 }
 
@@ -240,35 +240,36 @@ TEST_F(NextGame, TheTourneyIsFinishedWhenEveryRoundIsPlayed) {
   MakeSwissOfEight();
   for (int round = 1; round <= 4; ++round)
     AddPlayedRound(round);
-  tourney.round = 4;
+  tourney.ChangeState()->round = 4;
   EXPECT_EQ(AfterGame(), "Tourney finished.\n");
-  EXPECT_EQ(tourney.round, 4);
+  EXPECT_EQ(tourney.State().round, 4);
 }
 
 TEST_F(NextGame, TheAfterGameStepSavesBeforeItPairs) {
   MakeSwissOfEight();
   AddPlayedRound(1);
-  tourney.settings.auto_save = 1;
-  tourney.settings.save_file = "/t/saved.ini";
+  tourney.ChangeSettings()->auto_save = 1;
+  file.SetName("/t/saved.ini");
   AfterGame();
-  Tourney saved(machine.host, "/nowhere/");
-  ASSERT_TRUE(saved.Load("/t/saved.ini"));
+  Tourney saved;
+  TourneyFile saved_file(machine.files);
+  ASSERT_TRUE(saved_file.Load(saved, "/t/saved.ini"));
   EXPECT_EQ(saved.Games().size(), 4U);
   EXPECT_EQ(tourney.Games().size(), 8U);
 }
 
 TEST_F(NextGame, TheAfterGameStepSavesWithAutoSaveOnly) {
-  tourney.settings.save_file = "/t/saved.ini";
+  file.SetName("/t/saved.ini");
   EXPECT_EQ(AfterGame(), "");
   EXPECT_FALSE(machine.files.Has("/t/saved.ini"));
-  tourney.settings.auto_save = 1;
+  tourney.ChangeSettings()->auto_save = 1;
   EXPECT_EQ(AfterGame(), "");
   EXPECT_TRUE(machine.files.Has("/t/saved.ini"));
 }
 
 TEST_F(NextGame, ASaveThatFailsIsReported) {
-  tourney.settings.auto_save = 1;
-  tourney.settings.save_file = "/nowhere/saved.ini";
+  tourney.ChangeSettings()->auto_save = 1;
+  file.SetName("/nowhere/saved.ini");
   EXPECT_EQ(AfterGame(), "Saving tourney failed!\n");
 }
 
@@ -290,37 +291,37 @@ TEST_F(NextGame, AnUnfinishedRoundOfASwissTourneyGoesOnSilently) {
   AddGames(1);
   MakeSwiss(5);
   EXPECT_EQ(AfterGame(), "");
-  EXPECT_EQ(tourney.settings.rounds, 5);
+  EXPECT_EQ(tourney.Settings().rounds, 5);
 }
 
 TEST_F(NextGame, ARoundRobinIsNeverDeclaredFinished) {
   AddGames(1);
   MakeAllReady(kDraw);
-  tourney.Participants().resize(2);
-  tourney.settings.rounds = 1;
-  tourney.settings.auto_run = 1;
+  tourney.ChangeParticipants().resize(2);
+  tourney.ChangeSettings()->rounds = 1;
+  tourney.ChangeSettings()->auto_run = 1;
   EXPECT_EQ(AfterGame(), "");
-  EXPECT_EQ(tourney.settings.auto_run, 1);
+  EXPECT_EQ(tourney.Settings().auto_run, 1);
 }
 
 TEST_F(NextGame, APlayedRoundCutsRoundsToHalfOfThePlayersAndEndsTheTourney) {
   AddGames(1);
   MakeAllReady(kDraw);
   MakeSwiss(10);
-  tourney.settings.auto_run = 1;
+  tourney.ChangeSettings()->auto_run = 1;
   EXPECT_EQ(AfterGame(),
             "Amount of rounds can't be more than half of players in the tourney.\n"
             "Setting Rounds to 1.\n"
             "Tourney finished.\n");
-  EXPECT_EQ(tourney.settings.rounds, 1);
-  EXPECT_EQ(tourney.settings.auto_run, 0);
+  EXPECT_EQ(tourney.Settings().rounds, 1);
+  EXPECT_EQ(tourney.Settings().auto_run, 0);
 }
 
 TEST_F(NextGame, ARoundNeedsAsManyGamesAsThereAreSubRounds) {
   AddGames(1);
   MakeAllReady(kDraw);
   MakeSwiss(1);
-  tourney.settings.sub_rounds = 2;
+  tourney.ChangeSettings()->sub_rounds = 2;
   EXPECT_EQ(AfterGame(), "");
 }
 

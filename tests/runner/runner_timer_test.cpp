@@ -14,8 +14,8 @@ constexpr const char* kStopped = "\n***************\nRunner stopped.\n**********
 class StartStopTimer : public ::testing::Test, protected SmallTourney {
  protected:
   void SetTimes(long long start, long long stop) {
-    tourney.Switch().SetStartTime(start);
-    tourney.Switch().SetStopTime(stop);
+    tourney.ChangeSwitch()->SetStartTime(start);
+    tourney.ChangeSwitch()->SetStopTime(stop);
   }
 
   /// What one pass prints.
@@ -24,7 +24,7 @@ class StartStopTimer : public ::testing::Test, protected SmallTourney {
     return machine.TakeOutput();
   }
 
-  RunnerTimer timer_{tourney};
+  RunnerTimer timer_{shared, machine.clock};
 };
 
 TEST_F(StartStopTimer, WithoutTimesNothingHappens) {
@@ -48,7 +48,7 @@ TEST_F(StartStopTimer, ATimeInThePastFiresInOnePassAndIsCleared) {
 }
 
 TEST_F(StartStopTimer, TheStopTimeSwitchesOff) {
-  tourney.Switch().SetRunning(true);
+  tourney.ChangeSwitch()->SetRunning(true);
   SetTimes(0, kNow);
   EXPECT_EQ(Pass(), kStopped);
   EXPECT_FALSE(tourney.Switch().IsRunning());

@@ -11,15 +11,15 @@
 //   Ada's games:  Ben +4, Ben +2, Cyd +0    ->   Ben 6 quarters, Cyd 0
 //   Buchholz      2 + 3 = 5,  Sonneborn-Berger  1.5 x 2 + 0 x 3 = 3
 
-#include "reports/standings.h"
+#include "tourney/standings.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <vector>
 
-#include "reports/game_score.h"
-#include "reports/participant_places.h"
+#include "tourney/game_score.h"
+#include "tourney/participant_places.h"
 #include "tourney/rounds.h"
 #include "tourney/tourney.h"
 
@@ -50,24 +50,28 @@ QuarterPoints Saturated(std::int64_t sum) {
       std::min<std::int64_t>(sum, std::numeric_limits<QuarterPoints>::max()));
 }
 
-void ResetScores(std::vector<Player>& participants) {
-  for (Player& player : participants) {
-    player.sonneborn_berger = 0;
-    player.buchholz = 0;
-    player.points = 0;
-    player.games_played = 0;
-  }
-}
+/// What the standings tell of a participant.
+struct Standing {
+  int games_played = 0;
+  QuarterPoints sonneborn_berger = 0;
+  QuarterPoints buchholz = 0;
+  QuarterPoints points = 0;
+  int rank = 0;
 
-void AddGameScore(Player& player, QuarterPoints score) {
-  ++player.games_played;
-  player.points += score;
+  bool operator==(const Standing&) const = default;
+};
+
+/// Of all participants, in list order.
+using Standings = std::vector<Standing>;
+
+void AddGameScore(Standing& standing, QuarterPoints score) {
+  ++standing.games_played;
+  standing.points += score;
 }
 
 /// Adds up points and games played, and picks the games that the tie-breaks count.
-std::vector<CountedGame> AddUpPoints(Tourney& tourney) {
-  std::vector<Player>& participants = tourney.Participants();
-  const ParticipantPlaces places(participants);
+std::vector<CountedGame> AddUpPoints(const Tourney& tourney, Standings& standings) {
+  const ParticipantPlaces places(tourney.Participants());
   std::vector<CountedGame> counted;
   counted.reserve(tourney.Games().size());
   for (const Game& game : tourney.Games()) {
@@ -76,8 +80,8 @@ std::vector<CountedGame> AddUpPoints(Tourney& tourney) {
     const int black = places.Of(game.black);
     const auto white_place = static_cast<std::size_t>(white);
     const auto black_place = static_cast<std::size_t>(black);
-    if (white >= 0) AddGameScore(participants[white_place], WhiteScore(game));
-    if (black >= 0) AddGameScore(participants[black_place], BlackScore(game));
+    if (white >= 0) AddGameScore(standings[white_place], WhiteScore(game));
+    if (black >= 0) AddGameScore(standings[black_place], BlackScore(game));
     const bool have_met = white >= 0 && black >= 0 && white != black && IsDecidedOnBoard(game);
     if (have_met) counted.push_back({white_place, black_place, &game});
   }
@@ -139,9 +143,9 @@ class PairScores {
   std::vector<std::size_t> met_;
 };
 
-void AddTieBreaks(std::vector<Player>& participants, const Meetings& meetings) {
-  PairScores scores(participants.size());
-  for (std::size_t i = 0; i < participants.size(); ++i) {
+void AddTieBreaks(Standings& standings, const Meetings& meetings) {
+  PairScores scores(standings.size());
+  for (std::size_t i = 0; i < standings.size(); ++i) {
     scores.Begin();
     for (std::size_t m = meetings.begin[i]; m < meetings.begin[i + 1]; ++m) {
       scores.Add(meetings.list[m]);
@@ -149,43 +153,58 @@ void AddTieBreaks(std::vector<Player>& participants, const Meetings& meetings) {
     std::int64_t buchholz = 0;
     std::int64_t sonneborn_berger = 0;
     for (const std::size_t opponent : scores.Met()) {
-      const std::int64_t points = participants[opponent].points;
+      const std::int64_t points = standings[opponent].points;
       buchholz += points;
       sonneborn_berger += scores.Against(opponent) * points / 4;
     }
-    participants[i].buchholz = Saturated(buchholz);
-    participants[i].sonneborn_berger = Saturated(sonneborn_berger);
+    standings[i].buchholz = Saturated(buchholz);
+    standings[i].sonneborn_berger = Saturated(sonneborn_berger);
   }
 }
 
 /// Whether `a` stands ahead of `b`.
-bool IsAhead(const Player& a, const Player& b, bool is_swiss) {
+bool IsAhead(const Standing& a, const Standing& b, bool is_swiss) {
   if (a.points != b.points) return a.points > b.points;
   if (is_swiss && a.buchholz != b.buchholz) return a.buchholz > b.buchholz;
   return a.sonneborn_berger > b.sonneborn_berger;
 }
 
-void SetRanks(std::vector<Player>& participants, bool is_swiss) {
-  std::vector<Player*> order;
-  order.reserve(participants.size());
-  for (Player& player : participants)
-    order.push_back(&player);
+void SetRanks(Standings& standings, bool is_swiss) {
+  std::vector<Standing*> order;
+  order.reserve(standings.size());
+  for (Standing& standing : standings)
+    order.push_back(&standing);
   std::sort(order.begin(), order.end(),
-            [&](const Player* a, const Player* b) { return IsAhead(*a, *b, is_swiss); });
+            [&](const Standing* a, const Standing* b) { return IsAhead(*a, *b, is_swiss); });
   for (std::size_t i = 0; i < order.size(); ++i) {
     const bool shares_rank = i > 0 && !IsAhead(*order[i - 1], *order[i], is_swiss);
     order[i]->rank = shares_rank ? order[i - 1]->rank : static_cast<int>(i) + 1;
   }
 }
 
+/// Enters the standing where it is not the one that is there already.
+void Enter(Tourney& tourney, const Player& player, const Standing& standing) {
+  const Standing before{player.games_played, player.sonneborn_berger, player.buchholz,
+                        player.points, player.rank};
+  if (before == standing) return;
+  const auto change = tourney.Change(player);
+  change->games_played = standing.games_played;
+  change->sonneborn_berger = standing.sonneborn_berger;
+  change->buchholz = standing.buchholz;
+  change->points = standing.points;
+  change->rank = standing.rank;
+}
+
 }  // namespace
 
 bool CalculateStandings(Tourney& tourney) {
-  std::vector<Player>& participants = tourney.Participants();
-  ResetScores(participants);
-  const std::vector<CountedGame> games = AddUpPoints(tourney);
-  AddTieBreaks(participants, SortMeetings(participants.size(), games));
-  SetRanks(participants, tourney.IsSwiss());
+  const std::vector<Player>& participants = tourney.Participants();
+  Standings standings(participants.size());
+  const std::vector<CountedGame> games = AddUpPoints(tourney, standings);
+  AddTieBreaks(standings, SortMeetings(participants.size(), games));
+  SetRanks(standings, tourney.IsSwiss());
+  for (std::size_t i = 0; i < participants.size(); ++i)
+    Enter(tourney, participants[i], standings[i]);
   AdvanceCurrentRound(tourney);
   return true;
 }

@@ -1,9 +1,9 @@
-#include "runner/runner_switch_commands.h"
+#include "tourney/runner_switch_commands.h"
 
 #include <gtest/gtest.h>
 
 #include "platform/clock.h"
-#include "runner/small_tourney.h"
+#include "tourney/small_tourney.h"
 
 namespace tarvendo {
 namespace {
@@ -11,7 +11,7 @@ namespace {
 constexpr long long kEarly = 1000000000;
 constexpr long long kLate = 1000003600;
 
-class RunnerSwitchCommands : public ::testing::Test, protected SmallTourney {
+class RunnerSwitchCommands : public TourneyTest {
  protected:
   std::string Status() {
     machine.TakeOutput();

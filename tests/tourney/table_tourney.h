@@ -23,7 +23,7 @@ class TableTourney : public ::testing::Test {
     Player player;
     player.texts.name = name;
     player.number = static_cast<int>(tourney.Participants().size()) + 1;
-    tourney.Participants().push_back(player);
+    tourney.ChangeParticipants().push_back(player);
   }
 
   /// Adds a game that has been played. Whoever of the two is a participant gets it into its
@@ -44,21 +44,24 @@ class TableTourney : public ::testing::Test {
     game.sub_round = sub_round;
     const int index = static_cast<int>(tourney.Games().size());
     game.number = index + 1;
-    tourney.Games().push_back(game);
+    tourney.ChangeGames().push_back(game);
     for (const int number : {white, black}) {
-      Player* player = tourney.FindParticipant(number);
-      if (player != nullptr) player->games.push_back(index);
+      const Player* player = tourney.FindParticipant(number);
+      if (player != nullptr) tourney.Change(*player)->games.push_back(index);
     }
-    return tourney.Games().back();
+    return tourney.ChangeGames().back();
   }
 
   /// The participant with that number, which must be there.
-  Player& P(int number) { return *tourney.FindParticipant(number); }
+  Player& P(int number) {
+    const std::ptrdiff_t place = tourney.FindParticipant(number) - tourney.Participants().data();
+    return tourney.ChangeParticipants()[static_cast<std::size_t>(place)];
+  }
 
-  void MakeRoundRobin() { tourney.settings.type = kRoundRobin; }
+  void MakeRoundRobin() { tourney.ChangeSettings()->type = kRoundRobin; }
 
   CapturedLog machine;
-  Tourney tourney{machine.host, "/program/"};
+  Tourney tourney;
 };
 
 }  // namespace tarvendo

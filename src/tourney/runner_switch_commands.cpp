@@ -1,4 +1,4 @@
-#include "runner/runner_switch_commands.h"
+#include "tourney/runner_switch_commands.h"
 
 #include "base/log.h"
 #include "platform/clock.h"
@@ -7,27 +7,27 @@
 namespace tarvendo {
 
 void StartRunner(Tourney& tourney) {
-  tourney.Switch().SetRunning(true);
+  tourney.ChangeSwitch()->SetRunning(true);
   Print("\n***************\nRunner started.\n***************\n> ");
 }
 
 void StopRunner(Tourney& tourney) {
-  tourney.Switch().SetRunning(false);
+  tourney.ChangeSwitch()->SetRunning(false);
   Print("\n***************\nRunner stopped.\n***************\n> ");
 }
 
 void SetStartTime(Tourney& tourney, long long time) {
-  tourney.Switch().SetStartTime(time);
+  tourney.ChangeSwitch()->SetStartTime(time);
   if (time != 0) PrintText("Start time set to " + LocalTimeText(time));
 }
 
 void SetStopTime(Tourney& tourney, long long time) {
-  tourney.Switch().SetStopTime(time);
+  tourney.ChangeSwitch()->SetStopTime(time);
   if (time != 0) PrintText("Stop time set to " + LocalTimeText(time));
 }
 
-void ShowRunnerStatus(Tourney& tourney) {
-  const RunnerSwitch::State state = tourney.Switch().Get();
+void ShowRunnerStatus(const Tourney& tourney) {
+  const RunnerSwitch::State& state = tourney.Switch().Get();
   const std::string start =
       state.start_time != 0 ? "Start time: " + LocalTimeText(state.start_time) : "";
   const std::string stop =

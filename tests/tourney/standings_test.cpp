@@ -1,11 +1,11 @@
-#include "reports/standings.h"
+#include "tourney/standings.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
-#include "reports/table_tourney.h"
 #include "tourney/participants.h"
+#include "tourney/table_tourney.h"
 
 namespace tarvendo {
 namespace {
@@ -26,8 +26,8 @@ TEST_F(Standings, AWinIsFourQuartersAndADrawTwo) {
 
 TEST_F(Standings, AReadyGameWithoutResultCountsAsPlayedAndForNothingElse) {
   for (const int result : {kUnknown, kUnfinished}) {
-    tourney.Participants().clear();
-    tourney.Games().clear();
+    tourney.ChangeParticipants().clear();
+    tourney.ChangeGames().clear();
     AddPlayers(3);
     Play(1, 3, kWhiteWins);
     Play(1, 2, result, 2);
@@ -83,7 +83,7 @@ TEST_F(Standings, EverythingIsComputedAnewInEachRun) {
   EXPECT_EQ(P(1).points, 4);
   EXPECT_EQ(P(1).games_played, 1);
   EXPECT_EQ(P(2).buchholz, 4);
-  tourney.Games().clear();
+  tourney.ChangeGames().clear();
   CalculateStandings(tourney);
   EXPECT_EQ(P(1).points, 0);
   EXPECT_EQ(P(2).buchholz, 0);
@@ -143,7 +143,7 @@ TEST_F(Standings, RoundRobinLooksAtSonnebornBergerOnly) {
   ASSERT_LT(P(1).buchholz, P(2).buchholz);
   ASSERT_GT(P(1).sonneborn_berger, P(2).sonneborn_berger);
   EXPECT_LT(P(1).rank, P(2).rank);
-  tourney.settings.type = kSwiss;
+  tourney.ChangeSettings()->type = kSwiss;
   CalculateStandings(tourney);
   EXPECT_GT(P(1).rank, P(2).rank);
 }
@@ -163,21 +163,21 @@ TEST_F(Standings, EqualScoresShareARankAndTheNextIsSkipped) {
 }
 
 TEST_F(Standings, ARoundThatEverybodyHasPlayedMovesTheSwissOn) {
-  tourney.settings.rounds = 3;
+  tourney.ChangeSettings()->rounds = 3;
   AddPlayers(2);
   Play(1, 2, kDraw, 1);
   CalculateStandings(tourney);
-  EXPECT_EQ(tourney.round, 2);
+  EXPECT_EQ(tourney.State().round, 2);
   CalculateStandings(tourney);
-  EXPECT_EQ(tourney.round, 2) << "round 2 has no games yet";
+  EXPECT_EQ(tourney.State().round, 2) << "round 2 has no games yet";
 }
 
 TEST_F(Standings, TheCurrentRoundNeverGoesPastRounds) {
-  tourney.settings.rounds = 1;
+  tourney.ChangeSettings()->rounds = 1;
   AddPlayers(2);
   Play(1, 2, kDraw, 1);
   CalculateStandings(tourney);
-  EXPECT_EQ(tourney.round, 1);
+  EXPECT_EQ(tourney.State().round, 1);
 }
 
 TEST_F(Standings, ARoundRobinHasNoCurrentRoundToMove) {
@@ -185,33 +185,33 @@ TEST_F(Standings, ARoundRobinHasNoCurrentRoundToMove) {
   AddPlayers(2);
   Play(1, 2, kDraw, 1);
   CalculateStandings(tourney);
-  EXPECT_EQ(tourney.round, 1);
+  EXPECT_EQ(tourney.State().round, 1);
 }
 
 TEST_F(Standings, OnlyTheFirstGameOfTheRoundInTheHistoryCountsForMovingOn) {
-  tourney.settings.rounds = 3;
+  tourney.ChangeSettings()->rounds = 3;
   AddPlayers(2);
   Schedule(1, 2, 1, 1);
   Play(2, 1, kDraw, 1, 2);
   CalculateStandings(tourney);
-  EXPECT_EQ(tourney.round, 1);
+  EXPECT_EQ(tourney.State().round, 1);
 }
 
 TEST_F(Standings, AParticipantWithoutGameInTheRoundHoldsItUp) {
-  tourney.settings.rounds = 3;
+  tourney.ChangeSettings()->rounds = 3;
   AddPlayers(3);
   Play(1, 2, kDraw, 1);
   CalculateStandings(tourney);
-  EXPECT_EQ(tourney.round, 1);
+  EXPECT_EQ(tourney.State().round, 1);
 }
 
 TEST_F(Standings, WithoutParticipantsEachRunMovesTheRoundOn) {
-  tourney.settings.rounds = 3;
+  tourney.ChangeSettings()->rounds = 3;
   CalculateStandings(tourney);
-  EXPECT_EQ(tourney.round, 2);
+  EXPECT_EQ(tourney.State().round, 2);
   CalculateStandings(tourney);
   CalculateStandings(tourney);
-  EXPECT_EQ(tourney.round, 3);
+  EXPECT_EQ(tourney.State().round, 3);
 }
 
 TEST_F(Standings, GamesOfStrangersAndAgainstOneselfDoNoHarm) {
@@ -231,9 +231,9 @@ TEST_F(Standings, GamesOfStrangersAndAgainstOneselfDoNoHarm) {
 
 TEST_F(Standings, ParticipantsOfADamagedFileAreFoundByTheirOddNumbers) {
   AddPlayers(3);
-  tourney.Participants()[0].number = 3;
-  tourney.Participants()[1].number = -8;
-  tourney.Participants()[2].number = 900;
+  tourney.ChangeParticipants()[0].number = 3;
+  tourney.ChangeParticipants()[1].number = -8;
+  tourney.ChangeParticipants()[2].number = 900;
   Play(3, -8, kWhiteWins);
   Play(900, 3, kWhiteWins, 2);
   CalculateStandings(tourney);

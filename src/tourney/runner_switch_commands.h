@@ -16,6 +16,6 @@ void SetStopTime(Tourney& tourney, long long time);
 
 /// Prints "Runner status: RUNNING\n" or "... STOPPED\n" and the times that are set, the earlier one
 /// first (the stop time when they are equal).
-void ShowRunnerStatus(Tourney& tourney);
+void ShowRunnerStatus(const Tourney& tourney);
 
 }  // namespace tarvendo

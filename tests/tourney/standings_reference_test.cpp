@@ -5,8 +5,8 @@
 #include <random>
 #include <vector>
 
-#include "reports/standings.h"
-#include "reports/table_tourney.h"
+#include "tourney/standings.h"
+#include "tourney/table_tourney.h"
 
 namespace tarvendo {
 namespace {
@@ -124,9 +124,9 @@ class StandingsAgainstTheSlowOnes : public TableTourney {
 
 TEST_F(StandingsAgainstTheSlowOnes, AgreeOnThousandsOfRandomTourneys) {
   for (int i = 0; i < 3000; ++i) {
-    tourney.Participants().clear();
-    tourney.Games().clear();
-    tourney.settings.type = Below(2);
+    tourney.ChangeParticipants().clear();
+    tourney.ChangeGames().clear();
+    tourney.ChangeSettings()->type = Below(2);
     const int players = 1 + Below(9);
     AddPlayers(players);
     const int games = Below(40);

@@ -1,4 +1,4 @@
-#include "reports/participant_places.h"
+#include "tourney/participant_places.h"
 
 #include <gtest/gtest.h>
 
