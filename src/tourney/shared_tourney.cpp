@@ -59,7 +59,8 @@ void SharedTourney::End(const Hold::Mark& mark) {
     const MutexLock lock(mutex_);
     // A hold that was broken has given the tourney back already.
     if (!held_ || turn_ != mark.turn) return;
-    changed = tourney_.Version() != mark.version || tourney_.Switch().Changes() != mark.switch_changes;
+    changed =
+        tourney_.Version() != mark.version || tourney_.Switch().Changes() != mark.switch_changes;
     held_ = false;
     given_back_.notify_all();
   }

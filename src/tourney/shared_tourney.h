@@ -19,7 +19,8 @@ class SharedTourney;
 /// has it at a time, and gives it back before it waits for anything.
 class Hold {
  public:
-  Hold(Hold&& other) noexcept : shared_(std::exchange(other.shared_, nullptr)), mark_(other.mark_) {}
+  Hold(Hold&& other) noexcept
+      : shared_(std::exchange(other.shared_, nullptr)), mark_(other.mark_) {}
   Hold& operator=(Hold&&) = delete;
   ~Hold();
 
@@ -68,8 +69,8 @@ class SharedTourney {
   Hold TakeForEmergency(std::chrono::milliseconds span) TARVENDO_EXCLUDES(mutex_);
 
   /// From now on `listener` is called whenever a hold has ended during which the tourney's version
-  /// rose or its switch was moved; not for the holds of `own_thread`, the one that listens. An empty
-  /// listener ends that; when this returns, no call to the former one is under way.
+  /// rose or its switch was moved; not for the holds of `own_thread`, the one that listens. An
+  /// empty listener ends that; when this returns, no call to the former one is under way.
   void SetChangeListener(ChangeListener listener, std::thread::id own_thread = {})
       TARVENDO_EXCLUDES(listener_mutex_);
 

@@ -69,8 +69,8 @@ class TourneyFile {
 
   FileSystem& files_;
   std::string name_;
-  std::string path_;               ///< of the file with that name
-  std::optional<Content> known_;   ///< what was loaded or saved last
+  std::string path_;                ///< of the file with that name
+  std::optional<Content> known_;    ///< what was loaded or saved last
   std::set<std::string> reported_;  ///< the texts of which it was said that they were cut
 };
 
