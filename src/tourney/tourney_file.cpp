@@ -19,8 +19,10 @@ constexpr const char* kHeader = "TOURNEY_FILE";
 /// So much of a text that was cut tells which one it is.
 constexpr std::size_t kShownText = 60;
 
-bool IsTourneyText(const std::string& text) {
-  return WithoutLineFeed(LineReader(text).Read(kRecordLine).value_or("")) == kHeader;
+/// Whether a save without a name would destroy something that is no tourney file.
+bool IsForeign(const std::optional<std::string>& text) {
+  if (!text || text->empty()) return false;
+  return WithoutLineFeed(LineReader(*text).Read(kRecordLine).value_or("")) != kHeader;
 }
 
 }  // namespace
@@ -40,7 +42,7 @@ void TourneyFile::ChooseName(const Tourney& tourney, const std::string& name) {
 
 bool TourneyFile::Save(const Tourney& tourney, const std::string& name) {
   ChooseName(tourney, name);
-  if (name.empty() && WouldReplaceForeignFile()) return false;
+  if (name.empty() && IsForeign(files_.ReadText(path_))) return false;
   return Write(tourney);
 }
 
@@ -77,7 +79,7 @@ bool TourneyFile::Load(Tourney& tourney, const std::string& name) {
 
 bool TourneyFile::AutoSave(Tourney& tourney) {
   if (TryAutoSave(tourney)) return true;
-  if (WasChangedByOthers()) {
+  if (WasChangedByOthers(files_.ReadText(path_))) {
     PrintText("The tourney file '" + name_ +
               "' was changed by another program, so it is not saved.\n"
               "Save by hand replaces it, Load takes what is in it.\n");
@@ -91,18 +93,12 @@ bool TourneyFile::AutoSave(Tourney& tourney) {
 bool TourneyFile::TryAutoSave(const Tourney& tourney) {
   if (tourney.Settings().auto_save == 0) return true;
   ChooseName(tourney, "");
-  return !WasChangedByOthers() && Save(tourney, "");
+  const auto text = files_.ReadText(path_);
+  return !WasChangedByOthers(text) && !IsForeign(text) && Write(tourney);
 }
 
-bool TourneyFile::WouldReplaceForeignFile() const {
-  const auto text = files_.ReadText(path_);
-  return text && !text->empty() && !IsTourneyText(*text);
-}
-
-bool TourneyFile::WasChangedByOthers() const {
-  if (!known_ || known_->path != path_) return false;
-  const auto text = files_.ReadText(path_);
-  return text && !(ContentOf(*text) == *known_);
+bool TourneyFile::WasChangedByOthers(const std::optional<std::string>& text) const {
+  return text && known_ && known_->path == path_ && !(ContentOf(*text) == *known_);
 }
 
 void TourneyFile::Know(std::optional<std::string> text) {

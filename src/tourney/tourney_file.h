@@ -58,11 +58,11 @@ class TourneyFile {
   void ChooseName(const Tourney& tourney, const std::string& name);
   bool Write(const Tourney& tourney);
 
-  /// Whether a save without a name would destroy something that is no tourney file.
-  bool WouldReplaceForeignFile() const;
+  /// Whether the file, which holds `text`, holds something else than what was loaded from it or
+  /// saved to it last.
+  bool WasChangedByOthers(const std::optional<std::string>& text) const;
 
-  /// Whether the file holds something else than what was loaded from it or saved to it last.
-  bool WasChangedByOthers() const;
+  /// Remembers what is in the file now; nothing when there is none.
   void Know(std::optional<std::string> text);
   Content ContentOf(const std::string& text) const;
   void ReportCutText(const std::string& text);
