@@ -8,6 +8,7 @@
 #include "platform/scratch_directory.h"
 #include "report_tourney.h"
 #include "runner/collect.h"
+#include "runner/running_games.h"
 #include "runner/spool.h"
 
 namespace tarvendo {
@@ -16,14 +17,15 @@ namespace {
 constexpr int kParticipants = 20;
 
 /// So many spooled games between twenty engines.
-void SpoolGames(Tourney& tourney, const std::string& path, std::int64_t games) {
-  tourney.settings.files_path = path;
-  tourney.settings.pgn_file = path + "all.pgn";
+void SpoolGames(ReportTourney& made, const std::string& path, std::int64_t games) {
+  Tourney& tourney = made.tourney;
+  tourney.ChangeSettings()->files_path = path;
+  tourney.ChangeSettings()->pgn_file = path + "all.pgn";
   for (int i = 0; i < games; ++i) {
     const int white = i % kParticipants + 1;
     tourney.AddGame(white, white % kParticipants + 1, i / kParticipants + 1, 1);
   }
-  SpoolAll(tourney);
+  SpoolAll(tourney, made.host.files);
 }
 
 /// WinBoard has played every game: a record of two kilobytes each.
@@ -41,12 +43,12 @@ void CollectAllGames(benchmark::State& state) {
     state.PauseTiming();
     const ScratchDirectory directory;
     ReportTourney made(kParticipants, kRoundRobin);
-    SpoolGames(made.tourney, directory.Path() + "/", state.range(0));
+    SpoolGames(made, directory.Path() + "/", state.range(0));
     WriteRecords(made.tourney);
     state.ResumeTiming();
-    CollectAll(made.tourney);
+    CollectAll(made.tourney, made.host.files, made.file, RunningGames());
     state.PauseTiming();
-    if (made.tourney.games_state != 3) state.SkipWithError("not all games were collected");
+    if (made.tourney.State().games_state != 3) state.SkipWithError("not all games were collected");
     state.ResumeTiming();
   }
   state.SetComplexityN(state.range(0));
@@ -55,9 +57,9 @@ void CollectAllGames(benchmark::State& state) {
 void RespoolAllGames(benchmark::State& state) {
   const ScratchDirectory directory;
   ReportTourney made(kParticipants, kRoundRobin);
-  SpoolGames(made.tourney, directory.Path() + "/", state.range(0));
+  SpoolGames(made, directory.Path() + "/", state.range(0));
   for (auto _ : state) {
-    RespoolAll(made.tourney);
+    RespoolAll(made.tourney, made.host.files, made.file, RunningGames());
   }
   state.SetComplexityN(state.range(0));
 }

@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include "base/log.h"
+#include "platform/file_watch.h"
 #include "platform/scratch_directory.h"
 #include "report_tourney.h"
 #include "tourney/game_list.h"
@@ -29,7 +30,8 @@ class DiscardingLog {
   std::unique_ptr<FileSystem> files_ = MakeFileSystem();
   std::unique_ptr<Processes> processes_ = MakeProcesses();
   std::unique_ptr<Clock> clock_ = MakeClock();
-  Host host_{*files_, *processes_, *clock_};
+  std::unique_ptr<FileWatches> watches_ = MakeFileWatches();
+  Host host_{*files_, *processes_, *clock_, *watches_};
   Log log_{host_, [](const std::string&) {}, [](const std::string&) {}};
 };
 
@@ -51,7 +53,7 @@ void RemoveAllGames(benchmark::State& state) {
     ReportTourney report(Participants(state), kSwiss);
     Fill(report, state);
     state.ResumeTiming();
-    benchmark::DoNotOptimize(RemoveGames(report.tourney, {.all = true}));
+    benchmark::DoNotOptimize(RemoveGames(report.tourney, report.host.files, {.all = true}));
   }
 }
 
@@ -63,7 +65,8 @@ void RemoveSomeGames(benchmark::State& state) {
     ReportTourney report(Participants(state), kSwiss);
     Fill(report, state);
     state.ResumeTiming();
-    benchmark::DoNotOptimize(RemoveGames(report.tourney, {.result = kWhiteWins}));
+    benchmark::DoNotOptimize(
+        RemoveGames(report.tourney, report.host.files, {.result = kWhiteWins}));
   }
 }
 
@@ -74,7 +77,7 @@ void RemoveOneParticipant(benchmark::State& state) {
     ReportTourney report(Participants(state), kSwiss);
     Fill(report, state);
     state.ResumeTiming();
-    benchmark::DoNotOptimize(RemoveParticipant(report.tourney, 1));
+    benchmark::DoNotOptimize(RemoveParticipant(report.tourney, report.host.files, 1));
   }
 }
 
@@ -82,7 +85,7 @@ void RemoveOneParticipant(benchmark::State& state) {
 void ListAllGames(benchmark::State& state) {
   DiscardingLog log;
   ReportTourney report(Participants(state), kSwiss);
-  for (Player& player : report.tourney.Participants())
+  for (Player& player : report.tourney.ChangeParticipants())
     player.texts.name.resize(1);
   Fill(report, state);
   for (auto _ : state)
@@ -96,7 +99,7 @@ void CreateAllGames(benchmark::State& state) {
     ++participants;
   ReportTourney report(participants, kRoundRobin);
   for (auto _ : state)
-    CreateRRGames(report.tourney);
+    CreateRRGames(report.tourney, report.host.files);
   state.counters["games"] = static_cast<double>(report.tourney.Games().size());
   state.SetComplexityN(state.range(0));
 }

@@ -3,23 +3,26 @@
 #include <string>
 
 #include "platform/clock.h"
+#include "platform/file_watch.h"
 #include "platform/files.h"
+#include "platform/host.h"
 #include "platform/processes.h"
-#include "tourney/tourney.h"
+#include "tourney/shared_tourney.h"
+#include "tourney/tourney_file.h"
 
 namespace tarvendo {
 
-/// A tourney of a given size for the benchmarks, on the real machine (of which it uses nothing).
+/// A tourney of a given size for the benchmarks, and the real machine.
 class ReportTourney {
  public:
   /// Every participant is called "Engine N".
   ReportTourney(int participants, int type) {
-    tourney.settings.type = type;
+    tourney.ChangeSettings()->type = type;
     for (int number = 1; number <= participants; ++number) {
       Player player;
       player.texts.name = "Engine " + std::to_string(number);
       player.number = number;
-      tourney.Participants().push_back(player);
+      tourney.ChangeParticipants().push_back(player);
     }
   }
 
@@ -35,9 +38,9 @@ class ReportTourney {
     const std::size_t index = tourney.Games().size();
     game.result = kResults[(static_cast<std::size_t>(white) + index) % 5];
     game.number = static_cast<int>(index) + 1;
-    tourney.Games().push_back(game);
+    tourney.ChangeGames().push_back(game);
     for (const int number : {white, black}) {
-      tourney.FindParticipant(number)->games.push_back(static_cast<int>(index));
+      tourney.Change(*tourney.FindParticipant(number))->games.push_back(static_cast<int>(index));
     }
   }
 
@@ -65,10 +68,14 @@ class ReportTourney {
   std::unique_ptr<FileSystem> files_ = MakeFileSystem();
   std::unique_ptr<Processes> processes_ = MakeProcesses();
   std::unique_ptr<Clock> clock_ = MakeClock();
-  Host host_{*files_, *processes_, *clock_};
+  std::unique_ptr<FileWatches> watches_ = MakeFileWatches();
 
  public:
-  Tourney tourney{host_, "/no-such-directory/"};
+  Host host{*files_, *processes_, *clock_, *watches_};
+  SharedTourney shared;
+  Tourney& tourney = *shared.Take();  ///< for the benchmark's own thread, the only one
+  HeldWithTourney<TourneyFile> held_file{*files_};
+  TourneyFile& file = held_file.With(shared.Take());
 };
 
 }  // namespace tarvendo

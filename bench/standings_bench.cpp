@@ -3,7 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include "report_tourney.h"
-#include "reports/standings.h"
+#include "tourney/standings.h"
 
 namespace tarvendo {
 namespace {

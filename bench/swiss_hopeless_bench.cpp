@@ -22,9 +22,9 @@ void LetAllMeet(Tourney& tourney) {
       game.result = kResults[(white * 7 + black) % 5];
       for (const int number : {white, black}) {
         const int place = static_cast<int>(tourney.Games().size());
-        tourney.FindParticipant(number)->games.push_back(place);
+        tourney.Change(*tourney.FindParticipant(number))->games.push_back(place);
       }
-      tourney.Games().push_back(game);
+      tourney.ChangeGames().push_back(game);
     }
   }
 }
@@ -32,7 +32,7 @@ void LetAllMeet(Tourney& tourney) {
 void SwissRoundThatCannotBePaired(benchmark::State& state) {
   SwissSimulation simulation(1, static_cast<int>(state.range(0)), 100);
   LetAllMeet(simulation.tourney);
-  simulation.tourney.round = 9;
+  simulation.tourney.ChangeState()->round = 9;
   for (auto unused : state) {
     if (simulation.Pair()) state.SkipWithError("the round was paired");
   }

@@ -10,8 +10,6 @@
 #include "pairing/bracket_list.h"
 #include "pairing/swiss_driver.h"
 #include "platform/clock.h"
-#include "platform/files.h"
-#include "platform/processes.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {
@@ -21,12 +19,12 @@ namespace tarvendo {
 class SwissSimulation {
  public:
   SwissSimulation(std::uint64_t seed, int participants, int rounds) : dice_(seed) {
-    tourney.settings.rounds = rounds;
+    tourney.ChangeSettings()->rounds = rounds;
     for (int number = 1; number <= participants; ++number) {
       Player player;
       player.texts.name = "Engine " + std::to_string(number);
       player.number = number;
-      tourney.Participants().push_back(player);
+      tourney.ChangeParticipants().push_back(player);
     }
   }
 
@@ -39,7 +37,7 @@ class SwissSimulation {
 
   /// Gives every game without a result one.
   void Play() {
-    for (Game& game : tourney.Games()) {
+    for (Game& game : tourney.ChangeGames()) {
       if (game.IsReady()) continue;
       game.status = kReady;
       game.result = ResultOf(game);
@@ -65,14 +63,11 @@ class SwissSimulation {
   }
 
   std::mt19937_64 dice_;
-  std::unique_ptr<FileSystem> files_ = MakeFileSystem();
-  std::unique_ptr<Processes> processes_ = MakeProcesses();
   std::unique_ptr<Clock> clock_ = MakeClock();
-  Host host_{*files_, *processes_, *clock_};
 
  public:
-  Tourney tourney{host_, "/no-such-directory/"};
-  BracketList brackets{tourney};
+  Tourney tourney;
+  BracketList brackets{*clock_};
 };
 
 }  // namespace tarvendo

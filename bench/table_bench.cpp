@@ -11,11 +11,12 @@
 namespace tarvendo {
 namespace {
 
-void Measure(benchmark::State& state, Tourney& tourney, const TableOptions& options) {
+void Measure(benchmark::State& state, ReportTourney& report, const TableOptions& options) {
   const std::filesystem::path path =
       std::filesystem::temp_directory_path() / "tarvendo-table-bench.htm";
   for (auto _ : state) {
-    if (!WriteTable(tourney, path.string(), options)) state.SkipWithError("not written");
+    if (!WriteTable(report.tourney, report.host.files, path.string(), options))
+      state.SkipWithError("not written");
   }
   if (std::filesystem::exists(path)) {
     state.counters["bytes"] = static_cast<double>(std::filesystem::file_size(path));
@@ -29,14 +30,14 @@ void RoundRobinTable(benchmark::State& state, bool html, bool long_cells) {
   report.PlayEveryPair();
   TableOptions options = html ? HtmlTableDefaults(report.tourney) : TextTableDefaults();
   options.long_cells = long_cells;
-  Measure(state, report.tourney, options);
+  Measure(state, report, options);
 }
 
 /// Ten rounds have been played.
 void SwissTable(benchmark::State& state, bool html) {
   ReportTourney report(static_cast<int>(state.range(0)), kSwiss);
   report.PlayRounds(10);
-  Measure(state, report.tourney, html ? HtmlTableDefaults(report.tourney) : TextTableDefaults());
+  Measure(state, report, html ? HtmlTableDefaults(report.tourney) : TextTableDefaults());
 }
 
 BENCHMARK_CAPTURE(RoundRobinTable, Text, false, false)

@@ -10,7 +10,8 @@
 #include "platform/input.h"
 #include "players/player_database.h"
 #include "runner/game_runner.h"
-#include "tourney/tourney.h"
+#include "tourney/shared_tourney.h"
+#include "tourney/tourney_file.h"
 
 using namespace tarvendo;
 
@@ -35,7 +36,7 @@ class Typed : public InputStream {
 struct Machine {
   Machine() {
     log.files.MakeDirectory("/t");
-    tourney.settings.files_path = "/t\\";
+    tourney.ChangeSettings()->files_path = "/t\\";
     log.processes.on_batch = [this](const std::string&) {
       log.files.Put("winboard.debug", "1\n2\n3\n4\n5\nGameEnds(1, x, 2)\n");
       for (const Game& game : tourney.Games()) {
@@ -58,18 +59,21 @@ struct Machine {
     Typed bytes(line);
     LineInput input(bytes, true);
     interpreter.RunCommandLoop(input, false);
-    if (tourney.settings.sub_rounds > kMostSubRounds) tourney.settings.sub_rounds = kMostSubRounds;
+    if (tourney.Settings().sub_rounds > kMostSubRounds)
+      tourney.ChangeSettings()->sub_rounds = kMostSubRounds;
     if (tourney.Games().size() > kMostGames) tourney.EraseAllGames();
     runner.Pass();
     log.TakeOutput();
   }
 
   CapturedLog log;
-  Tourney tourney{log.host, "/nowhere/"};
+  SharedTourney shared;
+  Tourney& tourney = *shared.Take();  ///< there is one thread only
+  HeldWithTourney<TourneyFile> file{log.files};
+  HeldWithTourney<BracketList> brackets{log.clock};
   PlayerDatabase players;
-  BracketList brackets{tourney};
-  CommandInterpreter interpreter{tourney, players, brackets};
-  GameRunner runner{tourney, brackets};
+  CommandInterpreter interpreter{{shared, file, brackets, players, log.host, "/nowhere/"}};
+  GameRunner runner{shared, file, brackets, log.host};
 };
 
 }  // namespace

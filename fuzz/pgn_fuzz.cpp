@@ -4,19 +4,21 @@
 #include "runner/collect.h"
 #include "runner/spool.h"
 #include "tourney/tourney.h"
+#include "tourney/tourney_file.h"
 
 using namespace tarvendo;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   CapturedLog machine;
   machine.files.MakeDirectory("/t");
-  Tourney tourney(machine.host, "/nowhere/");
-  tourney.settings.files_path = "/t\\";
+  Tourney tourney;
+  TourneyFile file(machine.files);
+  tourney.ChangeSettings()->files_path = "/t\\";
   tourney.AddGame(1, 2, 3, 1);
-  SpoolAll(tourney);
+  SpoolAll(tourney, machine.files);
   machine.files.Put("/t/g1.PGN", FuzzText(data, size));
   const std::string pgn = *machine.files.ReadText("/t/g1.PGN");
-  CollectAll(tourney);
+  CollectAll(tourney, machine.files, file);
   const Game& game = tourney.Games().front();
   Demand(game.IsReady() && game.result == ResultInPgn(pgn));
   Demand(machine.files.Bytes("default.pgn") == MergedPgn(tourney, game, pgn));

@@ -36,25 +36,85 @@ install_packages() {
     fail "apt-get could not install$missing; see ${TMPDIR:-/tmp}/tarvendo-packages.log"
 }
 
-# build_preset PRESET [TARGET...]: configures and builds one preset, in build-PRESET, or only the targets.
-build_preset() {
+# --- Steps and their times ------------------------------------------------------------------------
+
+# A script that others call as a part of theirs adds its steps to their table, the file that TARVENDO_STEPS names.
+steps=${TARVENDO_STEPS:-}
+step_name=
+
+# begin_steps: from here on steps are measured. Returns whether the table is this script's own.
+begin_steps() {
+  [ -z "$steps" ] || return 1
+  steps=$root/build-steps.log
+  : >"$steps"
+  TARVENDO_STEPS=$steps
+  export TARVENDO_STEPS
+}
+
+# Sets `now` to the time and `used` to the processors' seconds of all commands that have ended here.
+read_clocks() {
+  now=$(date +%s)
+  times >"$steps.times"
+  used=$(tr 'ms' '  ' <"$steps.times" | awk '{ sum += $1 * 60 + $2 + $3 * 60 + $4 } END { printf "%.1f", sum }')
+  rm -f "$steps.times"
+}
+
+# step NAME: says what is done next, and ends the step before.
+step() {
+  end_step
+  say "$1"
+  [ -n "$steps" ] || return 0
+  read_clocks
+  step_name=$1
+  step_began=$now
+  step_used=$used
+}
+
+# end_step: what comes next is no step of this script.
+end_step() {
+  [ -n "$step_name" ] || return 0
+  read_clocks
+  echo "$step_name|$((now - step_began))|$step_used|$used" >>"$steps"
+  step_name=
+}
+
+# print_steps: the table of all steps. The processors' seconds of what runs beside a step count where it ends, and
+# those of what a test leaves to itself (Wine's server) nowhere.
+print_steps() {
+  end_step
+  read_clocks
+  say "seconds by the clock, seconds of the processors"
+  awk -F '|' '{ printf "%6d %8.1f  %s\n", $2, $4 - $3, $1 }' "$steps"
+}
+
+# --- Builds and tests -----------------------------------------------------------------------------
+
+# make_preset PRESET [TARGET...]: configures and builds one preset, in build-PRESET, or only the targets.
+make_preset() {
   preset=$1
   shift
-  say "$preset: build"
   cmake --preset "$preset" >"build-$preset.log" 2>&1 ||
     { cat "build-$preset.log"; fail "$preset does not configure"; }
   cmake --build --preset "$preset" ${1:+--target "$@"} -- -j "$(nproc)" >>"build-$preset.log" 2>&1 ||
     { tail -n 60 "build-$preset.log"; fail "$preset does not build"; }
 }
 
-# test_preset PRESET [OPTION...]: runs the tests of a preset that is built; they must all pass. The options are ctest's.
+# build_preset PRESET: a step that builds one preset.
+build_preset() {
+  step "$1: build"
+  make_preset "$1"
+}
+
+# test_preset PRESET [OPTION...]: a step that runs the tests of a preset that is built; they must all pass. The options are ctest's.
+# With TARVENDO_LONG set the samples are large.
 test_preset() {
   preset=$1
   shift
-  say "$preset: test"
-  ctest --preset "$preset" -j "$(nproc)" --progress --no-tests=error "$@"
+  step "$preset: test"
+  ctest --preset "$preset${TARVENDO_LONG:+-long}" -j "$(nproc)" --progress --no-tests=error "$@"
 }
 
+# run_preset PRESET: both.
 run_preset() {
   build_preset "$1"
   test_preset "$1"

@@ -1,5 +1,4 @@
 # Every *_test.cpp of a room becomes part of that room's test program, so no test can be forgotten.
-include(GoogleTest)
 
 # A machine made of memory: files, processes, clock and a log to look at.
 file(GLOB fake_sources CONFIGURE_DEPENDS fakes/*.cpp)
@@ -7,6 +6,9 @@ add_library(tarvendo_fakes STATIC ${fake_sources})
 target_include_directories(tarvendo_fakes PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
 target_link_libraries(tarvendo_fakes PUBLIC tarvendo_base)
 target_compile_definitions(tarvendo_fakes INTERFACE TARVENDO_HELP_FILE="${CMAKE_SOURCE_DIR}/help/TourneyHelp.txt")
+if(TARVENDO_PRECOMPILED_HEADERS)
+  precompile_headers(tarvendo_fakes REUSE_FROM tarvendo_platform)
+endif()
 
 if(WIN32)
   set(host windows)
@@ -14,18 +16,9 @@ else()
   set(host posix)
 endif()
 
-# At home each test is one for ctest. Where every start costs more than most tests, a program is one.
-function(discover_tests program)
-  if(TARVENDO_LAUNCHER)
-    add_program_test(${program} ${TARVENDO_LAUNCHER} $<TARGET_FILE:${program}> --gtest_brief=1)
-  else()
-    gtest_discover_tests(${program} DISCOVERY_TIMEOUT 60)
-  endif()
-endfunction()
-
-# add_test_program(NAME LIBRARY SOURCE...): a program of GoogleTest's. Optimising tests takes longer than it
-# saves, but what a test only uses may have much to compute. GoogleTest's header is half of what is left to
-# compile, so it is compiled once for all. (With ccache that needs its sloppiness, see its manual.)
+# add_test_program(NAME LIBRARY SOURCE...): a program of GoogleTest's, which is one test for ctest: to start it for
+# each of its tests takes longer than most of them. Optimising tests takes longer than it saves, but what a test only
+# uses may have much to compute. GoogleTest's header is half of what is left to compile, so it is compiled once for all.
 function(add_test_program name library)
   add_executable(${name} ${ARGN})
   target_link_libraries(${name} PRIVATE tarvendo_fakes ${library} GTest::gtest_main)
@@ -33,25 +26,56 @@ function(add_test_program name library)
   list(FILTER ARGN EXCLUDE REGEX "_test\\.cpp$")
   set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS -O2 SKIP_PRECOMPILE_HEADERS ON)
   if(name STREQUAL "contract_tests")
-    target_precompile_headers(${name} PRIVATE <gtest/gtest.h>)
+    precompile_headers(${name} <gtest/gtest.h>)
   else()
-    target_precompile_headers(${name} REUSE_FROM contract_tests)
+    precompile_headers(${name} REUSE_FROM contract_tests)
   endif()
-  discover_tests(${name})
+  add_program_test(${name} ${TARVENDO_LAUNCHER} $<TARGET_FILE:${name}> --gtest_brief=1)
 endfunction()
 
 # What the fakes promise, held against the real thing.
 add_test_program(contract_tests tarvendo_platform contract/file_system_test.cpp)
 
-function(add_room_tests room)
-  file(GLOB sources CONFIGURE_DEPENDS ${room}/*_test.cpp ${room}/${host}/*_test.cpp)
-  if(NOT sources)
-    return()
-  endif()
-  file(GLOB helpers CONFIGURE_DEPENDS ${room}/*.cpp ${room}/${host}/*.cpp)
-  add_test_program(${room}_tests tarvendo_${room} ${helpers})
+# keep_threaded(NAME): leaves those tests in the list of that name that know of threads.
+function(keep_threaded name)
+  set(kept "")
+  foreach(source ${${name}})
+    file(STRINGS ${source} mention REGEX "^#include <(atomic|condition_variable|mutex|thread)>" LIMIT_COUNT 1)
+    if(mention)
+      list(APPEND kept ${source})
+    endif()
+  endforeach()
+  set(${name} ${kept} PARENT_SCOPE)
 endfunction()
 
-foreach(room platform base players tourney reports pairing runner console)
+function(add_room_tests room)
+  file(GLOB sources CONFIGURE_DEPENDS ${room}/*_test.cpp ${room}/${host}/*_test.cpp)
+  file(GLOB helpers CONFIGURE_DEPENDS ${room}/*.cpp ${room}/${host}/*.cpp)
+  list(REMOVE_ITEM helpers ${sources})
+  if(room IN_LIST rooms_with_some_threads)
+    keep_threaded(sources)
+  endif()
+  if(sources)
+    add_test_program(${room}_tests tarvendo_${room} ${sources} ${helpers})
+  endif()
+endfunction()
+
+# All rooms at home. Another host sees those that know of it, and the thread sanitizer those that have threads; the
+# built program is run everywhere.
+set(rooms platform base play players tourney reports pairing runner console)
+set(rooms_with_some_threads "")
+if(WIN32)
+  set(rooms platform)
+elseif(TARVENDO_SANITIZE MATCHES thread)
+  set(rooms platform base play tourney runner)
+  set(rooms_with_some_threads base tourney)
+endif()
+foreach(room ${rooms})
   add_room_tests(${room})
 endforeach()
+separate_sources(platform_tests)
+
+# The longest is started first, so that nobody waits for it alone.
+if(TARGET pairing_tests)
+  set_tests_properties(pairing_tests PROPERTIES COST 100)
+endif()

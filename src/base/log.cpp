@@ -108,6 +108,11 @@ void Log::Write(const std::string& text) {
   console_(text);
 }
 
+void Log::WriteError(const std::string& text) {
+  const std::lock_guard lock(mutex_);
+  error_(text);
+}
+
 void Log::Echo(const std::string& line) {
   const std::lock_guard lock(mutex_);
   for (const auto& file : files_)
@@ -152,6 +157,10 @@ void Print(const char* format, ...) {
   const std::string text = FormatList(format, arguments);
   va_end(arguments);
   PrintText(text);
+}
+
+void PrintError(const std::string& text) {
+  if (TheLog != nullptr) TheLog->WriteError(text);
 }
 
 void PrintText(const std::string& text) {

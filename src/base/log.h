@@ -55,6 +55,9 @@ class Log {
   /// Writes a message to every log file and to the console.
   void Write(const std::string& text);
 
+  /// Writes a message to standard error only.
+  void WriteError(const std::string& text);
+
   /// Writes a line to the log files only: what the user typed.
   void Echo(const std::string& line);
 
@@ -87,6 +90,9 @@ extern Log* TheLog;
 
 /// Writes a formatted message through TheLog; nothing when there is none.
 void Print(const char* format, ...) __attribute__((format(printf, 1, 2)));
+
+/// Writes a message as it stands to standard error, and to nothing else, through TheLog.
+void PrintError(const std::string& text);
 
 /// Writes a message as it stands through TheLog.
 void PrintText(const std::string& text);

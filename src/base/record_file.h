@@ -1,51 +1,48 @@
 #pragma once
 
-#include <memory>
+#include <cstddef>
 #include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/line_reader.h"
 
 namespace tarvendo {
 
-class FileSystem;
+// The form of the records that are kept one value a line (tourney, game, player): numbers as
+// "%d\n", texts as "%s\n".
 
-/// The base of the records that are kept one value a line (tourney, game, player): numbers as
-/// "%d\n", texts as "%s\n". A record opens a file of its own, or takes part in one that another
-/// record has open. Copies of a record never share its open file. Used by one thread at a time.
-class RecordFile {
+/// The most bytes of a text that its line has room for.
+inline constexpr std::size_t kRecordText = kRecordLine - 1;
+
+/// Makes the text of such a file. Used by one thread.
+class RecordWriter {
  public:
-  struct Stream;
-
-  RecordFile() = default;
-  RecordFile(const RecordFile&) noexcept {}
-  // Nothing is taken over, so nothing can go wrong when a record is assigned to itself.
-  // NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
-  RecordFile& operator=(const RecordFile&) noexcept { return *this; }
-  virtual ~RecordFile();
-
-  /// Begins writing to the file `name`, closing an open one. What is written reaches the file when
-  /// it is closed, whole or not at all (base/whole_file.h). False when there is no name.
-  bool OpenWrite(FileSystem& files, const std::string& name);
-
-  /// Begins reading the file `name`, closing an open one. False when it cannot be opened.
-  bool OpenRead(FileSystem& files, const std::string& name);
-
-  /// Begins writing to a text that TakeText gives; no file is made.
-  void OpenText();
-  std::string TakeText();
-
-  /// Closes the open file, if any. False when what was written could not be saved. A file that this
-  /// record only takes part in is left to the record that opened it.
-  bool Close();
-
-  /// Takes part in the file that `opener` has open, until Detach.
-  void Attach(const RecordFile& opener);
-  void Detach();
-
-  /// Whether no byte is left to read (also when no file is open).
-  bool NothingLeft() const;
-
- protected:
   void WriteInt(long long value);
+
+  /// A text for which a line has no room is cut to 254 bytes: a longer line would be read as two,
+  /// and everything behind it as something else.
   void WriteString(const std::string& text);
+
+  /// What has been written so far.
+  const std::string& Text() const { return text_; }
+
+  /// The texts that were cut, whole and in their order.
+  const std::vector<std::string>& CutTexts() const { return cut_texts_; }
+
+ private:
+  std::string text_;
+  std::vector<std::string> cut_texts_;
+};
+
+/// Reads such a text. Used by one thread.
+class RecordReader {
+ public:
+  /// `text` must outlive the reader.
+  explicit RecordReader(std::string_view text) : text_(text), lines_(text) {}
+
+  /// Whether no byte is left to read.
+  bool NothingLeft() const { return lines_.Position() >= text_.size(); }
 
   /// Reads one line and the number at its start. A line without a number, or no line, leaves the
   /// field as it was; a number out of the field's range becomes the nearest one in it.
@@ -57,8 +54,8 @@ class RecordFile {
   void ReadString(std::string& field);
 
  private:
-  std::shared_ptr<Stream> stream_;
-  bool opened_it_ = false;
+  std::string_view text_;
+  LineReader lines_;
 };
 
 }  // namespace tarvendo

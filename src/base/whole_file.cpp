@@ -60,6 +60,10 @@ bool SaveWholeFile(FileSystem& files, const std::string& path, const std::string
   return ReplaceWhole(files, files.FollowLinks(path), text);
 }
 
+void RemoveIfThere(FileSystem& files, const std::string& path) {
+  if (!path.empty() && files.Exists(path)) files.Remove(path);
+}
+
 bool IsNoOrdinaryFile(FileSystem& files, const std::string& path) {
   const std::string target = files.FollowLinks(path);
   return files.Exists(target) && !files.IsPlainFile(target);

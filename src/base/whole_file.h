@@ -18,4 +18,7 @@ bool SaveWholeFile(FileSystem& files, const std::string& path, const std::string
 /// Whether something is there that is no ordinary file, nor a link to one: a device, a directory.
 bool IsNoOrdinaryFile(FileSystem& files, const std::string& path);
 
+/// Deletes the file when it is there and has a name. One that cannot be deleted is left.
+void RemoveIfThere(FileSystem& files, const std::string& path);
+
 }  // namespace tarvendo

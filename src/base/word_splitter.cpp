@@ -5,7 +5,7 @@
 namespace tarvendo {
 namespace {
 
-constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
+constexpr std::string_view kBlanks = " \t\n\v\f\r";
 
 /// Where the word that begins with an opening quote ends: behind the closing one, or npos.
 std::size_t EndOfQuotedWord(std::string_view text) {
@@ -16,7 +16,7 @@ std::size_t EndOfQuotedWord(std::string_view text) {
 }  // namespace
 
 std::vector<std::string> SplitWords(std::string_view text, const SplitRules& rules) {
-  const std::string between = std::string(kWhiteSpace) + rules.separators;
+  const std::string between = std::string(kBlanks) + rules.separators;
   std::vector<std::string> words;
   text.remove_prefix(std::min(text.find_first_not_of(between), text.size()));
   while (!text.empty()) {

@@ -2,26 +2,25 @@
 
 #include <chrono>
 #include <memory>
-#include <mutex>
 
 #include "base/log.h"
 #include "console/command_interpreter.h"
 #include "console/line_input.h"
-#include "pairing/bracket_list.h"
 #include "platform/faults.h"
+#include "platform/files.h"
 #include "platform/input.h"
 #include "platform/paths.h"
 #include "platform/processes.h"
 #include "players/player_database.h"
-#include "runner/next_game.h"
 #include "runner/runner.h"
-#include "tourney/tourney.h"
+#include "runner/tourney_room.h"
 
 namespace tarvendo {
 namespace {
 
 constexpr const char* kWaitWord = "--wait";
 constexpr const char* kLogFile = "Tarvendo.log";
+constexpr const char* kStartFile = "tourney.ini";
 constexpr const char* kEmergencyFile = "emergency.ini";
 
 /// A save that hangs (a fault may have left the memory allocator's lock taken) must not hang for
@@ -32,17 +31,21 @@ constexpr std::chrono::milliseconds kLockPatience{2000};
 /// Everything that lives from start to end, in the order in which it is made; taken down in
 /// reverse.
 struct Application {
-  explicit Application(Host& host)
-      : tourney(host, ExecutableDirectory()),
-        brackets(tourney),
-        interpreter(tourney, players, brackets),
-        runner(tourney, brackets) {
-    if (!runner.StartThreads()) Print("Initializing runner failed!\n");
+  Application(Host& host, const RunnerOptions& options)
+      : room(host), interpreter({room, players, ExecutableDirectory()}), runner(room, options) {
+    LoadStartTourney(host.files);
+    if (!runner.StartThread()) Print("Initializing runner failed!\n");
   }
 
-  Tourney tourney;
+  /// The tourney beside the program, when it is there.
+  void LoadStartTourney(FileSystem& files) {
+    const std::string start_file = ExecutableDirectory() + kStartFile;
+    const Hold hold = room.shared.Take();
+    if (files.Exists(start_file)) room.file.With(hold).Load(*hold, start_file);
+  }
+
+  TourneyRoom room;
   PlayerDatabase players;
-  BracketList brackets;
   CommandInterpreter interpreter;
   Runner runner;
 };
@@ -80,18 +83,18 @@ void RunPasses(Application& application, const StartUp& start) {
 void AwaitRunner(Application& application) {
   application.runner.AwaitIdle();
   if (TerminationRequested()) throw Terminated("asked to end while the runner was playing");
-  const std::lock_guard lock(application.tourney.Lock());
-  if (application.tourney.settings.auto_save != 0) AutoSave(application.tourney);
+  const Hold hold = application.room.shared.Take();
+  application.room.file.With(hold).AutoSave(*hold);
 }
 
-void SaveInEmergency(Tourney& tourney) {
+void SaveInEmergency(Application& application) {
   WriteConsole("An exception has occurred and tourney will be closed.\n");
   WriteConsole("Trying to save current tourney to file 'emergency.ini' in current directory.\n");
   EndProcessAfter(kEmergencySeconds);
-  tourney.Lock().Break();
-  tourney.Lock().AwaitRelease(kLockPatience);
+  const Hold hold = application.room.shared.TakeForEmergency(kLockPatience);
   bool saved = false;
-  const bool ended_well = CallGuarded([&] { saved = tourney.Save(kEmergencyFile); });
+  const bool ended_well =
+      CallGuarded([&] { saved = application.room.file.With(hold).Save(*hold, kEmergencyFile); });
   if (!ended_well) {
     WriteConsole("Saving failed, exiting.\n");
   } else if (!saved) {
@@ -132,12 +135,12 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
   const FaultGuard guard;
   const LogScope log(host);
   const StartUp start = ReadCommandLine(words);
-  Application application(host);
+  Application application(host, RunnerOptions());
   const bool ended_well = CallGuarded([&] {
     RunPasses(application, start);
     if (start.waits) AwaitRunner(application);
   });
-  if (!ended_well) SaveInEmergency(application.tourney);
+  if (!ended_well) SaveInEmergency(application);
   return 1;
 }
 

@@ -1,8 +1,5 @@
 #include "console/command_interpreter.h"
 
-#include <mutex>
-#include <optional>
-
 #include "base/log.h"
 #include "base/word_skip.h"
 #include "console/command_args.h"
@@ -10,8 +7,7 @@
 #include "console/command_table.h"
 #include "console/line_input.h"
 #include "platform/faults.h"
-#include "runner/next_game.h"
-#include "tourney/tourney.h"
+#include "runner/tourney_room.h"
 
 namespace tarvendo {
 namespace {
@@ -24,19 +20,15 @@ std::string WithoutLeadingBlanks(const std::string& line) {
   return start ? line.substr(*start) : std::string();
 }
 
-bool IsAutoSaveOn(const Tourney& tourney) {
-  return tourney.settings.auto_save != 0;
-}
-
 /// Runs a command; with AutoSave on, saves the tourney when it has changed or the command asks for
 /// it.
 void RunAndSave(const Command& command, CommandContext& context) {
-  Tourney& tourney = context.tourney;
-  std::optional<std::string> before;
-  if (IsAutoSaveOn(tourney)) before = tourney.ContentText();
+  const Tourney& tourney = context.tourney;
+  const bool was_on = tourney.Settings().auto_save != 0;
+  const std::uint64_t version = tourney.Version();
   command.run(context);
-  if (!IsAutoSaveOn(tourney)) return;
-  if (context.must_save || !before || *before != tourney.ContentText()) AutoSave(tourney);
+  const bool has_changed = tourney.Version() != version;
+  if (context.must_save || !was_on || has_changed) context.file.AutoSave(context.tourney);
 }
 
 }  // namespace
@@ -58,22 +50,33 @@ void CommandInterpreter::RunCommandLoop(LineInput& input, bool with_banner) {
     if (line.empty() || line.front() == '\n') continue;
     if (!RunLine(line, args, input)) break;
   }
-  const std::lock_guard lock(tourney_.Lock());
-  if (IsAutoSaveOn(tourney_)) AutoSave(tourney_);
+  const Hold hold = tools_.room.shared.Take();
+  tools_.room.file.With(hold).AutoSave(*hold);
 }
 
 bool CommandInterpreter::RunLine(const std::string& line, CommandArgs& args, LineInput& input) {
   if (IsQuit(line)) return false;
   args.Fill(line);
-  CommandContext context{line, args, input, tourney_, players_, brackets_};
   const Command* command = FindCommand(line);
   if (command == nullptr) {
     // The runner goes on while another program works, or waits for the user.
     if (TheLog != nullptr) TheLog->RunShellCommand(line);
-  } else if (command->locking == Locking::kByItself) {
-    command->run(context);
+  } else if (command->run_waiting != nullptr) {
+    WaitingCommandContext context{args, input, tools_.players, tools_.room.host,
+                                  tools_.room.shared};
+    command->run_waiting(context);
   } else {
-    const std::lock_guard lock(tourney_.Lock());
+    TourneyRoom& room = tools_.room;
+    const Hold hold = room.shared.Take();
+    CommandContext context{line,
+                           args,
+                           tools_.players,
+                           room.host,
+                           tools_.program_directory,
+                           *hold,
+                           room.file.With(hold),
+                           room.brackets.With(hold),
+                           room.running.With(hold)};
     RunAndSave(*command, context);
   }
   return true;

@@ -1,21 +1,27 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 namespace tarvendo {
 
-class BracketList;
 class CommandArgs;
 class LineInput;
 class PlayerDatabase;
-class Tourney;
+struct TourneyRoom;
+
+/// What the commands work on. All of it outlives the interpreter.
+struct CommandTools {
+  TourneyRoom& room;
+  PlayerDatabase& players;
+  std::string program_directory;  ///< with its separator; the help lies there
+};
 
 /// Reads lines and does what they say, on the console thread. Holds no data of its own but what it
 /// works on.
 class CommandInterpreter {
  public:
-  CommandInterpreter(Tourney& tourney, PlayerDatabase& players, BracketList& brackets)
-      : tourney_(tourney), players_(players), brackets_(brackets) {}
+  explicit CommandInterpreter(CommandTools tools) : tools_(std::move(tools)) {}
   virtual ~CommandInterpreter() = default;
 
   /// One loop pass: reads and runs lines until the input ends (nothing is saved then) or a word
@@ -27,9 +33,7 @@ class CommandInterpreter {
   /// Runs one line, which is not empty and has no blanks in front. False for a quit word.
   bool RunLine(const std::string& line, CommandArgs& args, LineInput& input);
 
-  Tourney& tourney_;
-  PlayerDatabase& players_;
-  BracketList& brackets_;
+  CommandTools tools_;
 };
 
 /// The box with the program's name, version and origin.

@@ -9,7 +9,7 @@ namespace tarvendo {
 namespace {
 
 constexpr std::array kCommands = {
-    Command{"view", DoView, Locking::kByItself},
+    Command{"view", nullptr, DoView},
     Command{"reset", DoReset},
     Command{"pair", DoPair},
     Command{"createb", DoCreateBrackets},
@@ -28,7 +28,7 @@ constexpr std::array kCommands = {
     Command{"addg", DoAddGroup},
     Command{"hou", DoHousekeep},
     Command{"replay", DoReplay},
-    Command{"createp", DoCreatePlayer, Locking::kByItself},
+    Command{"createp", nullptr, DoCreatePlayer},
     Command{"delp", DoDeletePlayer},
     Command{"deletep", DoDeletePlayer},
     Command{"add", DoAddPlayer},
@@ -48,11 +48,15 @@ constexpr std::array kCommands = {
     Command{"tex", DoTextTable},
     Command{"h", DoHelp},
     Command{"createrr", DoCreateRRGames},
-    Command{"q", nullptr},
+    Command{"q"},
     Command{"cd ", DoChangeDirectory},
 };
 
 }  // namespace
+
+std::span<const Command> Commands() {
+  return kCommands;
+}
 
 const Command* FindCommand(const std::string& line) {
   for (const Command& command : kCommands) {
@@ -63,7 +67,7 @@ const Command* FindCommand(const std::string& line) {
 
 bool IsQuit(const std::string& line) {
   const Command* command = FindCommand(line);
-  return command != nullptr && command->run == nullptr;
+  return command != nullptr && command->run == nullptr && command->run_waiting == nullptr;
 }
 
 }  // namespace tarvendo

@@ -1,24 +1,26 @@
 #pragma once
 
+#include <span>
 #include <string>
 
 namespace tarvendo {
 
 struct CommandContext;
+struct WaitingCommandContext;
 
-/// Who holds the tourney's lock while a command runs.
-enum class Locking {
-  kWhole,     ///< the command holds it from start to end
-  kByItself,  ///< the command waits for the user or for another program: it takes the lock where it
-              ///< must
-};
-
-/// One entry of the command table.
+/// One entry of the command table. At most one of the two is there: the quit word has none.
 struct Command {
   const char* prefix;  ///< how the line begins, in any case
-  void (*run)(CommandContext& context);
-  Locking locking = Locking::kWhole;
+
+  /// Runs while the tourney is held from start to end.
+  void (*run)(CommandContext& context) = nullptr;
+
+  /// Waits for the user or for another program, and takes the tourney where it must.
+  void (*run_waiting)(WaitingCommandContext& context) = nullptr;
 };
+
+/// The whole table, in its order.
+std::span<const Command> Commands();
 
 /// The first entry whose prefix the line begins with; null for a line that is no command of the
 /// program. The order of the table settles every overlap ("geta" is tried before "get").

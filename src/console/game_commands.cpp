@@ -7,11 +7,11 @@
 #include "console/command_context.h"
 #include "console/game_options.h"
 #include "console/handlers.h"
-#include "reports/standings.h"
-#include "runner/next_game.h"
 #include "tourney/game_list.h"
 #include "tourney/rounds.h"
+#include "tourney/standings.h"
 #include "tourney/tourney.h"
+#include "tourney/tourney_file.h"
 
 namespace tarvendo {
 namespace {
@@ -54,10 +54,10 @@ void PrintRefusal(const char* what, const std::string& word, const char* choices
   PrintText(refusal + choices);
 }
 
-void SetResult(Tourney& tourney, Game& game, const std::string& word) {
+void SetResult(Tourney& tourney, const Game& game, const std::string& word) {
   for (const ResultWord& known : kResultWords) {
     if (!BeginsWithNoCase(word, known.prefix)) continue;
-    game.result = known.result;
+    tourney.Change(game)->result = known.result;
     PrintText("Result of " + Named(game) + " set " + known.shown + ".\n");
     CalculateStandings(tourney);
     return;
@@ -65,10 +65,10 @@ void SetResult(Tourney& tourney, Game& game, const std::string& word) {
   PrintRefusal("result", word, kResultChoices);
 }
 
-void SetStatus(Game& game, const std::string& word) {
+void SetStatus(Tourney& tourney, const Game& game, const std::string& word) {
   for (const StatusWord& known : kStatusWords) {
     if (word != known.word) continue;
-    game.status = known.status;
+    tourney.Change(game)->status = known.status;
     PrintText("Status of " + Named(game) + " set to " + known.shown +
               ".\nYou should also set the result.\n");
     return;
@@ -77,7 +77,7 @@ void SetStatus(Game& game, const std::string& word) {
 }
 
 void PrintRoundChange(const Tourney& tourney, int former_round) {
-  if (tourney.round != former_round) Print("Round set to %d.\n", tourney.round);
+  if (tourney.State().round != former_round) Print("Round set to %d.\n", tourney.State().round);
 }
 
 }  // namespace
@@ -90,7 +90,7 @@ void DoGame(CommandContext& context) {
     PrintText("Game number expected, '" + number + "' found.\n");
     return;
   }
-  Game* game = context.tourney.FindGame(ToInt(number));
+  const Game* game = context.tourney.FindGame(ToInt(number));
   if (game == nullptr) return Print("Game number %d does not exist.\n", ToInt(number));
   const std::string command = args.Word(2);
   if (command.empty()) {
@@ -99,7 +99,7 @@ void DoGame(CommandContext& context) {
   } else if (BeginsWithNoCase(command, "res")) {
     SetResult(context.tourney, *game, args.Word(3));
   } else if (BeginsWithNoCase(command, "sta")) {
-    SetStatus(*game, args.Word(3));
+    SetStatus(context.tourney, *game, args.Word(3));
   } else {
     PrintText("I don't understand the command '" + command + "'.\n");
   }
@@ -107,19 +107,19 @@ void DoGame(CommandContext& context) {
 
 void DoRemoveGames(CommandContext& context) {
   Tourney& tourney = context.tourney;
-  if (tourney.settings.auto_save != 0) AutoSave(tourney);
+  context.file.AutoSave(tourney);
   const auto given = ReadGameSelection(context.args);
   if (!given) return;
   if (!given->selects_something || given->has_unusable_option) {
     return Print("No games removed, because you didn't specify one!\n");
   }
-  const int former_round = tourney.round;
+  const int former_round = tourney.State().round;
   if (given->filter.number != 0) {
     GameFilter others = given->filter;
     others.number = 0;
-    RemoveFirstGame(tourney, given->filter.number, others);
+    RemoveFirstGame(tourney, context.host.files, given->filter.number, others);
   } else {
-    RemoveGames(tourney, given->filter);
+    RemoveGames(tourney, context.host.files, given->filter);
   }
   RecomputeCurrentRound(tourney);
   PrintRoundChange(tourney, former_round);

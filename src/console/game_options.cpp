@@ -24,16 +24,16 @@ struct Meaning {
   int value;
 };
 
-constexpr std::array<Meaning, 3> kStatusWords = {
+constexpr std::array<Meaning, 3> kStatusMeanings = {
     {{"not", kNothingDone}, {"spo", kSpooled}, {"rea", kReady}}};
 
-constexpr std::array<Meaning, 7> kResultWords = {{{"1-", kWhiteWins},
-                                                  {"w", kWhiteWins},
-                                                  {"1/", kDraw},
-                                                  {"d", kDraw},
-                                                  {"0", kBlackWins},
-                                                  {"bl", kBlackWins},
-                                                  {"un", kUnknown}}};
+constexpr std::array<Meaning, 7> kResultMeanings = {{{"1-", kWhiteWins},
+                                                     {"w", kWhiteWins},
+                                                     {"1/", kDraw},
+                                                     {"d", kDraw},
+                                                     {"0", kBlackWins},
+                                                     {"bl", kBlackWins},
+                                                     {"un", kUnknown}}};
 
 /// The value of the first meaning that the word begins with; 0 when there is none.
 template <std::size_t N>
@@ -56,9 +56,9 @@ bool Apply(const GivenOption& option, GameFilter& filter) {
                    : prefix == "-sta" ? filter.status
                                       : filter.result;
   if (prefix == "-sta") {
-    criterion = MeaningOf(kStatusWords, option.value);
+    criterion = MeaningOf(kStatusMeanings, option.value);
   } else if (prefix == "-res") {
-    criterion = MeaningOf(kResultWords, option.value);
+    criterion = MeaningOf(kResultMeanings, option.value);
   } else {
     criterion = ToInt(option.value);
   }

@@ -3,13 +3,14 @@
 namespace tarvendo {
 
 struct CommandContext;
+struct WaitingCommandContext;
 
 // One handler for one command; the table of command_table.cpp calls them. Each reads its words from
 // the context, calls the operation behind the command and prints the outcome. docs/behaviour.md has
 // the grammar.
 
 // tourney_commands.cpp
-void DoView(CommandContext& context);
+void DoView(WaitingCommandContext& context);
 void DoReset(CommandContext& context);
 void DoLoad(CommandContext& context);
 void DoSave(CommandContext& context);
@@ -44,7 +45,7 @@ void DoPlayer(CommandContext& context);
 void DoReadPlayers(CommandContext& context);
 void DoWritePlayers(CommandContext& context);
 void DoAvailable(CommandContext& context);
-void DoCreatePlayer(CommandContext& context);
+void DoCreatePlayer(WaitingCommandContext& context);
 void DoDeletePlayer(CommandContext& context);
 
 // participant_commands.cpp

@@ -8,7 +8,7 @@
 #include "console/options.h"
 #include "pairing/bracket_list.h"
 #include "pairing/swiss_driver.h"
-#include "reports/standings.h"
+#include "tourney/standings.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {

@@ -61,11 +61,11 @@ void DoRemovePlayer(CommandContext& context) {
     return Print("Removing player failed, because you didn't specify one!\n");
   }
   const int number = NamedParticipant(context.tourney, text);
-  if (number == 0 || !RemoveParticipant(context.tourney, number)) {
+  if (number == 0 || !RemoveParticipant(context.tourney, context.host.files, number)) {
     return Print("Remove player failed!\n");
   }
   context.brackets.Clear();
-  RespoolAll(context.tourney);
+  RespoolAll(context.tourney, context.host.files, context.file, context.running);
   Print("Player removed succesfully.\n");
 }
 
@@ -75,7 +75,7 @@ void DoForfeitPlayer(CommandContext& context) {
     return Print("Forfeiting player failed, because you didn't specify one!\n");
   }
   const int number = FindPlayer(context.tourney, text);
-  if (number != 0) Forfeit(context.tourney, number);
+  if (number != 0) Forfeit(context.tourney, context.host.files, number);
 }
 
 void DoShowPlayers(CommandContext& context) {

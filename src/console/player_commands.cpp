@@ -91,15 +91,15 @@ void DoPlayer(CommandContext& context) {
 }
 
 void DoReadPlayers(CommandContext& context) {
-  const bool read = ReadPlayerFile(context.tourney.GetHost().files, context.args.Word(1),
-                                   context.tourney.settings.winboard_path, context.players);
+  const bool read = ReadPlayerFile(context.host.files, context.args.Word(1),
+                                   context.tourney.Settings().winboard_path, context.players);
   Print(read ? "Players read.\n" : "Reading players failed!\n");
 }
 
 void DoWritePlayers(CommandContext& context) {
   const std::string path = context.args.Word(1);
   if (path.empty()) return Print("I need a file where to write!\n");
-  const bool written = WritePlayerFile(context.tourney.GetHost().files, path, context.players);
+  const bool written = WritePlayerFile(context.host.files, path, context.players);
   Print(written ? "Players written.\n" : "Writing players to file failed!\n");
 }
 
@@ -108,7 +108,7 @@ void DoAvailable(CommandContext& context) {
   context.players.ListPlayers(context.args.RestFrom(by_group ? 2 : 1), by_group);
 }
 
-void DoCreatePlayer(CommandContext& context) {
+void DoCreatePlayer(WaitingCommandContext& context) {
   PlayerTexts texts;
   texts.name = Ask(context.input, "Name:");
   if (texts.name.empty()) return Print("You should give the name!\n");

@@ -6,7 +6,7 @@
 #include "console/command_context.h"
 #include "console/handlers.h"
 #include "platform/clock.h"
-#include "runner/runner_switch_commands.h"
+#include "tourney/runner_switch_commands.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {
@@ -50,7 +50,7 @@ void ReadDate(const std::string& word, CalendarTime& time) {
 /// The moment that the words behind Run or Stop mean, in seconds since the epoch.
 long long ReadMoment(const CommandContext& context) {
   const CommandArgs& args = context.args;
-  CalendarTime time = LocalCalendar(context.tourney.GetHost().clock.Now());
+  CalendarTime time = LocalCalendar(context.host.clock.Now());
   if (args.Count() > 2) ReadDate(args.Word(1), time);
   ReadTimeOfDay(args.Word(args.Count() > 2 ? 2 : 1), time);
   return FromLocalCalendar(time);

@@ -7,8 +7,9 @@
 #include "console/command_context.h"
 #include "console/handlers.h"
 #include "console/name_list.h"
-#include "runner/runner_switch_commands.h"
+#include "tourney/runner_switch_commands.h"
 #include "tourney/tourney.h"
+#include "tourney/tourney_file.h"
 
 namespace tarvendo {
 namespace {
@@ -23,10 +24,22 @@ const char* OnOff(int flag) {
   return flag != 0 ? "ON" : "OFF";
 }
 
-std::string AutoSaveLine(const TourneySettings& settings) {
+/// What the settings are read from.
+struct Shown {
+  explicit Shown(const CommandContext& context)
+      : settings(context.tourney.Settings()),
+        round(context.tourney.State().round),
+        save_file(context.file.Name()) {}
+
+  const TourneySettings& settings;
+  int round;
+  const std::string& save_file;
+};
+
+std::string AutoSaveLine(const Shown& t) {
   // A switched off AutoSave is reported under AutoRun's name: that is the program's text.
-  return settings.auto_save != 0 ? "AutoSave is ON, save file: " + settings.save_file + "\n"
-                                 : "AutoRun is OFF.\n";
+  return t.settings.auto_save != 0 ? "AutoSave is ON, save file: " + t.save_file + "\n"
+                                   : "AutoRun is OFF.\n";
 }
 
 const char* SaveDebugWord(const TourneySettings& settings) {
@@ -58,40 +71,39 @@ std::string TimeControlLines(const TimeControl& control, const char* blanks) {
 /// How a setting is asked for and shown.
 struct Readable {
   const char* prefix;
-  std::string (*text)(const Tourney& tourney);  ///< null for the runner's own report
+  std::string (*text)(const Shown& shown);  ///< null for the runner's own report
   bool anywhere = false;  ///< any word of the line may ask for it, not only the second
   bool goes_on =
       false;  ///< the answer does not end the command, so that the unknown-word message follows
 };
 
 constexpr std::array<Readable, 19> kReadables = {{
-    {"pond", [](const Tourney& t) { return Format("Ponder is %s.\n", OnOff(t.settings.ponder)); },
+    {"pond", [](const Shown& t) { return Format("Ponder is %s.\n", OnOff(t.settings.ponder)); },
      false, true},
-    {"autor",
-     [](const Tourney& t) { return Format("AutoRun is %s.\n", OnOff(t.settings.auto_run)); }, false,
-     true},
-    {"autos", [](const Tourney& t) { return AutoSaveLine(t.settings); }, false, true},
-    {"sav", [](const Tourney& t) { return SaveDebugLine(t.settings); }},
+    {"autor", [](const Shown& t) { return Format("AutoRun is %s.\n", OnOff(t.settings.auto_run)); },
+     false, true},
+    {"autos", [](const Shown& t) { return AutoSaveLine(t); }, false, true},
+    {"sav", [](const Shown& t) { return SaveDebugLine(t.settings); }},
     {"run", nullptr},
-    {"sub", [](const Tourney& t) { return Format("SubRounds = %d\n", t.settings.sub_rounds); }},
-    {"rou", [](const Tourney& t) { return Format("Round = %d/%d\n", t.round, t.settings.rounds); },
+    {"sub", [](const Shown& t) { return Format("SubRounds = %d\n", t.settings.sub_rounds); }},
+    {"rou", [](const Shown& t) { return Format("Round = %d/%d\n", t.round, t.settings.rounds); },
      true},
     {"type",
-     [](const Tourney& t) {
-       return std::string(t.IsSwiss() ? "Type = SWISS.\n" : "Type = ROUND ROBIN.\n");
+     [](const Shown& t) {
+       return std::string(t.settings.type == kSwiss ? "Type = SWISS.\n" : "Type = ROUND ROBIN.\n");
      },
      true},
-    {"fil", [](const Tourney& t) { return "Files Path = " + t.settings.files_path + "\n"; }},
-    {"pic", [](const Tourney& t) { return "Pics Dir = " + t.settings.pics_dir + "\n"; }},
-    {"tab", [](const Tourney& t) { return "Tablebases = " + t.settings.tablebases + "\n"; }},
-    {"com", [](const Tourney& t) { return "Computer = " + t.settings.computer + "\n"; }},
-    {"has", [](const Tourney& t) { return "Hashtables = " + t.settings.hash_tables + "\n"; }},
-    {"name", [](const Tourney& t) { return "Name = " + t.settings.name + "\n"; }},
-    {"pgn", [](const Tourney& t) { return "PgnFile = " + t.settings.pgn_file + "\n"; }},
-    {"win", [](const Tourney& t) { return "WinboardPath = " + t.settings.winboard_path + "\n"; }},
-    {"whi", [](const Tourney& t) { return "WhiteOptions = '" + t.settings.white_options + "'\n"; }},
-    {"bla", [](const Tourney& t) { return "BlackOptions = '" + t.settings.black_options + "'\n"; }},
-    {"tim", [](const Tourney& t) { return TimeControlLines(t.settings.time_control, ""); }},
+    {"fil", [](const Shown& t) { return "Files Path = " + t.settings.files_path + "\n"; }},
+    {"pic", [](const Shown& t) { return "Pics Dir = " + t.settings.pics_dir + "\n"; }},
+    {"tab", [](const Shown& t) { return "Tablebases = " + t.settings.tablebases + "\n"; }},
+    {"com", [](const Shown& t) { return "Computer = " + t.settings.computer + "\n"; }},
+    {"has", [](const Shown& t) { return "Hashtables = " + t.settings.hash_tables + "\n"; }},
+    {"name", [](const Shown& t) { return "Name = " + t.settings.name + "\n"; }},
+    {"pgn", [](const Shown& t) { return "PgnFile = " + t.settings.pgn_file + "\n"; }},
+    {"win", [](const Shown& t) { return "WinboardPath = " + t.settings.winboard_path + "\n"; }},
+    {"whi", [](const Shown& t) { return "WhiteOptions = '" + t.settings.white_options + "'\n"; }},
+    {"bla", [](const Shown& t) { return "BlackOptions = '" + t.settings.black_options + "'\n"; }},
+    {"tim", [](const Shown& t) { return TimeControlLines(t.settings.time_control, ""); }},
 }};
 
 bool IsAskedFor(const Readable& readable, const CommandArgs& args) {
@@ -99,12 +111,13 @@ bool IsAskedFor(const Readable& readable, const CommandArgs& args) {
                            : args.Find(readable.prefix, 1, 0) != 0;
 }
 
-void PrintAll(Tourney& tourney) {
-  const TourneySettings& s = tourney.settings;
+void PrintAll(const CommandContext& context) {
+  const Tourney& tourney = context.tourney;
+  const TourneySettings& s = tourney.Settings();
   std::string text = std::string("Type:          ") +
                      (tourney.IsSwiss() ? "Swiss\n" : "Round Robin\n") +
                      TimeControlLines(s.time_control, "     ");
-  if (tourney.IsSwiss()) text += Format("Round:         %d/%d\n", tourney.round, s.rounds);
+  if (tourney.IsSwiss()) text += Format("Round:         %d/%d\n", tourney.State().round, s.rounds);
   text += Format("SubRounds:     %d\n", s.sub_rounds);
   text += "\nName:          " + s.name + "\nWinboardPath:  " + s.winboard_path +
           "\nFiles Path:    " + s.files_path + "\nPics Dir:      " + s.pics_dir +
@@ -113,7 +126,7 @@ void PrintAll(Tourney& tourney) {
           ".\nTablebases:    " + s.tablebases + "\nWhiteOptions:  '" + s.white_options +
           "'\nBlackOptions:  '" + s.black_options + "'\nAutoRun:       " + OnOff(s.auto_run) +
           ".\n";
-  text += s.auto_save != 0 ? "AutoSave:      ON, save file: " + s.save_file + "\n"
+  text += s.auto_save != 0 ? "AutoSave:      ON, save file: " + context.file.Name() + "\n"
                            : "AutoSave:      OFF.\n";
   PrintText(text + "SaveDebug:     " + SaveDebugWord(s) + ".");
   ShowRunnerStatus(tourney);
@@ -124,11 +137,11 @@ void PrintAll(Tourney& tourney) {
 void DoGet(CommandContext& context) {
   const CommandArgs& args = context.args;
   if (args.Count() < 2) return PrintNameList(kReadableSettings);
-  if (args.Find("all", 1, 0) != 0) return PrintAll(context.tourney);
+  if (args.Find("all", 1, 0) != 0) return PrintAll(context);
   for (const Readable& readable : kReadables) {
     if (!IsAskedFor(readable, args)) continue;
     if (readable.text == nullptr) return ShowRunnerStatus(context.tourney);
-    PrintText(readable.text(context.tourney));
+    PrintText(readable.text(Shown(context)));
     if (!readable.goes_on) return;
   }
   PrintUnknownWord(args.Word(1));

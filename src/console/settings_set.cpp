@@ -9,6 +9,7 @@
 #include "console/name_list.h"
 #include "platform/paths.h"
 #include "tourney/tourney.h"
+#include "tourney/tourney_file.h"
 
 namespace tarvendo {
 namespace {
@@ -29,38 +30,41 @@ const char* NowOnOff(int flag) {
 
 // Each setter is called with a value that is not empty, sets it and prints the outcome. False when
 // it refuses the value.
-using Setter = bool (*)(Tourney& tourney, const CommandArgs& args);
+using Setter = bool (*)(CommandContext& context);
 
-bool SetPonder(Tourney& tourney, const CommandArgs& args) {
-  tourney.settings.ponder = MeansOn(args.Word(2)) ? 1 : 0;
-  Print("Ponder is %s.\n", NowOnOff(tourney.settings.ponder));
+bool SetPonder(CommandContext& context) {
+  const int ponder = MeansOn(context.args.Word(2)) ? 1 : 0;
+  context.tourney.ChangeSettings()->ponder = ponder;
+  Print("Ponder is %s.\n", NowOnOff(ponder));
   return true;
 }
 
-bool SetAutoRun(Tourney& tourney, const CommandArgs& args) {
-  tourney.settings.auto_run = MeansOn(args.Word(2)) ? 1 : 0;
-  Print("AutoRun is %s.\n", NowOnOff(tourney.settings.auto_run));
+bool SetAutoRun(CommandContext& context) {
+  const int auto_run = MeansOn(context.args.Word(2)) ? 1 : 0;
+  context.tourney.ChangeSettings()->auto_run = auto_run;
+  Print("AutoRun is %s.\n", NowOnOff(auto_run));
   return true;
 }
 
-bool SetAutoSave(Tourney& tourney, const CommandArgs& args) {
-  TourneySettings& settings = tourney.settings;
-  settings.auto_save = MeansOn(args.Word(2)) ? 1 : 0;
-  if (settings.auto_save == 0) {
+bool SetAutoSave(CommandContext& context) {
+  const bool is_on = MeansOn(context.args.Word(2));
+  context.tourney.ChangeSettings()->auto_save = is_on ? 1 : 0;
+  if (!is_on) {
     Print("AutoSave is now OFF.\n");
     return true;
   }
-  if (args.Count() > 3) settings.save_file = args.Word(3);
-  PrintText("AutoSave is now ON, save file: " + settings.save_file + "\n");
+  if (context.args.Count() > 3) context.file.SetName(context.args.Word(3));
+  PrintText("AutoSave is now ON, save file: " + context.file.Name() + "\n");
   return true;
 }
 
-bool SetSaveDebug(Tourney& tourney, const CommandArgs& args) {
-  int& wish = tourney.settings.save_debug_files;
-  if (BeginsWithNoCase(args.Word(2), "al")) {
+bool SetSaveDebug(CommandContext& context) {
+  const auto settings = context.tourney.ChangeSettings();
+  int& wish = settings->save_debug_files;
+  if (BeginsWithNoCase(context.args.Word(2), "al")) {
     wish = kSaveAlways;
     Print("Debug files are now saved ALWAYS.\n");
-  } else if (BeginsWithNoCase(args.Word(2), "au")) {
+  } else if (BeginsWithNoCase(context.args.Word(2), "au")) {
     wish = kSaveAutomatically;
     Print("Debug files to be saved are now selected AUTOMATICALLY.\n");
   } else {
@@ -70,56 +74,58 @@ bool SetSaveDebug(Tourney& tourney, const CommandArgs& args) {
   return true;
 }
 
-bool SetSubRounds(Tourney& tourney, const CommandArgs& args) {
-  tourney.settings.sub_rounds = ToInt(args.Word(2));
-  Print("SubRounds = %d\n", tourney.settings.sub_rounds);
+bool SetSubRounds(CommandContext& context) {
+  const int sub_rounds = ToInt(context.args.Word(2));
+  context.tourney.ChangeSettings()->sub_rounds = sub_rounds;
+  Print("SubRounds = %d\n", sub_rounds);
   return true;
 }
 
-bool SetPgnFile(Tourney& tourney, const CommandArgs& args) {
-  const std::string name = args.Word(2);
-  tourney.settings.pgn_file = IsBareName(name) ? tourney.settings.files_path + name : name;
-  PrintText("PgnFile = " + tourney.settings.pgn_file + "\n");
+bool SetPgnFile(CommandContext& context) {
+  const std::string name = context.args.Word(2);
+  const auto settings = context.tourney.ChangeSettings();
+  settings->pgn_file = IsBareName(name) ? settings->files_path + name : name;
+  PrintText("PgnFile = " + settings->pgn_file + "\n");
   return true;
 }
 
-bool SetTimeControl(Tourney& tourney, const CommandArgs& args) {
-  tourney.settings.time_control = ParseTimeControl(args.RestFrom(2));
-  const TimeControl& control = tourney.settings.time_control;
+bool SetTimeControl(CommandContext& context) {
+  const TimeControl control = ParseTimeControl(context.args.RestFrom(2));
+  context.tourney.ChangeSettings()->time_control = control;
   std::string text = Format("TimeControl = Time: %d", control.seconds / 60);
   if (control.seconds % 60 != 0) text += Format(":%d", control.seconds % 60);
   PrintText(text + Format(", Inc: %d, Mps: %d\n", control.inc, control.mps));
   return true;
 }
 
-bool SetRounds(Tourney& tourney, const CommandArgs& args) {
-  if (!tourney.IsSwiss()) {
+bool SetRounds(CommandContext& context) {
+  if (!context.tourney.IsSwiss()) {
     Print("Tourney type not SWISS, so number of rounds will be determined automatically.\n");
     return false;
   }
-  if (args.Count() < 3) {
+  if (context.args.Count() < 3) {
     Print("You should specify a value, too.\n");
     return false;
   }
-  const int rounds = ToInt(args.Word(2));
+  const int rounds = ToInt(context.args.Word(2));
   if (rounds < 1) {
     Print("How about a positive value?\n");
     return false;
   }
-  const int half = static_cast<int>(tourney.Participants().size() / 2);
+  const int half = static_cast<int>(context.tourney.Participants().size() / 2);
   if (rounds > half) {
     // The correction is announced, but what the user asked for is stored all the same.
     Print("Amount of rounds can't be more than half of players in the tourney.\n");
     Print("Setting Rounds to %d.\n", half);
   }
-  tourney.settings.rounds = rounds;
+  context.tourney.ChangeSettings()->rounds = rounds;
   Print("Rounds: %d\n", rounds);
   return true;
 }
 
-bool SetType(Tourney& tourney, const CommandArgs& args) {
-  const bool swiss = BeginsWithNoCase(args.Word(2), "s");
-  tourney.settings.type = swiss ? kSwiss : kRoundRobin;
+bool SetType(CommandContext& context) {
+  const bool swiss = BeginsWithNoCase(context.args.Word(2), "s");
+  context.tourney.ChangeSettings()->type = swiss ? kSwiss : kRoundRobin;
   Print(swiss ? "Tourney type now SWISS.\n" : "Tourney type now ROUND ROBIN.\n");
   return true;
 }
@@ -183,7 +189,7 @@ bool SetByRule(const RuledSetting& setting, CommandContext& context) {
     Print("%s", setting.without_value);
     return false;
   }
-  return setting.set(context.tourney, context.args);
+  return setting.set(context);
 }
 
 bool SetText(const TextSetting& setting, CommandContext& context) {
@@ -196,7 +202,8 @@ bool SetText(const TextSetting& setting, CommandContext& context) {
   if (value.empty() && setting.text == &TourneySettings::name) value = "My own tourney";
   const bool is_directory = setting.text == &TourneySettings::files_path;
   if (is_directory && !value.empty() && !value.ends_with('\\')) value += '\\';
-  context.tourney.settings.*setting.text = value;
+  const auto settings = context.tourney.ChangeSettings();
+  (*settings).*setting.text = value;
   PrintText(std::string(setting.shown) + " = " + quote + value + quote + "\n");
   return true;
 }

@@ -15,26 +15,28 @@ const std::vector<OptionForm>& SpoolOptions() {
   return kForms;
 }
 
-void SpoolRoundOf(Tourney& tourney, const std::string& value) {
+void SpoolRoundOf(Tourney& tourney, FileSystem& files, const std::string& value) {
   if (!value.empty() && !IsAllDigits(value)) return PrintUnknownWord(value);
-  SpoolRound(tourney, ToInt(value));
+  SpoolRound(tourney, files, ToInt(value));
 }
 
-void SpoolGamesOf(Tourney& tourney, const std::string& option, const std::string& participant) {
+void SpoolGamesOf(Tourney& tourney, FileSystem& files, const std::string& option,
+                  const std::string& participant) {
   if (participant.empty()) return PrintUnknownWord(option);
   const int number = FindPlayer(tourney, participant);
-  if (number != 0) SpoolPlayer(tourney, number);
+  if (number != 0) SpoolPlayer(tourney, files, number);
 }
 
 /// `word` is the option as it was typed.
-void SpoolByOption(Tourney& tourney, const GivenOption& option, const std::string& word) {
+void SpoolByOption(Tourney& tourney, FileSystem& files, const GivenOption& option,
+                   const std::string& word) {
   const std::string_view prefix = option.form->prefix;
   if (prefix == "-ro") {
-    SpoolRoundOf(tourney, option.value);
+    SpoolRoundOf(tourney, files, option.value);
   } else if (prefix == "-pla") {
-    SpoolGamesOf(tourney, word, option.rest);
+    SpoolGamesOf(tourney, files, word, option.rest);
   } else {
-    SpoolAll(tourney);
+    SpoolAll(tourney, files);
   }
 }
 
@@ -43,32 +45,33 @@ void SpoolByOption(Tourney& tourney, const GivenOption& option, const std::strin
 void DoSpool(CommandContext& context) {
   const auto given = ReadOptions(context.args, SpoolOptions());
   if (!given) return;
+  FileSystem& files = context.host.files;
   const std::string first = context.args.Word(1);
   if (!given->options.empty() && first.starts_with("-")) {
-    SpoolByOption(context.tourney, given->options.front(), first);
+    SpoolByOption(context.tourney, files, given->options.front(), first);
   } else if (first.empty()) {
-    Spool(context.tourney, 0);
+    Spool(context.tourney, files, 0);
   } else if (IsAllDigits(first)) {
-    Spool(context.tourney, ToInt(first));
+    Spool(context.tourney, files, ToInt(first));
   } else {
     PrintUnknownWord(first);
   }
 }
 
 void DoUnspool(CommandContext& context) {
-  Unspool(context.tourney);
+  Unspool(context.tourney, context.host.files, context.file, context.running);
 }
 
 void DoRespool(CommandContext& context) {
-  RespoolAll(context.tourney);
+  RespoolAll(context.tourney, context.host.files, context.file, context.running);
 }
 
 void DoReplay(CommandContext& context) {
-  ReplayUnfinished(context.tourney);
+  ReplayUnfinished(context.tourney, context.host.files);
 }
 
 void DoGetAllResults(CommandContext& context) {
-  CollectAll(context.tourney);
+  CollectAll(context.tourney, context.host.files, context.file, context.running);
 }
 
 }  // namespace tarvendo

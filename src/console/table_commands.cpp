@@ -29,7 +29,7 @@ void WriteTableCommand(CommandContext& context, TableOptions options, const char
     SetTableSwitch(options, option.form->prefix);
   const std::string first = context.args.Word(1);
   const bool names_file = !first.empty() && !first.starts_with("-");
-  WriteTable(context.tourney, names_file ? first : default_file, options);
+  WriteTable(context.tourney, context.host.files, names_file ? first : default_file, options);
 }
 
 }  // namespace

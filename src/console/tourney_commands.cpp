@@ -1,5 +1,3 @@
-#include <mutex>
-
 #include "base/log.h"
 #include "base/text.h"
 #include "base/word_skip.h"
@@ -10,18 +8,13 @@
 #include "pairing/bracket_list.h"
 #include "platform/files.h"
 #include "platform/processes.h"
-#include "runner/next_game.h"
 #include "tourney/game_list.h"
 #include "tourney/round_robin.h"
-#include "tourney/tourney.h"
+#include "tourney/shared_tourney.h"
+#include "tourney/tourney_file.h"
 
 namespace tarvendo {
 namespace {
-
-/// The save that stands before a command that cannot be taken back.
-void SaveBefore(Tourney& tourney) {
-  if (tourney.settings.auto_save != 0) AutoSave(tourney);
-}
 
 /// The rest of a raw line from its second word on, trailing white space cut.
 std::string NextWords(const std::string& line) {
@@ -33,12 +26,12 @@ std::string NextWords(const std::string& line) {
 
 }  // namespace
 
-void DoView(CommandContext& context) {
+void DoView(WaitingCommandContext& context) {
   std::string line;
   {
-    const std::lock_guard lock(context.tourney.Lock());
-    Processes& processes = context.tourney.GetHost().processes;
-    const TourneySettings& settings = context.tourney.settings;
+    const Hold hold = context.shared.Take();
+    Processes& processes = context.host.processes;
+    const TourneySettings& settings = hold->Settings();
     line = processes.ShellWords({settings.winboard_path}) + " /ncp /td 0 " +
            processes.ShellWords({settings.pgn_file});
   }
@@ -46,22 +39,23 @@ void DoView(CommandContext& context) {
 }
 
 void DoReset(CommandContext& context) {
-  SaveBefore(context.tourney);
+  // What cannot be taken back is saved before.
+  context.file.AutoSave(context.tourney);
   context.brackets.Clear();
-  DeleteErrorFiles(context.tourney);
+  DeleteErrorFiles(context.tourney, context.host.files);
   Print(context.tourney.Reset() ? "Tourney reseted.\n" : "Tourney reset failed!\n");
 }
 
 void DoLoad(CommandContext& context) {
-  const bool loaded = context.tourney.Load(context.args.Word(1));
+  const bool loaded = context.file.Load(context.tourney, context.args.Word(1));
   if (loaded) context.brackets.Clear();
   context.must_save = loaded;
   Print(loaded ? "Tourney loaded.\n" : "Loading tourney failed!\n");
 }
 
 void DoSave(CommandContext& context) {
-  Print(context.tourney.Save(context.args.Word(1)) ? "Tourney saved.\n"
-                                                   : "Saving tourney failed!\n");
+  const bool saved = context.file.Save(context.tourney, context.args.Word(1));
+  Print(saved ? "Tourney saved.\n" : "Saving tourney failed!\n");
 }
 
 void DoHousekeep(CommandContext& context) {
@@ -69,7 +63,7 @@ void DoHousekeep(CommandContext& context) {
 }
 
 void DoHelp(CommandContext& context) {
-  Help(context.line, context.tourney.GetHost().files, context.tourney.WorkDir());
+  Help(context.line, context.host.files, context.program_directory);
 }
 
 void DoCreateRRGames(CommandContext& context) {
@@ -78,13 +72,13 @@ void DoCreateRRGames(CommandContext& context) {
     Print("Try Pair instead.\n");
     return;
   }
-  SaveBefore(context.tourney);
-  CreateRRGames(context.tourney);
+  context.file.AutoSave(context.tourney);
+  CreateRRGames(context.tourney, context.host.files);
 }
 
 void DoChangeDirectory(CommandContext& context) {
   // Whether it worked is seen by what the next command finds.
-  context.tourney.GetHost().files.ChangeDirectory(NextWords(context.line));
+  context.host.files.ChangeDirectory(NextWords(context.line));
 }
 
 }  // namespace tarvendo

@@ -44,7 +44,7 @@ bool HasUnpairedEntry(const Bracket& bracket) {
 void AddGamesOf(Tourney& tourney, ColouredPair pair) {
   const int sub_rounds = PlayableSubRounds(tourney, tourney.Participants().size());
   for (int sub_round = 1; sub_round <= sub_rounds; ++sub_round) {
-    tourney.AddGame(pair.white, pair.black, tourney.round, sub_round);
+    tourney.AddGame(pair.white, pair.black, tourney.State().round, sub_round);
     std::swap(pair.white, pair.black);
   }
 }
@@ -57,8 +57,7 @@ void CreateGamesOf(Tourney& tourney, Bracket& bracket, ColourToggle& toggle) {
 
 }  // namespace
 
-BracketList::BracketList(Tourney& tourney)
-    : clock([&host_clock = tourney.GetHost().clock] { return host_clock.Now(); }) {}
+BracketList::BracketList(Clock& host_clock) : clock([&host_clock] { return host_clock.Now(); }) {}
 
 bool CreateBrackets(const PairingField& field, BracketList& brackets, int width, BracketMode mode) {
   brackets.chain = MakeBrackets(field, width, mode);

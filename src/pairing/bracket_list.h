@@ -11,16 +11,16 @@
 
 namespace tarvendo {
 
+class Clock;
 class Tourney;
 
 /// The score groups of the round to be paired, from the first to be paired to the last, with what
 /// outlives them: the clock of the search and the turn of the colours. There is one for the
-/// tourney, as long as the program runs. Used by one thread at a time, the holder of the tourney's
-/// lock.
+/// tourney, as long as the program runs. Used by the tourney's holder only.
 class BracketList {
  public:
-  /// No brackets. Of the tourney it uses the host's clock only, which must outlive it.
-  explicit BracketList(Tourney& tourney);
+  /// No brackets. `host_clock` must outlive it.
+  explicit BracketList(Clock& host_clock);
 
   /// Drops the brackets: the participants they tell of are no longer the same.
   void Clear() { chain.clear(); }

@@ -27,11 +27,11 @@ PairingField MakePairingField(const Tourney& tourney) {
   for (const Player& player : tourney.Participants()) {
     Contender contender;
     contender.points = player.points;
-    contender.has_game_in_round = HasGameInRound(tourney, player, tourney.round, false);
+    contender.has_game_in_round = HasGameInRound(tourney, player, tourney.State().round, false);
     contender.colour_state = is_last_round ? int{kNoColourWish} : player.colour_state;
     contenders.push_back(contender);
   }
-  PairingField field(std::move(contenders), tourney.settings.sub_rounds);
+  PairingField field(std::move(contenders), tourney.Settings().sub_rounds);
   for (const Player& player : tourney.Participants())
     AddMeetings(tourney, player, field);
   return field;

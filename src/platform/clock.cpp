@@ -27,6 +27,11 @@ class SystemClock : public Clock {
  public:
   std::int64_t Now() override { return HostSeconds(); }
 
+  TimePoint Steady() override {
+    return std::chrono::time_point_cast<std::chrono::milliseconds>(
+        std::chrono::steady_clock::now());
+  }
+
   bool Wait(std::condition_variable& wake, std::unique_lock<std::mutex>& held,
             std::chrono::milliseconds span, const std::function<bool()>& done) override {
     // The end of a wait for "ever" would lie outside what a time point holds.

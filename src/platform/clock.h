@@ -20,6 +20,9 @@ struct CalendarTime {
   int second = 0;
 };
 
+/// A moment of a clock that never jumps, whatever is done to the time of day.
+using TimePoint = std::chrono::time_point<std::chrono::steady_clock, std::chrono::milliseconds>;
+
 /// The time of day, and the waits of the threads. Virtual, so that tests hand in their own time.
 class Clock {
  public:
@@ -28,8 +31,12 @@ class Clock {
   /// Seconds since the epoch.
   virtual std::int64_t Now() = 0;
 
+  /// The present moment of the clock that never jumps: what deadlines are counted by.
+  virtual TimePoint Steady() = 0;
+
   /// Waits on `wake`, whose mutex `held` holds, until it is notified while `done` holds, but at the
-  /// most for `span`. Returns whether `done` holds.
+  /// most for `span`; with milliseconds::max() for as long as it takes, though a clock may return
+  /// early from such a wait. Returns whether `done` holds.
   virtual bool Wait(std::condition_variable& wake, std::unique_lock<std::mutex>& held,
                     std::chrono::milliseconds span, const std::function<bool()>& done) = 0;
 };

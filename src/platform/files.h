@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tarvendo {
 
@@ -26,6 +27,33 @@ class OutputFile {
 
   /// Flushes and closes. True only when every byte since the opening was taken.
   virtual bool Close() = 0;
+};
+
+/// A file that is open and whose lock is held: nobody else takes it as long as this object lives or
+/// a process lives that the lock was handed to (processes.h). No other process gets it.
+class LockedFile {
+ public:
+  virtual ~LockedFile() = default;
+
+  /// Makes `text` the whole content of the file. False when it could not be written.
+  virtual bool Replace(std::string_view text) = 0;
+
+  /// What the host knows the open file by: a descriptor, a handle. For platform/ only.
+  virtual std::intptr_t HostHandle() const = 0;
+};
+
+/// How an attempt to take a lock has ended.
+struct LockAttempt {
+  std::unique_ptr<LockedFile> file;  ///< null when it was not taken
+  bool is_held = false;  ///< somebody else holds it; otherwise the file cannot be opened
+};
+
+/// What tells two states of a file apart without reading it.
+struct FileStamp {
+  std::uint64_t identity = 0;  ///< of the file itself: another one after a rename
+  std::int64_t size = 0;       ///< bytes
+  std::int64_t changed = 0;    ///< when it was last written to, in the host's smallest unit
+  friend bool operator==(const FileStamp&, const FileStamp&) = default;
 };
 
 /// The files of the host. Paths are taken as they were typed: on Linux `\` is read as `/`.
@@ -74,6 +102,30 @@ class FileSystem {
 
   /// Renames a file, replacing an existing one in one step.
   virtual bool Rename(const std::string& from, const std::string& to) = 0;
+
+  /// Opens the file (making it when it is missing, but not its directory) and takes its lock,
+  /// without waiting. What is in the file stays. On Linux the lock is that of flock: it does not
+  /// reach every network directory. On Windows nobody else can write to the file or delete it
+  /// meanwhile.
+  virtual LockAttempt Lock(const std::string& path) = 0;
+
+  /// Whether somebody holds the file's lock, this program included. False when there is no such
+  /// file.
+  virtual bool IsLocked(const std::string& path) = 0;
+
+  /// The paths of all files (of any kind but directories) whose path begins with `prefix`, which
+  /// may end in the middle of a name: for "/t\g" perhaps "/t\g1.BAT" and "/t\g1.run", in the order
+  /// of their names. Nothing when the directory cannot be read.
+  virtual std::vector<std::string> PathsWithPrefix(const std::string& prefix) = 0;
+
+  /// Nothing when there is no such file.
+  virtual std::optional<FileStamp> Stamp(const std::string& path) = 0;
+
+  /// Makes a directory; true also when it is there already.
+  virtual bool MakeDirectory(const std::string& path) = 0;
+
+  /// Deletes an empty directory. False when it was not there or could not be deleted.
+  virtual bool RemoveDirectory(const std::string& path) = 0;
 
   virtual bool ChangeDirectory(const std::string& path) = 0;
 

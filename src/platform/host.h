@@ -4,6 +4,7 @@ namespace tarvendo {
 
 class Clock;
 class FileSystem;
+class FileWatches;
 class Processes;
 
 /// What the program uses of the machine it runs on. Owned by main (or by a test); everything that
@@ -12,6 +13,7 @@ struct Host {
   FileSystem& files;
   Processes& processes;
   Clock& clock;
+  FileWatches& watches;
 };
 
 }  // namespace tarvendo

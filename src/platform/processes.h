@@ -1,10 +1,18 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace tarvendo {
+
+class LockedFile;
+
+/// A batch file that this program has started; never used twice.
+using BatchId = std::uint64_t;
 
 /// How a command line run by the host's command processor ended.
 enum class ShellOutcome {
@@ -25,13 +33,30 @@ class Processes {
   virtual ShellOutcome RunShell(const std::string& line, const std::string& output) = 0;
 
   /// Starts a batch file without waiting for it: by the command processor on Windows, and on Linux
-  /// by
-  /// `$COMSPEC /c FILE` or, without COMSPEC, by the batch reader (batch_plan.h). The started
-  /// process is remembered and reaped. False when it could not be started.
-  virtual bool StartBatch(const std::string& path) = 0;
+  /// by `$COMSPEC /c FILE` or, without COMSPEC, by the batch reader (batch_plan.h). `lock`, when
+  /// there is one, is handed to the started process and to what that starts, and to nothing else:
+  /// it is held until the last of them and the LockedFile itself are gone. Nothing of this
+  /// program's other open files reaches the child. The started process is reaped as soon as it
+  /// ends. Nothing when it could not be started.
+  virtual std::optional<BatchId> StartBatch(const std::string& path, const LockedFile* lock) = 0;
 
-  /// Whether a process started by StartBatch is still running. Reaps those that have ended.
-  virtual bool AnyBatchRunning() = 0;
+  /// Whether the process that was started with that id (not those that it has started) still runs.
+  virtual bool IsRunning(BatchId batch) = 0;
+
+  /// Ends a started batch file with everything that it has started and that still belongs to it: on
+  /// Linux to its process group or to those that hold its lock, on Windows to its job. On Linux all
+  /// of them are asked to end, and what is left two seconds later is killed; on Windows they are
+  /// ended at once. Does not wait for that.
+  virtual void EndBatch(BatchId batch) = 0;
+
+  /// In the same way ends whatever holds the lock of that file, started by an earlier process of
+  /// this program. Does nothing on Windows, where nobody is told who holds a file.
+  virtual void EndHolders(const std::string& lock_path) = 0;
+
+  /// Has `on_end` called whenever a started batch file has ended and been reaped, on a thread of
+  /// the host's: it must be quick and must not call back. An empty function ends that; when this
+  /// call returns no older one is under way any more.
+  virtual void SetEndListener(std::function<void()> on_end) = 0;
 
   /// The words as one command line for the host's command processor, each so quoted that it arrives
   /// as one word and nothing in it is run; paths in the host's form (`\` read as `/` on Linux).

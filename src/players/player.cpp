@@ -1,5 +1,6 @@
 #include "players/player.h"
 
+#include "base/record_file.h"
 #include "base/text.h"
 
 namespace tarvendo {
@@ -8,36 +9,36 @@ Player::Player(PlayerTexts player_texts) : texts(std::move(player_texts)) {
   if (texts.name.empty()) texts.name = "PlayerName";
 }
 
-void Player::WriteRecord() {
+void Player::WriteRecord(RecordWriter& writer) const {
   for (const int value : {tourney_flag, buchholz, colour_state, games_played, number, points, rank,
                           sonneborn_berger}) {
-    WriteInt(value);
+    writer.WriteInt(value);
   }
   for (const std::string* text :
        {&texts.black_options, &texts.dir, &texts.group, &texts.init_string, &texts.name,
         &texts.program_exe, &texts.white_options}) {
-    WriteString(*text);
+    writer.WriteString(*text);
   }
-  WriteInt(static_cast<long long>(games.size()));
+  writer.WriteInt(static_cast<long long>(games.size()));
   for (const int game : games)
-    WriteInt(game);
+    writer.WriteInt(game);
 }
 
-void Player::ReadRecord() {
+void Player::ReadRecord(RecordReader& reader) {
   for (int* field : {&tourney_flag, &buchholz, &colour_state, &games_played, &number, &points,
                      &rank, &sonneborn_berger}) {
-    ReadInt(*field);
+    reader.ReadInt(*field);
   }
   tourney_flag = tourney_flag != 0 ? 1 : 0;
   for (std::string* text : {&texts.black_options, &texts.dir, &texts.group, &texts.init_string,
                             &texts.name, &texts.program_exe, &texts.white_options}) {
-    ReadString(*text);
+    reader.ReadString(*text);
   }
   int count = 0;
-  ReadInt(count);
-  for (int i = 0; i < count && !NothingLeft(); ++i) {
+  reader.ReadInt(count);
+  for (int i = 0; i < count && !reader.NothingLeft(); ++i) {
     int game = -1;
-    ReadInt(game);
+    reader.ReadInt(game);
     games.push_back(game);
   }
 }

@@ -3,10 +3,12 @@
 #include <string>
 #include <vector>
 
-#include "base/record_file.h"
 #include "base/scores.h"
 
 namespace tarvendo {
+
+class RecordReader;
+class RecordWriter;
 
 /// A participant's wish for a colour. The lowest bit is the colour due: 1 White, 0 Black.
 enum ColourState : int {
@@ -29,22 +31,26 @@ struct PlayerTexts {
   std::string black_options;  ///< WinBoard options used when the engine has Black
   std::string program_exe;    ///< the engine's program
   std::string group;          ///< group words separated by blanks
+
+  bool operator==(const PlayerTexts&) const = default;
 };
 
 /// One chess engine. The player database holds them by value; a tourney holds copies of its own,
-/// which also carry the standing and the history. Used under the tourney's lock.
-class Player : public RecordFile {
+/// which also carry the standing and the history. Used by the tourney's holder.
+class Player {
  public:
   Player() = default;
   /// An empty name becomes "PlayerName".
   explicit Player(PlayerTexts player_texts);
 
-  /// Writes the record as a block of the tourney file into the file that it takes part in.
-  void WriteRecord();
+  /// Writes the record as a block of the tourney file.
+  void WriteRecord(RecordWriter& writer) const;
 
   /// Reads such a block. Fields that the file no longer holds stay as they are; a count of
   /// positions that is negative or larger than what follows gives those that are there.
-  void ReadRecord();
+  void ReadRecord(RecordReader& reader);
+
+  bool operator==(const Player&) const = default;
 
   PlayerTexts texts;
   int number = 0;  ///< 1-based place in its list

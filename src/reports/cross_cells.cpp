@@ -4,8 +4,8 @@
 #include <cstdint>
 
 #include "base/scores.h"
-#include "reports/game_score.h"
-#include "reports/participant_places.h"
+#include "tourney/game_score.h"
+#include "tourney/participant_places.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {
@@ -211,7 +211,7 @@ int ShownSubRounds(const Tourney& tourney, int columns) {
 CrossLayout LayOutCross(const Tourney& tourney, bool long_cells) {
   const int participants = static_cast<int>(tourney.Participants().size());
   CrossLayout layout;
-  layout.columns = tourney.IsSwiss() ? std::max(tourney.settings.rounds, 0) : participants;
+  layout.columns = tourney.IsSwiss() ? std::max(tourney.Settings().rounds, 0) : participants;
   layout.sub_rounds = ShownSubRounds(tourney, layout.columns);
   layout.long_cells = long_cells && (!tourney.IsSwiss() || EffectiveSubRounds(tourney) > 1);
   layout.width = CellWidth(tourney, layout);

@@ -4,7 +4,7 @@
 #include <numeric>
 
 #include "reports/cross_cells.h"
-#include "reports/participant_places.h"
+#include "tourney/participant_places.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {

@@ -7,9 +7,9 @@
 #include "platform/files.h"
 #include "reports/cross_table.h"
 #include "reports/html_table.h"
-#include "reports/standings.h"
 #include "reports/text_table.h"
 #include "tourney/rounds.h"
+#include "tourney/standings.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {
@@ -23,7 +23,7 @@ std::string ComputeTable(Tourney& tourney, const TableOptions& options) {
   AdjustRounds(tourney);
   const CrossTable table = BuildCrossTable(tourney, options);
   tourney.name_width = table.name_width;
-  return options.html ? HtmlTable(table, tourney.settings) : TextTable(table);
+  return options.html ? HtmlTable(table, tourney.Settings()) : TextTable(table);
 }
 
 bool Refuse(const std::string& path) {
@@ -32,16 +32,17 @@ bool Refuse(const std::string& path) {
 }
 
 /// A device or a pipe cannot be replaced by a new file: it is opened and written into.
-bool WriteInPlace(Tourney& tourney, const std::string& path, const TableOptions& options) {
-  const std::unique_ptr<OutputFile> file = tourney.GetHost().files.Create(path);
+bool WriteInPlace(Tourney& tourney, FileSystem& files, const std::string& path,
+                  const TableOptions& options) {
+  const std::unique_ptr<OutputFile> file = files.Create(path);
   if (!file) return Refuse(path);
   const bool written = file->Write(ComputeTable(tourney, options));
   return file->Close() && written ? true : Refuse(path);
 }
 
 /// Opening for appending asks whether the file can be written, and leaves what is in it alone.
-bool ReplaceFile(Tourney& tourney, const std::string& path, const TableOptions& options) {
-  FileSystem& files = tourney.GetHost().files;
+bool ReplaceFile(Tourney& tourney, FileSystem& files, const std::string& path,
+                 const TableOptions& options) {
   const bool was_there = files.Exists(path);
   if (!files.Append(path)) return Refuse(path);
   if (SaveWholeFile(files, path, ComputeTable(tourney, options))) return true;
@@ -51,14 +52,15 @@ bool ReplaceFile(Tourney& tourney, const std::string& path, const TableOptions& 
 
 }  // namespace
 
-bool WriteTable(Tourney& tourney, const std::string& file, const TableOptions& options) {
+bool WriteTable(Tourney& tourney, FileSystem& files, const std::string& file,
+                const TableOptions& options) {
   if (file == kConsoleName) {
     PrintText(ComputeTable(tourney, options));
     return true;
   }
-  const std::string path = file.empty() ? tourney.settings.files_path + kDefaultName : file;
-  return IsNoOrdinaryFile(tourney.GetHost().files, path) ? WriteInPlace(tourney, path, options)
-                                                         : ReplaceFile(tourney, path, options);
+  const std::string path = file.empty() ? tourney.Settings().files_path + kDefaultName : file;
+  return IsNoOrdinaryFile(files, path) ? WriteInPlace(tourney, files, path, options)
+                                       : ReplaceFile(tourney, files, path, options);
 }
 
 }  // namespace tarvendo

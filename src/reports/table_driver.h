@@ -6,6 +6,7 @@
 
 namespace tarvendo {
 
+class FileSystem;
 class Tourney;
 
 /// Writes the table of the standings, in the form that the options ask for. An empty `file` is
@@ -13,8 +14,9 @@ class Tourney;
 /// file, which is saved whole or not at all (base/whole_file.h). A file that cannot be opened or
 /// saved prints "Can't open file %s!\n" and gives false; when it cannot be opened, nothing is
 /// computed either. Computes the standings (which may move the current round on), brings Rounds
-/// within its limits (which may print) and makes NameWidth that of the table. Called by the holder
-/// of the tourney's lock.
-bool WriteTable(Tourney& tourney, const std::string& file, const TableOptions& options);
+/// within its limits (which may print) and makes NameWidth that of the table. Called by the
+/// tourney's holder.
+bool WriteTable(Tourney& tourney, FileSystem& files, const std::string& file,
+                const TableOptions& options);
 
 }  // namespace tarvendo

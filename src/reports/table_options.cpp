@@ -13,7 +13,7 @@ TableOptions HtmlTableDefaults(const Tourney& tourney) {
   TableOptions options;
   options.html = true;
   options.bar = true;
-  options.pictures = !tourney.settings.pics_dir.empty();
+  options.pictures = !tourney.Settings().pics_dir.empty();
   return options;
 }
 

@@ -22,7 +22,7 @@ void AppendRight(std::string& line, std::string_view text, int width) {
   line += text;
 }
 
-const char* Heading(ColumnKind kind) {
+const char* ShortHeading(ColumnKind kind) {
   switch (kind) {
     case ColumnKind::kRank:
       return "Rank";
@@ -43,11 +43,11 @@ const char* Heading(ColumnKind kind) {
   return "";
 }
 
-void AppendHeading(std::string& text, const TableColumn& column) {
+void AppendColumnHeading(std::string& text, const TableColumn& column) {
   if (column.kind == ColumnKind::kCross) {
     AppendRight(text, std::to_string(column.cross_number), column.width);
   } else {
-    AppendLeft(text, Heading(column.kind), column.width);
+    AppendLeft(text, ShortHeading(column.kind), column.width);
   }
 }
 
@@ -92,7 +92,7 @@ void AppendCell(std::string& text, const CrossTable& table, const TableRow& row,
 std::string TextTable(const CrossTable& table) {
   std::string text;
   for (const TableColumn& column : table.columns) {
-    AppendHeading(text, column);
+    AppendColumnHeading(text, column);
     text += '|';
   }
   text += '\n';

@@ -6,10 +6,15 @@
 #include "base/log.h"
 #include "base/text.h"
 #include "platform/files.h"
+#include "play/claim.h"
 #include "reports/table_driver.h"
+#include "runner/adoption.h"
+#include "runner/batch_file.h"
+#include "runner/running_games.h"
 #include "tourney/game_list.h"
 #include "tourney/rounds.h"
 #include "tourney/tourney.h"
+#include "tourney/tourney_file.h"
 
 namespace tarvendo {
 namespace {
@@ -23,9 +28,9 @@ std::string_view Behind(const std::string& line, std::size_t position) {
 
 /// What stands in the tourney's PGN file for a line of the game's own.
 std::string MergedLine(const Tourney& tourney, const Game& game, const std::string& line) {
-  if (BeginsWithNoCase(line, "[event")) return "[Event \"" + tourney.settings.name + "\"]\n";
+  if (BeginsWithNoCase(line, "[event")) return "[Event \"" + tourney.Settings().name + "\"]\n";
   if (BeginsWithNoCase(line, "[round")) {
-    const bool with_sub_round = tourney.settings.sub_rounds >= 2;
+    const bool with_sub_round = tourney.Settings().sub_rounds >= 2;
     return Format("[Round \"%d", game.round) +
            (with_sub_round ? Format(".%d", game.sub_round) : "") + "\"]\n";
   }
@@ -36,8 +41,8 @@ std::string MergedLine(const Tourney& tourney, const Game& game, const std::stri
   return line;
 }
 
-bool AppendToTourneyPgn(Tourney& tourney, const std::string& text) {
-  const auto file = tourney.GetHost().files.Append(tourney.settings.pgn_file);
+bool AppendToTourneyPgn(const Tourney& tourney, FileSystem& files, const std::string& text) {
+  const auto file = files.Append(tourney.Settings().pgn_file);
   if (!file) return false;
   const bool written = file->Write(text);
   return file->Close() && written;
@@ -51,42 +56,17 @@ void Announce(const Game& game) {
             "\n" + kStars + "\n> ");
 }
 
-/// Collects one game but for its files, whose names go to `leftovers`: they are deleted when the
-/// tourney that no longer needs them is on the disk.
-void TakeResult(Tourney& tourney, Game& game, const std::string& pgn,
-                std::vector<std::string>& leftovers) {
-  if (!AppendToTourneyPgn(tourney, MergedPgn(tourney, game, pgn))) {
-    Print("Error copying pgn-file!\n");
-  }
-  game.result = ResultInPgn(pgn);
-  // Why a game has no result must still be there when somebody looks.
-  if (!game.LacksResult()) leftovers.push_back(ErrorFileName(tourney, game));
-  for (std::string* name : {&game.bat_file, &game.pgn_file}) {
-    if (!name->empty()) leftovers.push_back(*name);
-    name->clear();
-  }
-  game.status = kReady;
-  Announce(game);
-}
-
-/// What a table behind a result that is not the last one would do: the page itself is soon written
-/// over, but the rounds that it moves on are part of the tourney.
-void MoveOnAsATableDoes(Tourney& tourney) {
-  AdvanceCurrentRound(tourney);
-  AdjustRounds(tourney);
-}
-
 /// With AutoSave on, the results are on the disk before the files that they came from are gone, so
 /// that a crash in between loses no game. When that save fails (it is reported by the one that
 /// follows every step), the files stay: should the program end before a save succeeds, the next
 /// start collects them.
-void FinishCollection(Tourney& tourney, const std::vector<std::string>& leftovers) {
-  const bool on_disk = tourney.settings.auto_save == 0 || tourney.Save("");
-  FileSystem& files = tourney.GetHost().files;
+void FinishCollection(Tourney& tourney, FileSystem& files, TourneyFile& file,
+                      const std::vector<std::string>& leftovers) {
+  const bool on_disk = file.TryAutoSave(tourney);
   for (const std::string& name : leftovers) {
-    if (on_disk && files.Exists(name)) files.Remove(name);
+    if (on_disk && !name.empty() && files.Exists(name)) files.Remove(name);
   }
-  WriteTable(tourney, "", HtmlTableDefaults(tourney));
+  WriteTable(tourney, files, "", HtmlTableDefaults(tourney));
 }
 
 }  // namespace
@@ -114,34 +94,45 @@ std::string MergedPgn(const Tourney& tourney, const Game& game, const std::strin
   return merged;
 }
 
-bool CollectResult(Tourney& tourney, int game_number) {
-  Game* game = tourney.FindGame(game_number);
-  if (game == nullptr) return false;
-  const auto pgn = tourney.GetHost().files.ReadText(game->pgn_file);
-  if (!pgn) return false;
-  std::vector<std::string> leftovers;
-  TakeResult(tourney, *game, *pgn, leftovers);
-  FinishCollection(tourney, leftovers);
-  return true;
+void TakeResult(Tourney& tourney, FileSystem& files, const Game& game, const std::string& pgn,
+                const std::string& pgn_file) {
+  if (!AppendToTourneyPgn(tourney, files, MergedPgn(tourney, game, pgn))) {
+    Print("Error copying pgn-file!\n");
+    SetRecordAside(files, pgn_file, "rescued");
+  }
+  const auto change = tourney.Change(game);
+  change->bat_file.clear();
+  change->pgn_file.clear();
+  change->result = ResultInPgn(pgn);
+  change->status = kReady;
+  Announce(game);
 }
 
-void CollectAll(Tourney& tourney) {
+void MoveOnAsATableDoes(Tourney& tourney) {
+  AdvanceCurrentRound(tourney);
+  AdjustRounds(tourney);
+}
+
+void CollectAll(Tourney& tourney, FileSystem& files, TourneyFile& file,
+                const RunningGames& running) {
   std::vector<std::string> leftovers;
-  bool any_collected = false;
-  for (Game& game : tourney.Games()) {
-    if (game.status != kSpooled) continue;
-    const auto pgn = tourney.GetHost().files.ReadText(game.pgn_file);
-    if (!pgn || (pgn->empty() && game.number == tourney.current_game)) continue;
-    if (any_collected) MoveOnAsATableDoes(tourney);
-    TakeResult(tourney, game, *pgn, leftovers);
-    any_collected = true;
+  for (const Game& game : tourney.Games()) {
+    if (game.status != kSpooled || running.HasNumber(game.number)) continue;
+    if (IsBeingPlayed(files, game.pgn_file)) continue;
+    SettleClaimOf(tourney, files, game.number);
+    const std::string pgn_file = game.pgn_file;
+    const auto pgn = files.ReadText(pgn_file);
+    if (!pgn) continue;
+    if (!leftovers.empty()) MoveOnAsATableDoes(tourney);
+    leftovers.push_back(game.bat_file);
+    leftovers.push_back(pgn_file);
+    TakeResult(tourney, files, game, *pgn, pgn_file);
+    // Why a game has no result shall be read the next morning.
+    if (!game.LacksResult()) leftovers.push_back(GameFileBeside(pgn_file, ".err"));
   }
   tourney.RecomputeGamesState();
-  if (any_collected) FinishCollection(tourney, leftovers);
-}
-
-bool LacksPgn(Tourney& tourney, const Game& game) {
-  return tourney.GetHost().files.ReadText(game.pgn_file).value_or("").empty();
+  if (leftovers.empty()) return;
+  FinishCollection(tourney, files, file, leftovers);
 }
 
 }  // namespace tarvendo

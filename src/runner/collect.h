@@ -1,11 +1,17 @@
 #pragma once
 
 #include <string>
+#include <vector>
+
+#include "platform/host.h"
 
 namespace tarvendo {
 
+class FileSystem;
 class Game;
+class RunningGames;
 class Tourney;
+class TourneyFile;
 
 /// The result that a PGN text tells: that of its first Result tag, read at the fixed place where
 /// the value stands in a tag written in the standard way. UNFINISHED for any other value, UNKNOWN
@@ -17,20 +23,22 @@ int ResultInPgn(const std::string& pgn);
 /// line feed is lost.
 std::string MergedPgn(const Tourney& tourney, const Game& game, const std::string& pgn);
 
-/// Collects the game with that number when its PGN file can be read: appends it to the tourney's
-/// PGN file
-/// ("Error copying pgn-file!\n" when that fails), sets its result and READY, deletes its files,
-/// announces the result and writes the HTML table. False, and nothing done or printed, without such
-/// a game or file.
-bool CollectResult(Tourney& tourney, int game_number);
+/// Takes the result of a game over from its record `pgn`, which lies in the file `pgn_file`:
+/// appends it to the tourney's PGN file, sets the result and READY, forgets the names of the game's
+/// files and announces the result. When the tourney's PGN file cannot be written ("Error copying
+/// pgn-file!\n"), the record is renamed to gN.rescued.PGN, so that the moves are not lost.
+void TakeResult(Tourney& tourney, FileSystem& files, const Game& game, const std::string& pgn,
+                const std::string& pgn_file);
+
+/// What a table behind a result that is not the last one would do: the page itself is soon written
+/// over, but the rounds that it moves on are part of the tourney.
+void MoveOnAsATableDoes(Tourney& tourney);
 
 /// Collects every SPOOLED game whose PGN file is there, then recomputes GamesState. The table is
-/// written once, behind the last one, but a Swiss tourney's rounds move on after each. The game
-/// that is being played is left alone while its PGN file is empty.
-void CollectAll(Tourney& tourney);
-
-/// Whether the game's PGN file is not there or holds nothing (WinBoard may not have got round to it
-/// yet).
-bool LacksPgn(Tourney& tourney, const Game& game);
+/// written once, behind the last one, but a Swiss tourney's rounds move on after each. Games that
+/// are under way or whose claim somebody holds are passed by; a claim that nobody holds is settled
+/// first (runner/adoption.h).
+void CollectAll(Tourney& tourney, FileSystem& files, TourneyFile& file,
+                const RunningGames& running);
 
 }  // namespace tarvendo

@@ -2,37 +2,29 @@
 
 #include <system_error>
 
-#include "platform/clock.h"
 #include "platform/faults.h"
-#include "tourney/tourney.h"
+#include "play/local_host.h"
+#include "runner/tourney_room.h"
 
 namespace tarvendo {
 
-using std::chrono::milliseconds;
-
-namespace {
-
-constexpr milliseconds kSignalPoll{500};
-
-}  // namespace
-
-Runner::Runner(Tourney& tourney, BracketList& brackets)
-    : tourney_(tourney), games_(tourney, brackets), timer_(tourney) {}
+Runner::Runner(TourneyRoom& room, const RunnerOptions& options)
+    : room_(room),
+      events_(room.host.clock),
+      bell_(MakeDoorbell()),
+      host_(std::make_unique<LocalHost>(room.host, options.game, options.places,
+                                        [this] { events_.Post(Event::kHostNews); })),
+      loop_(room, *host_, options.play) {}
 
 Runner::~Runner() {
-  {
-    const std::lock_guard guard(mutex_);
-    terminate_ = true;
-  }
-  changed_.notify_all();
-  if (game_thread_.joinable()) game_thread_.join();
-  if (timer_thread_.joinable()) timer_thread_.join();
+  room_.shared.SetChangeListener({});
+  events_.Post(Event::kEnd);
+  if (thread_.joinable()) thread_.join();
 }
 
-bool Runner::StartThreads() {
+bool Runner::StartThread() {
   try {
-    game_thread_ = std::thread([this] { RunPasses([this] { return PlayPass(); }); });
-    timer_thread_ = std::thread([this] { RunPasses([this] { return timer_.Pass(); }); });
+    thread_ = std::thread([this] { RunPasses(); });
   } catch (const std::system_error&) {
     const std::lock_guard guard(mutex_);
     has_died_ = true;
@@ -41,56 +33,58 @@ bool Runner::StartThreads() {
   return true;
 }
 
-milliseconds Runner::PlayPass() {
-  std::uint64_t pass = 0;
-  {
-    const std::lock_guard guard(mutex_);
-    pass = ++passes_begun_;
-  }
-  const std::uint64_t changes = tourney_.Switch().Changes();
-  const milliseconds wait = games_.Pass();
-  if (games_.IsIdle()) {
-    const std::lock_guard guard(mutex_);
-    idle_pass_ = pass;
-    idle_changes_ = changes;
-    changed_.notify_all();
-  }
-  return wait;
-}
-
-void Runner::RunPasses(const std::function<milliseconds()>& pass) {
-  Clock& clock = tourney_.GetHost().clock;
-  const auto is_over = [this] { return terminate_; };
+void Runner::RunPasses() {
   const bool ended_well = CallGuarded([&] {
-    milliseconds wait{0};
+    room_.shared.SetChangeListener([this] { events_.Post(Event::kTourneyChanged); },
+                                   std::this_thread::get_id());
+    std::optional<TimePoint> next;
     do {
-      wait = pass();
-      std::unique_lock guard(mutex_);
-      if (clock.Wait(changed_, guard, wait, is_over)) return;
-    } while (true);
+      std::uint64_t pass = 0;
+      {
+        const std::lock_guard guard(mutex_);
+        pass = ++passes_begun_;
+      }
+      next = loop_.Pass();
+      if (loop_.IsIdle()) {
+        const std::lock_guard guard(mutex_);
+        idle_pass_ = pass;
+        idle_changes_ = loop_.SwitchChangesSeen();
+        bell_->Ring();
+      }
+    } while (!events_.WaitUntil(next).Has(Event::kEnd));
   });
   if (ended_well) return;
-  tourney_.Lock().Break();
+  room_.shared.Break();
   RequestTermination();
   const std::lock_guard guard(mutex_);
   has_died_ = true;
-  changed_.notify_all();
+  bell_->Ring();
+}
+
+bool Runner::IsDone(std::uint64_t asked) {
+  if (TerminationRequested()) return true;
+  std::uint64_t changes = 0;
+  bool has_start_time = false;
+  {
+    const Hold hold = room_.shared.Take();
+    changes = hold->Switch().Changes();
+    has_start_time = hold->Switch().Get().start_time != 0;
+  }
+  const std::lock_guard guard(mutex_);
+  // A pass that was idle before the switch was moved says nothing of what comes now.
+  const bool is_idle = idle_pass_ > asked && idle_changes_ == changes;
+  return has_died_ || (is_idle && !has_start_time);
 }
 
 void Runner::AwaitIdle() {
-  std::unique_lock guard(mutex_);
-  const std::uint64_t asked = passes_begun_;
-  const auto is_done = [&] {
-    // A pass that was idle before the timer or the user moved the switch says nothing of what comes
-    // now.
-    const bool is_idle = idle_pass_ > asked && idle_changes_ == tourney_.Switch().Changes();
-    return has_died_ || TerminationRequested() ||
-           (is_idle && tourney_.Switch().Get().start_time == 0);
-  };
-  // A signal handler cannot notify anybody, so the request to end is looked for now and then.
-  Clock& clock = tourney_.GetHost().clock;
-  while (!clock.Wait(changed_, guard, kSignalPoll, is_done)) {
+  std::uint64_t asked = 0;
+  {
+    const std::lock_guard guard(mutex_);
+    asked = passes_begun_;
   }
+  events_.Post(Event::kTourneyChanged);
+  while (!IsDone(asked))
+    bell_->Await();
 }
 
 }  // namespace tarvendo

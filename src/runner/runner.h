@@ -1,58 +1,65 @@
 #pragma once
 
-#include <chrono>
 #include <condition_variable>
 #include <cstdint>
-#include <functional>
+#include <memory>
 #include <mutex>
 #include <thread>
 
-#include "runner/game_runner.h"
-#include "runner/runner_timer.h"
+#include "platform/doorbell.h"
+#include "platform/events.h"
+#include "play/game_host.h"
+#include "play/pace.h"
+#include "runner/play_loop.h"
 
 namespace tarvendo {
 
-class BracketList;
-class Tourney;
+struct TourneyRoom;
 
-/// The two threads that work without the user: one plays the games (GameRunner), one switches the
-/// runner on and off at the set times (RunnerTimer). Owned by the console's composition, behind the
-/// tourney. A fault in one of them breaks the tourney's lock and asks the console thread to save
-/// and end.
+/// How the runner plays.
+struct RunnerOptions {
+  int places = 1;  ///< games at a time
+  Pace game;
+  PlayPace play;
+};
+
+/// The thread that works without the user: it plays the games and switches the runner on and off at
+/// the set times (PlayLoop). It sleeps until something happens or a deadline comes. Owned by the
+/// console's composition, behind the tourney. A fault in it breaks the tourney and asks the console
+/// thread to save and end.
 class Runner {
  public:
-  Runner(Tourney& tourney, BracketList& brackets);
+  Runner(TourneyRoom& room, const RunnerOptions& options);
 
-  /// Tells both threads to end, wakes them and waits for them. A game that is being played goes on
-  /// by itself.
+  /// Tells the thread to end, wakes it and waits for it. Games that are being played go on by
+  /// themselves.
   ~Runner();
   Runner(const Runner&) = delete;
   Runner& operator=(const Runner&) = delete;
 
-  /// Starts both threads. False when the system gives none.
-  bool StartThreads();
+  /// Starts the thread. False when the system gives none.
+  bool StartThread();
 
   /// Waits until a pass that began after this call has found nothing to do and no start time is
-  /// set, or a thread has died. Called on the console thread without the tourney's lock.
+  /// set, or the thread has died, or the process is asked to end. Called on the console thread
+  /// without the tourney.
   void AwaitIdle();
 
  private:
-  /// Calls `pass` again and again, each time after the wait that it asks for, until the end.
-  void RunPasses(const std::function<std::chrono::milliseconds()>& pass);
-  std::chrono::milliseconds PlayPass();
+  void RunPasses();
+  bool IsDone(std::uint64_t asked);
 
-  Tourney& tourney_;
-  GameRunner games_;
-  RunnerTimer timer_;
-  std::mutex mutex_;  ///< guards what follows
-  std::condition_variable changed_;
-  bool terminate_ = false;
-  bool has_died_ = false;  ///< a thread has ended before its time, or could not be started
+  TourneyRoom& room_;
+  EventQueue events_;
+  std::unique_ptr<Doorbell> bell_;
+  std::unique_ptr<GameHost> host_;
+  PlayLoop loop_;          ///< the thread's own
+  std::mutex mutex_;       ///< guards what follows
+  bool has_died_ = false;  ///< the thread has ended before its time, or could not be started
   std::uint64_t passes_begun_ = 0;
   std::uint64_t idle_pass_ = 0;     ///< the last pass that found nothing to do, by its number
-  std::uint64_t idle_changes_ = 0;  ///< how often the switch had been moved when that pass began
-  std::thread game_thread_;
-  std::thread timer_thread_;
+  std::uint64_t idle_changes_ = 0;  ///< how often the switch had been moved when that pass looked
+  std::thread thread_;
 };
 
 }  // namespace tarvendo

@@ -6,6 +6,7 @@
 #include "base/log.h"
 #include "base/whole_file.h"
 #include "platform/files.h"
+#include "play/claim.h"
 #include "runner/batch_file.h"
 #include "runner/collect.h"
 #include "tourney/game_list.h"
@@ -18,57 +19,73 @@ bool IsNothingDone(const Game& game) {
   return game.status == kNothingDone;
 }
 
-/// The NOTHING DONE game of the lowest round; the first of the list among equals; null when there
-/// is none.
-Game* NextGameToSpool(Tourney& tourney) {
-  Game* next = nullptr;
-  for (Game& game : tourney.Games()) {
-    if (IsNothingDone(game) && (next == nullptr || game.round < next->round)) next = &game;
-  }
-  return next;
-}
-
 /// Number 0 has a meaning of its own in a command, so a game that a damaged file gives it is not
 /// found.
-Game* UnplayedGame(Tourney& tourney, int number) {
-  for (Game& game : tourney.Games()) {
+const Game* UnplayedGame(const Tourney& tourney, int number) {
+  for (const Game& game : tourney.Games()) {
     if (game.number == number && !game.IsReady()) return &game;
   }
   return nullptr;
 }
 
+/// The batch file of a game that is being played stays as it is when it says the same: some hosts
+/// read it while it runs.
+bool WriteBatchFile(FileSystem& files, const std::string& path, const std::string& text,
+                    bool may_be_running) {
+  if (may_be_running && files.ReadText(path) == text) return true;
+  return SaveWholeFile(files, path, text);
+}
+
 }  // namespace
 
-bool SpoolGame(Tourney& tourney, Game& game) {
-  FileSystem& files = tourney.GetHost().files;
+const Game* NextGameToSpool(const Tourney& tourney) {
+  const Game* next = nullptr;
+  for (const Game& game : tourney.Games()) {
+    if (IsNothingDone(game) && (next == nullptr || game.round < next->round)) next = &game;
+  }
+  return next;
+}
+
+bool SpoolSilently(Tourney& tourney, FileSystem& files, const Game& game) {
   Game spooled = game;
-  spooled.bat_file = GameFileName(tourney.settings.files_path, game.number, ".BAT");
-  spooled.pgn_file = GameFileName(tourney.settings.files_path, game.number, ".PGN");
+  spooled.bat_file = GameFileName(tourney.Settings().files_path, game.number, ".BAT");
+  spooled.pgn_file = GameFileName(tourney.Settings().files_path, game.number, ".PGN");
   // A new spool starts from no game record; one that cannot be deleted keeps the game from being
   // played.
-  if (files.IsReadable(spooled.pgn_file)) files.Remove(spooled.pgn_file);
+  const bool is_anothers = HasClaim(files, spooled.pgn_file);
+  if (!is_anothers && files.IsReadable(spooled.pgn_file)) files.Remove(spooled.pgn_file);
   const std::string error_file = ErrorFileName(tourney, spooled);
-  if (files.Exists(error_file)) files.Remove(error_file);
-  if (!SaveWholeFile(files, spooled.bat_file, BatchText(tourney, spooled))) {
-    PrintText("Error opening file for writing:  " + spooled.bat_file + "\n");
+  if (!is_anothers) RemoveIfThere(files, error_file);
+  if (!WriteBatchFile(files, spooled.bat_file, BatchText(tourney, spooled), is_anothers)) {
     return false;
   }
   spooled.status = kSpooled;
   spooled.spool_index = tourney.spool_counter;
   tourney.spool_counter = static_cast<int>(static_cast<unsigned>(tourney.spool_counter) + 1U);
-  game = spooled;
-  Print("Game %d spooled.\n", game.number);
+  const auto change = tourney.Change(game);
+  *change = spooled;
   return true;
 }
 
-bool Spool(Tourney& tourney, int number) {
-  Game* game = number == 0 ? NextGameToSpool(tourney) : UnplayedGame(tourney, number);
-  if (game != nullptr) return SpoolGame(tourney, *game);
+bool SpoolGame(Tourney& tourney, FileSystem& files, const Game& game) {
+  const int number = game.number;
+  if (!SpoolSilently(tourney, files, game)) {
+    PrintText("Error opening file for writing:  " +
+              GameFileName(tourney.Settings().files_path, number, ".BAT") + "\n");
+    return false;
+  }
+  Print("Game %d spooled.\n", number);
+  return true;
+}
+
+bool Spool(Tourney& tourney, FileSystem& files, int number) {
+  const Game* game = number == 0 ? NextGameToSpool(tourney) : UnplayedGame(tourney, number);
+  if (game != nullptr) return SpoolGame(tourney, files, *game);
   if (number == 0) Print("All games are either ready or spooled!\n");
   return false;
 }
 
-bool SpoolRound(Tourney& tourney, int round) {
+bool SpoolRound(Tourney& tourney, FileSystem& files, int round) {
   if (round == 0) {
     const Game* next = NextGameToSpool(tourney);
     if (next == nullptr) {
@@ -77,21 +94,21 @@ bool SpoolRound(Tourney& tourney, int round) {
     }
     round = next->round;
   }
-  for (Game& game : tourney.Games()) {
-    if (game.round == round && !game.IsReady()) SpoolGame(tourney, game);
+  for (const Game& game : tourney.Games()) {
+    if (game.round == round && !game.IsReady()) SpoolGame(tourney, files, game);
   }
   return true;
 }
 
-bool SpoolPlayer(Tourney& tourney, int player_number) {
+bool SpoolPlayer(Tourney& tourney, FileSystem& files, int player_number) {
   if (tourney.FindParticipant(player_number) == nullptr) {
     Print("Player number %d does not exist in this tourney!\n", player_number);
     return false;
   }
   bool any_spooled = false;
-  for (Game& game : tourney.Games()) {
+  for (const Game& game : tourney.Games()) {
     if (!IsNothingDone(game) || !game.IsPlayedBy(player_number)) continue;
-    if (SpoolGame(tourney, game)) any_spooled = true;
+    if (SpoolGame(tourney, files, game)) any_spooled = true;
   }
   if (!any_spooled) {
     Print("All games of player %d are already either spooled or ready!\n", player_number);
@@ -99,43 +116,44 @@ bool SpoolPlayer(Tourney& tourney, int player_number) {
   return true;
 }
 
-void SpoolAll(Tourney& tourney) {
-  std::vector<Game*> waiting;
-  for (Game& game : tourney.Games()) {
+void SpoolAll(Tourney& tourney, FileSystem& files) {
+  std::vector<const Game*> waiting;
+  for (const Game& game : tourney.Games()) {
     if (IsNothingDone(game)) waiting.push_back(&game);
   }
   std::stable_sort(waiting.begin(), waiting.end(),
                    [](const Game* a, const Game* b) { return a->round < b->round; });
   if (waiting.empty()) Print("All games are either ready or spooled!\n");
-  for (Game* game : waiting)
-    SpoolGame(tourney, *game);
+  for (const Game* game : waiting)
+    SpoolGame(tourney, files, *game);
 }
 
-bool ReplayUnfinished(Tourney& tourney) {
+bool ReplayUnfinished(Tourney& tourney, FileSystem& files) {
   bool any_spooled = false;
-  for (Game& game : tourney.Games()) {
+  for (const Game& game : tourney.Games()) {
     if (!game.IsReady() || !game.LacksResult()) continue;
-    game.status = kNothingDone;
-    if (SpoolGame(tourney, game)) any_spooled = true;
+    tourney.Change(game)->status = kNothingDone;
+    if (SpoolGame(tourney, files, game)) any_spooled = true;
   }
   return any_spooled;
 }
 
-void Unspool(Tourney& tourney) {
-  CollectAll(tourney);
-  for (Game& game : tourney.Games()) {
+void Unspool(Tourney& tourney, FileSystem& files, TourneyFile& file, const RunningGames& running) {
+  CollectAll(tourney, files, file, running);
+  for (const Game& game : tourney.Games()) {
     if (game.status != kSpooled) continue;
-    game.status = kNothingDone;
-    DeleteGameFiles(tourney, game);
+    tourney.Change(game)->status = kNothingDone;
+    DeleteGameFiles(tourney, files, game);
     Print("Game %d %s - %s unspooled.\n", game.number, game.white_player.c_str(),
           game.black_player.c_str());
   }
 }
 
-void RespoolAll(Tourney& tourney) {
-  CollectAll(tourney);
-  for (Game& game : tourney.Games()) {
-    if (game.status == kSpooled) SpoolGame(tourney, game);
+void RespoolAll(Tourney& tourney, FileSystem& files, TourneyFile& file,
+                const RunningGames& running) {
+  CollectAll(tourney, files, file, running);
+  for (const Game& game : tourney.Games()) {
+    if (game.status == kSpooled) SpoolGame(tourney, files, game);
   }
 }
 

@@ -40,7 +40,7 @@ void UpdateColourState(const Tourney& tourney, Player& player) {
 }
 
 bool IsLastSwissRound(const Tourney& tourney) {
-  return tourney.IsSwiss() && tourney.round == tourney.settings.rounds;
+  return tourney.IsSwiss() && tourney.State().round == tourney.Settings().rounds;
 }
 
 }  // namespace tarvendo

@@ -1,22 +1,24 @@
 #include "tourney/game.h"
 
+#include "base/record_file.h"
+
 namespace tarvendo {
 
-void Game::WriteRecord() {
+void Game::WriteRecord(RecordWriter& writer) const {
   for (const int value : {black, number, result, round, spool_index, status, sub_round, white}) {
-    WriteInt(value);
+    writer.WriteInt(value);
   }
   for (const std::string* text : {&bat_file, &black_player, &pgn_file, &white_player}) {
-    WriteString(*text);
+    writer.WriteString(*text);
   }
 }
 
-void Game::ReadRecord() {
+void Game::ReadRecord(RecordReader& reader) {
   for (int* field : {&black, &number, &result, &round, &spool_index, &status, &sub_round, &white}) {
-    ReadInt(*field);
+    reader.ReadInt(*field);
   }
   for (std::string* text : {&bat_file, &black_player, &pgn_file, &white_player}) {
-    ReadString(*text);
+    reader.ReadString(*text);
   }
 }
 

@@ -2,9 +2,10 @@
 
 #include <string>
 
-#include "base/record_file.h"
-
 namespace tarvendo {
+
+class RecordReader;
+class RecordWriter;
 
 /// Where a game stands on its way. The numbers are those of the tourney file.
 enum GameStatus : int {
@@ -24,14 +25,16 @@ enum GameResult : int {
 };
 
 /// One scheduled game between two participants. The tourney owns it. Its number is unique in the
-/// tourney and never used again. Used under the tourney's lock.
-class Game : public RecordFile {
+/// tourney and never used again. Used by the tourney's holder.
+class Game {
  public:
-  /// Writes the record as a block of the tourney file into the file that it takes part in.
-  void WriteRecord();
+  /// Writes the record as a block of the tourney file.
+  void WriteRecord(RecordWriter& writer) const;
 
   /// Reads such a block; fields that the file no longer holds stay as they are.
-  void ReadRecord();
+  void ReadRecord(RecordReader& reader);
+
+  bool operator==(const Game&) const = default;
 
   bool IsReady() const { return status == kReady; }
 

@@ -4,7 +4,9 @@
 
 #include "base/log.h"
 #include "base/text.h"
+#include "base/whole_file.h"
 #include "platform/files.h"
+#include "play/claim.h"
 #include "tourney/participants.h"
 #include "tourney/tourney.h"
 
@@ -15,23 +17,12 @@ bool IsUnsetOr(int criterion, int value) {
   return criterion == 0 || criterion == value;
 }
 
-void DeleteIfThere(FileSystem& files, std::string& name) {
-  // A file that cannot be deleted is left: the next spooling of the game tries again.
-  if (!name.empty() && files.Exists(name)) files.Remove(name);
-  name.clear();
-}
-
-void DeleteErrorFile(Tourney& tourney, const Game& game) {
-  std::string name = ErrorFileName(tourney, game);
-  DeleteIfThere(tourney.GetHost().files, name);
-}
-
 /// Deletes the files of the games at these places, says so for each, and takes them out of the
 /// list.
-void RemoveAt(Tourney& tourney, const std::vector<std::size_t>& places) {
+void RemoveAt(Tourney& tourney, FileSystem& files, const std::vector<std::size_t>& places) {
   for (const std::size_t place : places) {
-    Game& game = tourney.Games()[place];
-    DeleteGameFiles(tourney, game);
+    const Game& game = tourney.Games()[place];
+    DeleteGameFiles(tourney, files, game);
     Print("Removing game %d...", game.number);
     Print("removed.\n");
   }
@@ -141,63 +132,71 @@ void ListGames(Tourney& tourney, const GameFilter& filter) {
   }
 }
 
-int RemoveGames(Tourney& tourney, const GameFilter& filter) {
+int RemoveGames(Tourney& tourney, FileSystem& files, const GameFilter& filter) {
   std::vector<std::size_t> places;
   for (std::size_t i = 0; i < tourney.Games().size(); ++i) {
     if (Matches(tourney.Games()[i], filter)) places.push_back(i);
   }
-  RemoveAt(tourney, places);
+  RemoveAt(tourney, files, places);
   return static_cast<int>(places.size());
 }
 
-int RemoveFirstGame(Tourney& tourney, int number, const GameFilter& filter) {
+int RemoveFirstGame(Tourney& tourney, FileSystem& files, int number, const GameFilter& filter) {
   for (std::size_t i = 0; i < tourney.Games().size(); ++i) {
     const Game& game = tourney.Games()[i];
     if ((number == 0 || game.number != number) && !Matches(game, filter)) continue;
-    RemoveAt(tourney, {i});
+    RemoveAt(tourney, files, {i});
     return 1;
   }
   return 0;
 }
 
-void RemoveGamesOfNobody(Tourney& tourney) {
+void RemoveGamesOfNobody(Tourney& tourney, FileSystem& files) {
   std::vector<std::size_t> places;
   for (std::size_t i = tourney.Games().size(); i-- > 0;) {
     if (tourney.Games()[i].IsPlayedBy(0)) places.push_back(i);
   }
-  RemoveAt(tourney, places);
+  RemoveAt(tourney, files, places);
 }
 
 std::string ErrorFileName(const Tourney& tourney, const Game& game) {
   constexpr std::string_view kPgn = ".PGN";
   std::string name = game.pgn_file;
-  if (name.empty()) name = tourney.settings.files_path + "g" + std::to_string(game.number);
+  if (name.empty()) name = tourney.Settings().files_path + "g" + std::to_string(game.number);
   if (name.ends_with(kPgn)) name.erase(name.size() - kPgn.size());
   return name + ".err";
 }
 
-void DeleteErrorFiles(Tourney& tourney) {
-  for (const Game& game : tourney.Games())
-    DeleteErrorFile(tourney, game);
+void DeleteErrorFiles(const Tourney& tourney, FileSystem& files) {
+  for (const Game& game : tourney.Games()) {
+    if (!HasClaim(files, game.pgn_file)) RemoveIfThere(files, ErrorFileName(tourney, game));
+  }
 }
 
-void DeleteGameFiles(Tourney& tourney, Game& game) {
-  DeleteErrorFile(tourney, game);
-  DeleteIfThere(tourney.GetHost().files, game.bat_file);
-  DeleteIfThere(tourney.GetHost().files, game.pgn_file);
+void DeleteGameFiles(Tourney& tourney, FileSystem& files, const Game& game) {
+  if (!HasClaim(files, game.pgn_file)) {
+    RemoveIfThere(files, ErrorFileName(tourney, game));
+    RemoveIfThere(files, game.bat_file);
+    RemoveIfThere(files, game.pgn_file);
+  }
+  if (game.bat_file.empty() && game.pgn_file.empty()) return;
+  const auto change = tourney.Change(game);
+  change->bat_file.clear();
+  change->pgn_file.clear();
 }
 
-bool Forfeit(Tourney& tourney, int player_number) {
+bool Forfeit(Tourney& tourney, FileSystem& files, int player_number) {
   const Player* player = tourney.FindParticipant(player_number);
   if (player == nullptr) {
     Print("Can't find a player by number %d!\n", player_number);
     return false;
   }
-  for (Game& game : tourney.Games()) {
+  for (const Game& game : tourney.Games()) {
     if (game.IsReady() || !game.IsPlayedBy(player_number)) continue;
-    game.status = kReady;
-    game.result = game.black == player_number ? kWhiteWins : kBlackWins;
-    DeleteGameFiles(tourney, game);
+    DeleteGameFiles(tourney, files, game);
+    const auto change = tourney.Change(game);
+    change->status = kReady;
+    change->result = game.black == player_number ? kWhiteWins : kBlackWins;
   }
   PrintText("All games of player " + player->texts.name +
             " adjudicated as win for the opponent.\n");

@@ -5,6 +5,7 @@
 
 namespace tarvendo {
 
+class FileSystem;
 class Game;
 class Tourney;
 
@@ -37,29 +38,30 @@ void ListGames(Tourney& tourney, const GameFilter& filter);
 
 /// Removes all games that match, in list order, with their files, and prints "Removing game %d..."
 /// and "removed.\n" for each. Returns how many.
-int RemoveGames(Tourney& tourney, const GameFilter& filter);
+int RemoveGames(Tourney& tourney, FileSystem& files, const GameFilter& filter);
 
 /// Removes the first game of the list that has that number or passes the filter, as RemoveGames
 /// does. So a number with an empty filter removes the first game of the list, whatever its number.
 /// Returns how many.
-int RemoveFirstGame(Tourney& tourney, int number, const GameFilter& filter);
+int RemoveFirstGame(Tourney& tourney, FileSystem& files, int number, const GameFilter& filter);
 
 /// Removes the games that have lost a player (number 0), from the last to the first.
-void RemoveGamesOfNobody(Tourney& tourney);
+void RemoveGamesOfNobody(Tourney& tourney, FileSystem& files);
 
 /// The file beside the game's PGN into which the script that stands where WinBoard stands writes
 /// why the game failed: "/t/g7.err". The program itself only deletes it.
 std::string ErrorFileName(const Tourney& tourney, const Game& game);
 
 /// Deletes the error files of all games, for a tourney that is about to forget them.
-void DeleteErrorFiles(Tourney& tourney);
+void DeleteErrorFiles(const Tourney& tourney, FileSystem& files);
 
-/// Deletes the game's batch file and PGN file and forgets their names; deletes its error file.
-void DeleteGameFiles(Tourney& tourney, Game& game);
+/// Deletes the game's batch file and PGN file and forgets their names; deletes its error file. The
+/// files of a game that is being played, or whose end nobody has judged yet, stay.
+void DeleteGameFiles(Tourney& tourney, FileSystem& files, const Game& game);
 
 /// Adjudicates every game of the participant that is not READY as a win for the opponent, deletes
 /// its files and says so. False, with "Can't find a player by number %d!\n", when nobody has the
 /// number.
-bool Forfeit(Tourney& tourney, int player_number);
+bool Forfeit(Tourney& tourney, FileSystem& files, int player_number);
 
 }  // namespace tarvendo

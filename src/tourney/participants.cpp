@@ -47,7 +47,7 @@ int LongestName(const Tourney& tourney) {
 }
 
 void ReplacePlayerNumber(Tourney& tourney, int from, int to) {
-  for (Game& game : tourney.Games()) {
+  for (Game& game : tourney.ChangeGames()) {
     if (game.white == from) game.white = to;
     if (game.black == from) game.black = to;
   }
@@ -56,9 +56,9 @@ void ReplacePlayerNumber(Tourney& tourney, int from, int to) {
 /// Closes the gap that participant `removed` has left: m becomes m - 1 for all behind it.
 void RenumberBehind(Tourney& tourney, int removed) {
   const auto closed = [&](int number) { return number > removed ? number - 1 : number; };
-  for (Player& player : tourney.Participants())
+  for (Player& player : tourney.ChangeParticipants())
     player.number = closed(player.number);
-  for (Game& game : tourney.Games()) {
+  for (Game& game : tourney.ChangeGames()) {
     game.white = closed(game.white);
     game.black = closed(game.black);
   }
@@ -82,7 +82,7 @@ bool AddPlayerToTourney(Tourney& tourney, const Player& player) {
   }
   const int width = static_cast<int>(participant.texts.name.size());
   tourney.name_width = std::max(tourney.name_width, width);
-  tourney.Participants().push_back(participant);
+  tourney.ChangeParticipants().push_back(participant);
   PrintText("Player " + player.texts.name + " added to tourney.\n");
   return true;
 }
@@ -105,7 +105,7 @@ void AddAllPlayers(Tourney& tourney, const std::vector<Player>& database) {
 
 void ShowParticipants(const Tourney& tourney, int number) {
   if (number == 0) {
-    PrintText("Players currently at tourney '" + tourney.settings.name + "':\n");
+    PrintText("Players currently at tourney '" + tourney.Settings().name + "':\n");
   }
   for (const Player& player : tourney.Participants()) {
     if (number == 0 || player.number == number) PrintText(ParticipantText(tourney, player));
@@ -144,14 +144,14 @@ int FindPlayer(const Tourney& tourney, const std::string& text) {
   return 0;
 }
 
-bool RemoveParticipant(Tourney& tourney, int number) {
-  std::vector<Player>& participants = tourney.Participants();
+bool RemoveParticipant(Tourney& tourney, FileSystem& files, int number) {
+  const std::vector<Player>& participants = tourney.Participants();
   const auto found = std::find_if(participants.begin(), participants.end(),
                                   [&](const Player& player) { return player.number == number; });
   if (found == participants.end()) return false;
   ReplacePlayerNumber(tourney, number, 0);
-  participants.erase(found);
-  RemoveGamesOfNobody(tourney);
+  tourney.ChangeParticipants().erase(found);
+  RemoveGamesOfNobody(tourney, files);
   ComputeNameWidth(tourney);
   RenumberBehind(tourney, number);
   return true;

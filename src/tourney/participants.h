@@ -5,6 +5,7 @@
 
 namespace tarvendo {
 
+class FileSystem;
 class Player;
 class Tourney;
 
@@ -42,7 +43,7 @@ int FindPlayer(const Tourney& tourney, const std::string& text);
 /// Removes the participant with that number and all its games (with their files and messages);
 /// those behind it move up by one number. False when nobody has the number. The batch files of
 /// spooled games still carry the old participants: the caller spools them again.
-bool RemoveParticipant(Tourney& tourney, int number);
+bool RemoveParticipant(Tourney& tourney, FileSystem& files, int number);
 
 /// Sets the width of the names in the one-line form of a game: the longest name, but at least 4.
 void ComputeNameWidth(Tourney& tourney);

@@ -59,13 +59,13 @@ std::vector<Pairing> RoundRobinSchedule(int participants) {
   return schedule;
 }
 
-void CreateRRGames(Tourney& tourney) {
+void CreateRRGames(Tourney& tourney, FileSystem& files) {
   Print("Creating Round Robin games...");
-  for (Game& game : tourney.Games())
-    DeleteGameFiles(tourney, game);
+  for (const Game& game : tourney.Games())
+    DeleteGameFiles(tourney, files, game);
   tourney.EraseAllGames();
   const int participants = static_cast<int>(tourney.Participants().size());
-  tourney.settings.rounds = RoundRobinRounds(participants);
+  tourney.ChangeSettings()->rounds = RoundRobinRounds(participants);
   const std::vector<Pairing> schedule = RoundRobinSchedule(participants);
   const int sub_rounds = std::max(PlayableSubRounds(tourney, schedule.size()), 1);
   for (const Pairing& pairing : schedule)

@@ -4,6 +4,7 @@
 
 namespace tarvendo {
 
+class FileSystem;
 class Tourney;
 
 /// One scheduled meeting of a round robin, in 1-based participant numbers.
@@ -24,6 +25,6 @@ std::vector<Pairing> RoundRobinSchedule(int participants);
 /// Replaces all games (and their files) by a round robin of the participants, whatever the
 /// tourney's type, and sets Rounds. Prints "Creating Round Robin games...", a line for each game
 /// and "ready.\n".
-void CreateRRGames(Tourney& tourney);
+void CreateRRGames(Tourney& tourney, FileSystem& files);
 
 }  // namespace tarvendo

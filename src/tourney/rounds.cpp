@@ -24,11 +24,11 @@ int FirstIncompleteRound(const Tourney& tourney, const Player& player) {
   for (const int index : player.games) {
     if (const Game* game = tourney.GameAt(index)) played.emplace(game->round, game->sub_round);
   }
-  for (int round = 1; round <= tourney.settings.rounds; ++round) {
-    for (int sub_round = 1; sub_round <= tourney.settings.sub_rounds; ++sub_round) {
+  for (int round = 1; round <= tourney.Settings().rounds; ++round) {
+    for (int sub_round = 1; sub_round <= tourney.Settings().sub_rounds; ++sub_round) {
       if (!played.contains({round, sub_round})) return round;
     }
-    if (tourney.settings.sub_rounds < 1) break;
+    if (tourney.Settings().sub_rounds < 1) break;
   }
   return 0;
 }
@@ -42,18 +42,19 @@ bool IsEnoughForOneWinner(int rounds, std::size_t participants) {
 }  // namespace
 
 void RecomputeCurrentRound(Tourney& tourney) {
-  if (!tourney.IsSwiss() || tourney.settings.rounds == 0) return;
+  if (!tourney.IsSwiss() || tourney.Settings().rounds == 0) return;
   int first = 0;
   for (const Player& player : tourney.Participants()) {
     const int round = FirstIncompleteRound(tourney, player);
     if (round != 0 && (first == 0 || round < first)) first = round;
   }
-  if (first != 0) tourney.round = first;
+  if (first != 0) tourney.ChangeState()->round = first;
 }
 
 void AdjustRounds(Tourney& tourney) {
   const std::size_t participants = tourney.Participants().size();
-  int& rounds = tourney.settings.rounds;
+  const auto settings = tourney.ChangeSettings();
+  int& rounds = settings->rounds;
   if (!tourney.IsSwiss()) {
     rounds = RoundRobinRounds(static_cast<int>(participants));
   } else if (rounds > HalfOfParticipants(tourney)) {
@@ -69,15 +70,15 @@ void AdjustRounds(Tourney& tourney) {
 
 void CutRoundsToHalf(Tourney& tourney) {
   const int half = HalfOfParticipants(tourney);
-  if (tourney.settings.rounds <= half) return;
+  if (tourney.Settings().rounds <= half) return;
   Print("Amount of rounds can't be more than half of players in the tourney.\n");
   Print("Setting Rounds to %d.\n", half);
-  tourney.settings.rounds = half;
+  tourney.ChangeSettings()->rounds = half;
 }
 
 int PlayableSubRounds(const Tourney& tourney, std::size_t pairs) {
   const std::size_t most = kMostGames / std::max<std::size_t>(pairs, 1);
-  return std::min(tourney.settings.sub_rounds, static_cast<int>(std::max<std::size_t>(most, 1)));
+  return std::min(tourney.Settings().sub_rounds, static_cast<int>(std::max<std::size_t>(most, 1)));
 }
 
 int RoundRobinRounds(int participants) {
@@ -85,12 +86,13 @@ int RoundRobinRounds(int participants) {
 }
 
 bool AdvanceCurrentRound(Tourney& tourney) {
-  if (!tourney.IsSwiss() || tourney.round >= tourney.settings.rounds) return false;
+  if (!tourney.IsSwiss() || tourney.State().round >= tourney.Settings().rounds) return false;
   const auto& participants = tourney.Participants();
-  const bool all_have_played = std::all_of(
-      participants.begin(), participants.end(),
-      [&](const Player& player) { return HasGameInRound(tourney, player, tourney.round, true); });
-  if (all_have_played) ++tourney.round;
+  const bool all_have_played =
+      std::all_of(participants.begin(), participants.end(), [&](const Player& player) {
+        return HasGameInRound(tourney, player, tourney.State().round, true);
+      });
+  if (all_have_played) ++tourney.ChangeState()->round;
   return all_have_played;
 }
 

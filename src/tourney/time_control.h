@@ -9,6 +9,8 @@ struct TimeControl {
   int seconds = 60;  ///< base time of one time period
   int inc = 0;       ///< increment per move in seconds, 0 = none
   int mps = 0;       ///< moves per time period, 0 = the whole game
+
+  bool operator==(const TimeControl&) const = default;
 };
 
 /// Reads "moves time increment", the time as minutes or minutes:seconds. What is missing or

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/log.h"
-#include "platform/files.h"
 #include "tourney/colour_state.h"
 
 namespace tarvendo {
@@ -25,40 +24,63 @@ auto FindByNumber(List& list, int number) -> decltype(list.data()) {
   return found == list.end() ? nullptr : &*found;
 }
 
-}  // namespace
-
-Tourney::Tourney(Host& host, std::string work_dir) : host_(host), work_dir_(std::move(work_dir)) {
-  settings.report_path = settings.files_path;
-  const std::string start_file = work_dir_ + "tourney.ini";
-  if (host_.files.Exists(start_file)) Load(start_file);
+/// The element of the list that `element` refers to.
+template <typename Element>
+Element& Own(std::vector<Element>& list, const Element& element) {
+  return list[static_cast<std::size_t>(&element - list.data())];
 }
+
+int StateOf(const std::vector<Game>& games) {
+  if (games.empty()) return 0;
+  const auto all = [&](bool (Game::*is_so)() const) {
+    return std::all_of(games.begin(), games.end(),
+                       [&](const Game& game) { return (game.*is_so)(); });
+  };
+  if (!all(&Game::IsReady)) return 1;
+  return all(&Game::IsFinished) ? 3 : 2;
+}
+
+}  // namespace
 
 bool Tourney::Reset() {
   TourneySettings fresh;
-  fresh.pics_dir = settings.pics_dir;
-  fresh.winboard_path = settings.winboard_path;
-  fresh.save_file = settings.save_file;
+  fresh.pics_dir = settings_.pics_dir;
+  fresh.winboard_path = settings_.winboard_path;
   fresh.save_debug_files = kSaveAutomatically;
   fresh.time_control = ParseTimeControl("0 5 0");
   fresh.computer = "It's a PC.";
-  settings = fresh;
-  round = 1;
-  games_state = 1;
-  last_game_number = 0;
-  games_.clear();
-  participants_.clear();
+  const auto settings = ChangeSettings();
+  *settings = fresh;
+  const auto state = ChangeState();
+  *state = TourneyState();
+  if (!games_.empty()) ChangeGames().clear();
+  if (!participants_.empty()) ChangeParticipants().clear();
   return true;
 }
 
-Player* Tourney::FindParticipant(int number) {
-  return FindByNumber(participants_, number);
+std::vector<Player>& Tourney::ChangeParticipants() {
+  ++version_;
+  return participants_;
+}
+
+Edit<Player> Tourney::Change(const Player& participant) {
+  return {Own(participants_, participant), version_};
 }
 
 const Player* Tourney::FindParticipant(int number) const {
   return FindByNumber(participants_, number);
 }
 
-Game* Tourney::FindGame(int number) {
+std::vector<Game>& Tourney::ChangeGames() {
+  ++version_;
+  return games_;
+}
+
+Edit<Game> Tourney::Change(const Game& game) {
+  return {Own(games_, game), version_};
+}
+
+const Game* Tourney::FindGame(int number) const {
   const auto found = std::find_if(games_.begin(), games_.end(),
                                   [&](const Game& game) { return game.number == number; });
   return found == games_.end() ? nullptr : &*found;
@@ -70,8 +92,8 @@ const Game* Tourney::GameAt(int index) const {
 }
 
 void Tourney::AddGame(int white, int black, int game_round, int sub_round) {
-  Player* white_player = FindParticipant(white);
-  Player* black_player = FindParticipant(black);
+  Player* white_player = FindByNumber(participants_, white);
+  Player* black_player = FindByNumber(participants_, black);
   Game game;
   game.white = white;
   game.black = black;
@@ -79,13 +101,13 @@ void Tourney::AddGame(int white, int black, int game_round, int sub_round) {
   game.sub_round = sub_round;
   if (white_player != nullptr) game.white_player = white_player->texts.name;
   if (black_player != nullptr) game.black_player = black_player->texts.name;
-  last_game_number = NextNumber(last_game_number);
-  game.number = last_game_number;
+  state_.last_game_number = NextNumber(state_.last_game_number);
+  game.number = state_.last_game_number;
   Print("Adding game %2d %-12s - %2d %-12s\n", white, game.white_player.c_str(), black,
         game.black_player.c_str());
   const int index = static_cast<int>(games_.size());
-  games_.push_back(std::move(game));
-  games_state = 1;
+  ChangeGames().push_back(std::move(game));
+  state_.games_state = 1;
   for (Player* player : {white_player, black_player}) {
     if (player == nullptr) continue;
     player->games.push_back(index);
@@ -104,7 +126,7 @@ void Tourney::EraseGames(const std::vector<std::size_t>& places) {
     if (kept != i) games_[kept] = std::move(games_[i]);
     ++kept;
   }
-  games_.resize(kept);
+  ChangeGames().resize(kept);
   const auto is_gone = [&](int index) {
     return index < 0 || static_cast<std::size_t>(index) >= new_place.size() ||
            new_place[static_cast<std::size_t>(index)] < 0;
@@ -118,28 +140,19 @@ void Tourney::EraseGames(const std::vector<std::size_t>& places) {
 }
 
 void Tourney::EraseAllGames() {
-  games_.clear();
-  for (Player& player : participants_)
-    player.games.clear();
+  if (!games_.empty()) ChangeGames().clear();
+  for (const Player& player : participants_) {
+    if (!player.games.empty()) Change(player)->games.clear();
+  }
   RecomputeGamesState();
 }
 
 void Tourney::RecomputeGamesState() {
-  if (games_.empty()) {
-    games_state = 0;
-  } else if (!std::all_of(games_.begin(), games_.end(),
-                          [](const Game& game) { return game.IsReady(); })) {
-    games_state = 1;
-  } else {
-    games_state = std::all_of(games_.begin(), games_.end(),
-                              [](const Game& game) { return game.IsFinished(); })
-                      ? 3
-                      : 2;
-  }
+  ChangeState()->games_state = StateOf(games_);
 }
 
 int EffectiveSubRounds(const Tourney& tourney) {
-  return std::max(tourney.settings.sub_rounds, 1);
+  return std::max(tourney.Settings().sub_rounds, 1);
 }
 
 }  // namespace tarvendo

@@ -1,19 +1,20 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "base/record_file.h"
-#include "platform/host.h"
 #include "players/player.h"
+#include "tourney/edit.h"
 #include "tourney/game.h"
 #include "tourney/runner_switch.h"
 #include "tourney/time_control.h"
-#include "tourney/tourney_lock.h"
 
 namespace tarvendo {
+
+class RecordReader;
+class RecordWriter;
 
 /// Which debug files of WinBoard are kept. The numbers are those of the tourney file.
 enum SaveDebugFiles : int { kSaveAlways = 0, kSaveNever = 1, kSaveAutomatically = 2 };
@@ -33,7 +34,6 @@ struct TourneySettings {
   int auto_run = 0;   ///< the runner spools and pairs by itself
   int auto_save = 0;  ///< the tourney is saved after every change
   int save_debug_files = kSaveNever;
-  std::string save_file;  ///< the tourney file of a save without a name
   std::string
       files_path;  ///< directory of the games' files, with its separator; prefix of their names
   std::string report_path;               ///< kept and saved beside files_path
@@ -45,61 +45,82 @@ struct TourneySettings {
   std::string computer;       ///< free text for the reports, like the next two
   std::string hash_tables = "Hashtables, what are those?";
   std::string tablebases = "I don't know. Are they related to Excel sheets?";
+
+  bool operator==(const TourneySettings&) const = default;
 };
 
-/// The one tourney: settings, participants, games, rounds and the runner's switch. It knows how to
-/// change and to save itself and nothing of who runs it. Spooling, collection, pairing and reports
-/// are operations of their own folders on it. All of it but the switch and the lock is used by the
-/// holder of Lock() only.
-class Tourney : public RecordFile {
+/// How far the tourney is.
+struct TourneyState {
+  int round = 1;             ///< the current round, 1-based
+  int games_state = 1;       ///< see Tourney::RecomputeGamesState
+  int last_game_number = 0;  ///< of the game created last
+
+  bool operator==(const TourneyState&) const = default;
+};
+
+/// The one tourney: settings, participants, games, rounds and the runner's switch. It is a record
+/// and knows how to change itself, but nothing of files, of time and of who runs it: spooling,
+/// collection, pairing, reports and the tourney file are operations on it, which take what else
+/// they need. Used by its holder only (shared_tourney.h).
+///
+/// What can be read is read through functions without "Change"; whoever changes something says so.
+class Tourney {
  public:
-  /// An empty tourney. `work_dir` is the directory of the program's executable with its separator;
-  /// the tourney file "tourney.ini" in it is loaded when it is there.
-  Tourney(Host& host, std::string work_dir);
+  bool IsSwiss() const { return settings_.type == kSwiss; }
 
-  TourneyLock& Lock() { return lock_; }
-  Host& GetHost() { return host_; }
-  const std::string& WorkDir() const { return work_dir_; }
-  RunnerSwitch& Switch() { return switch_; }
+  const TourneySettings& Settings() const { return settings_; }
+  Edit<TourneySettings> ChangeSettings() { return {settings_, version_}; }
 
-  bool IsSwiss() const { return settings.type == kSwiss; }
+  const TourneyState& State() const { return state_; }
+  Edit<TourneyState> ChangeState() { return {state_, version_}; }
+
+  const RunnerSwitch& Switch() const { return switch_; }
+  Edit<RunnerSwitch> ChangeSwitch() { return {switch_, version_}; }
+
+  /// Rises with every change to anything that the tourney file holds (but its own name for saving,
+  /// which is no part of the tourney). As long as it stands still, a save would write the same
+  /// text.
+  std::uint64_t Version() const { return version_; }
 
   /// Sets everything back to the defaults of a new tourney, which are not in all places those of a
   /// new program (5 minutes a game, debug files AUTOMATICALLY, a Computer). Keeps WinboardPath,
-  /// PicsDir and SaveFile. Always true.
+  /// PicsDir and the runner's switch. Always true.
   bool Reset();
 
-  // The tourney file (docs/files.md).
+  // The record as it stands in the tourney file (docs/files.md), behind its header line.
+  // `save_file` is the name for saving that stands in it.
 
-  /// Saves to the file `name`, or without a name to SaveFile, or to "tourney.ini" behind FilesPath.
-  /// A save without a name never replaces a file that is no tourney file. Prints nothing; false on
-  /// failure.
-  bool Save(const std::string& name);
+  void WriteRecord(RecordWriter& writer, const std::string& save_file) const;
 
-  /// Loads the file `name`, chosen as in Save. A file that cannot be opened gives false; one that
-  /// is no tourney file prints "Not a tourney file.\n" and gives false; either changes nothing but
-  /// SaveFile.
-  bool Load(const std::string& name);
-
-  /// The text of the tourney file but for its own name: what AutoSave compares to see a change.
-  std::string ContentText();
+  /// Replaces the participants and games. Other fields that the file no longer holds stay as they
+  /// are.
+  void ReadRecord(RecordReader& reader, std::string& save_file);
 
   // Participants, numbered from 1 in list order.
 
-  std::vector<Player>& Participants() { return participants_; }
   const std::vector<Player>& Participants() const { return participants_; }
 
+  /// For changes to the list itself or to all of it; counts as a change, whatever is done.
+  std::vector<Player>& ChangeParticipants();
+
+  /// For a change to one participant of the list.
+  Edit<Player> Change(const Player& participant);
+
   /// The participant with that number; null when there is none.
-  Player* FindParticipant(int number);
   const Player* FindParticipant(int number) const;
 
   // Games, in the order in which they were created.
 
-  std::vector<Game>& Games() { return games_; }
   const std::vector<Game>& Games() const { return games_; }
 
+  /// For changes to the list itself or to all of it; counts as a change, whatever is done.
+  std::vector<Game>& ChangeGames();
+
+  /// For a change to one game of the list.
+  Edit<Game> Change(const Game& game);
+
   /// The first game with that number; null when there is none.
-  Game* FindGame(int number);
+  const Game* FindGame(int number) const;
 
   /// The game at a 0-based place of a participant's history; null when there is none.
   const Game* GameAt(int index) const;
@@ -119,31 +140,22 @@ class Tourney : public RecordFile {
   /// lacks a result, 3 all are finished.
   void RecomputeGamesState();
 
-  TourneySettings settings;
-  int round = 1;             ///< the current round, 1-based
-  int games_state = 1;       ///< see RecomputeGamesState
-  int last_game_number = 0;  ///< of the game created last
-  int spool_counter = 0;     ///< place in the running order that the next spooled game gets
-  int current_game = 0;      ///< number of the game that the runner plays, 0 = none
-  int name_width = 0;        ///< width of the names in the one-line form of a game
+  // What no file holds.
+  int spool_counter = 0;  ///< place in the running order that the next spooled game gets
+  int name_width = 0;     ///< width of the names in the one-line form of a game
 
  private:
-  void WriteContent();
-  void WriteSettings(bool with_save_file);
-  void ReadContent();
-  void ReadSettings();
-  void ReadParticipants();
-  void ReadGames();
+  void WriteSettings(RecordWriter& writer, const std::string& save_file) const;
+  void ReadSettings(RecordReader& reader, std::string& save_file);
+  void ReadParticipants(RecordReader& reader);
+  void ReadGames(RecordReader& reader);
 
-  /// Whether a save without a name would destroy something that is no tourney file.
-  bool WouldReplaceForeignFile(const std::string& path);
-
-  Host& host_;
-  std::string work_dir_;
-  TourneyLock lock_;
+  TourneySettings settings_;
+  TourneyState state_;
   RunnerSwitch switch_;
   std::vector<Player> participants_;
   std::vector<Game> games_;
+  std::uint64_t version_ = 0;
 };
 
 /// SubRounds as the rounds count it: 0 and less stand for 1.

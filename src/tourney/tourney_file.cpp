@@ -1,9 +1,14 @@
-// The tourney file: one value a line, in a fixed order, behind the header line. docs/files.md has
-// the layout.
+#include "tourney/tourney_file.h"
+
+#include <functional>
 
 #include "base/line_reader.h"
 #include "base/log.h"
+#include "base/record_file.h"
+#include "base/whole_file.h"
 #include "platform/files.h"
+#include "platform/line_ends.h"
+#include "tourney/runner_switch_commands.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {
@@ -11,151 +16,118 @@ namespace {
 
 constexpr const char* kHeader = "TOURNEY_FILE";
 
-/// A count in a damaged file may be anything; so many records are made of nothing before it is
-/// given up.
-constexpr int kMostEmptyRecords = 10000;
+/// So much of a text that was cut tells which one it is.
+constexpr std::size_t kShownText = 60;
 
-/// A record without any text, to be read into.
-Game BlankGame() {
-  Game game;
-  game.black_player.clear();
-  game.white_player.clear();
-  return game;
-}
-
-}  // namespace
-
-bool Tourney::WouldReplaceForeignFile(const std::string& path) {
-  const auto text = host_.files.ReadText(path);
+/// Whether a save without a name would destroy something that is no tourney file.
+bool IsForeign(const std::optional<std::string>& text) {
   if (!text || text->empty()) return false;
   return WithoutLineFeed(LineReader(*text).Read(kRecordLine).value_or("")) != kHeader;
 }
 
-bool Tourney::Save(const std::string& name) {
-  if (!name.empty()) settings.save_file = name;
-  if (settings.save_file.empty()) settings.save_file = settings.files_path + "tourney.ini";
-  if (name.empty() && WouldReplaceForeignFile(settings.save_file)) return false;
-  if (!OpenWrite(host_.files, settings.save_file)) return false;
-  WriteSettings(true);
-  WriteContent();
-  return Close();
+}  // namespace
+
+void TourneyFile::SetName(const std::string& name) {
+  name_ = name;
+  path_ = name.empty() ? name : files_.FullPath(name);
 }
 
-std::string Tourney::ContentText() {
-  OpenText();
-  WriteSettings(false);
-  WriteContent();
-  return TakeText();
-}
-
-void Tourney::WriteSettings(bool with_save_file) {
-  const RunnerSwitch::State runner = switch_.Get();
-  WriteString(kHeader);
-  WriteString(settings.pics_dir);
-  if (with_save_file) WriteString(settings.save_file);
-  WriteInt(settings.auto_save != 0 ? 1 : 0);
-  for (const int value :
-       {settings.auto_run, games_state, settings.save_debug_files, settings.ponder, round,
-        settings.rounds, last_game_number, settings.sub_rounds, settings.type}) {
-    WriteInt(value);
-  }
-  WriteInt(runner.start_time);
-  WriteInt(runner.stop_time);
-  WriteInt(runner.running);
-  for (const std::string* text :
-       {&settings.files_path, &settings.name, &settings.report_path, &settings.pgn_file,
-        &settings.white_options, &settings.black_options, &settings.winboard_path,
-        &settings.hash_tables, &settings.tablebases}) {
-    WriteString(*text);
-  }
-  const TimeControl& control = settings.time_control;
-  for (const int value : {control.mps, control.seconds, control.inc})
-    WriteInt(value);
-}
-
-void Tourney::WriteContent() {
-  WriteInt(static_cast<long long>(participants_.size()));
-  for (Player& player : participants_) {
-    player.Attach(*this);
-    player.WriteRecord();
-    player.Detach();
-  }
-  WriteInt(static_cast<long long>(games_.size()));
-  for (Game& game : games_) {
-    game.Attach(*this);
-    game.WriteRecord();
-    game.Detach();
+void TourneyFile::ChooseName(const Tourney& tourney, const std::string& name) {
+  if (!name.empty()) {
+    SetName(name);
+  } else if (name_.empty()) {
+    SetName(tourney.Settings().files_path + "tourney.ini");
   }
 }
 
-bool Tourney::Load(const std::string& name) {
-  if (!name.empty()) settings.save_file = name;
-  if (settings.save_file.empty()) settings.save_file = settings.files_path + "tourney.ini";
-  if (!OpenRead(host_.files, settings.save_file)) return false;
-  std::string header;
-  ReadString(header);
-  if (header != kHeader) {
-    Close();
-    Print("Not a tourney file.\n");
-    return false;
-  }
-  ReadSettings();
-  ReadParticipants();
-  ReadGames();
-  Close();
+bool TourneyFile::Save(const Tourney& tourney, const std::string& name) {
+  ChooseName(tourney, name);
+  if (name.empty() && IsForeign(files_.ReadText(path_))) return false;
+  return Write(tourney);
+}
+
+bool TourneyFile::Write(const Tourney& tourney) {
+  RecordWriter writer;
+  writer.WriteString(kHeader);
+  tourney.WriteRecord(writer, name_);
+  const bool saved = SaveWholeFile(files_, path_, writer.Text());
+  // What a failed save has left is nobody else's work.
+  Know(saved ? writer.Text() : files_.ReadText(path_));
+  if (!saved) return false;
+  known_version_ = tourney.Version();
+  for (const std::string& text : writer.CutTexts())
+    ReportCutText(text);
   return true;
 }
 
-void Tourney::ReadSettings() {
-  RunnerSwitch::State runner = switch_.Get();
-  ReadString(settings.pics_dir);
-  ReadString(settings.save_file);
-  ReadInt(settings.auto_save);
-  settings.auto_save = settings.auto_save != 0 ? 1 : 0;
-  for (int* field :
-       {&settings.auto_run, &games_state, &settings.save_debug_files, &settings.ponder, &round,
-        &settings.rounds, &last_game_number, &settings.sub_rounds, &settings.type}) {
-    ReadInt(*field);
+bool TourneyFile::Load(Tourney& tourney, const std::string& name) {
+  ChooseName(tourney, name);
+  const auto text = files_.ReadText(path_);
+  if (!text) return false;
+  RecordReader reader(*text);
+  std::string header;
+  reader.ReadString(header);
+  if (header != kHeader) {
+    Print("Not a tourney file.\n");
+    return false;
   }
-  ReadLong(runner.start_time);
-  ReadLong(runner.stop_time);
-  ReadInt(runner.running);
-  switch_.Set(runner);
-  for (std::string* field :
-       {&settings.files_path, &settings.name, &settings.report_path, &settings.pgn_file,
-        &settings.white_options, &settings.black_options, &settings.winboard_path,
-        &settings.hash_tables, &settings.tablebases}) {
-    ReadString(*field);
-  }
-  TimeControl& control = settings.time_control;
-  for (int* field : {&control.mps, &control.seconds, &control.inc})
-    ReadInt(*field);
+  Know(text);
+  std::string save_file = name_;
+  tourney.ReadRecord(reader, save_file);
+  SetName(save_file);
+  known_version_ = tourney.Version();
+  return true;
 }
 
-void Tourney::ReadParticipants() {
-  participants_.clear();
-  int count = 0;
-  ReadInt(count);
-  for (int i = 0, empty = 0; i < count && empty < kMostEmptyRecords; ++i) {
-    if (NothingLeft()) ++empty;
-    Player player;
-    player.Attach(*this);
-    player.ReadRecord();
-    participants_.push_back(player);
+bool TourneyFile::AutoSave(Tourney& tourney) {
+  if (TryAutoSave(tourney)) return true;
+  if (WasChangedByOthers(files_.ReadText(path_))) {
+    StopIfChangedByOthers(tourney);
+  } else {
+    Print("Saving tourney failed!\n");
   }
+  return false;
 }
 
-void Tourney::ReadGames() {
-  games_.clear();
-  int count = 0;
-  ReadInt(count);
-  for (int i = 0, empty = 0; i < count && empty < kMostEmptyRecords; ++i) {
-    if (NothingLeft()) ++empty;
-    Game game = BlankGame();
-    game.Attach(*this);
-    game.ReadRecord();
-    games_.push_back(game);
-  }
+void TourneyFile::StopIfChangedByOthers(Tourney& tourney) {
+  if (!WasChangedByOthers(files_.ReadText(path_))) return;
+  PrintText("The tourney file '" + name_ +
+            "' was changed by another program, so it is not saved.\n"
+            "Save by hand replaces it, Load takes what is in it.\n");
+  if (tourney.Switch().IsRunning()) StopRunner(tourney);
+}
+
+bool TourneyFile::HasChanged(const Tourney& tourney) const {
+  return known_version_ != tourney.Version();
+}
+
+bool TourneyFile::TryAutoSave(const Tourney& tourney) {
+  if (tourney.Settings().auto_save == 0) return true;
+  ChooseName(tourney, "");
+  const auto text = files_.ReadText(path_);
+  return !WasChangedByOthers(text) && !IsForeign(text) && Write(tourney);
+}
+
+bool TourneyFile::WasChangedByOthers(const std::optional<std::string>& text) const {
+  return text && known_ && known_->path == path_ && !(ContentOf(*text) == *known_);
+}
+
+void TourneyFile::Know(std::optional<std::string> text) {
+  known_.reset();
+  if (!text) return;
+  // A text that ends in a carriage return makes a line end of another kind.
+  FoldLineEnds(*text);
+  known_ = ContentOf(*text);
+}
+
+TourneyFile::Content TourneyFile::ContentOf(const std::string& text) const {
+  return {path_, text.size(), std::hash<std::string>()(text)};
+}
+
+void TourneyFile::ReportCutText(const std::string& text) {
+  if (!reported_.insert(text).second) return;
+  PrintText("In the tourney file a text of " + std::to_string(text.size()) + " bytes is cut to " +
+            std::to_string(kRecordText) + ": '" + text.substr(0, kShownText) + "...'\n");
 }
 
 }  // namespace tarvendo

@@ -2,101 +2,87 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
-
-#include "fakes/memory_file_system.h"
+#include <optional>
+#include <string>
 
 namespace tarvendo {
 namespace {
 
-/// A record whose single values a test can write and read.
-class OpenRecord : public RecordFile {
- public:
-  using RecordFile::ReadInt;
-  using RecordFile::ReadLong;
-  using RecordFile::ReadString;
-  using RecordFile::WriteInt;
-  using RecordFile::WriteString;
-};
+TEST(RecordWriter, WritesNumbersAndTextsOneALine) {
+  RecordWriter writer;
+  writer.WriteInt(-7);
+  writer.WriteString("100%s of it");
+  writer.WriteString("");
+  writer.WriteInt(10000000000);
+  EXPECT_EQ(writer.Text(), "-7\n100%s of it\n\n10000000000\n");
+  EXPECT_TRUE(writer.CutTexts().empty());
+}
 
-class RecordFileTest : public testing::Test {
+TEST(RecordWriter, CutsATextForWhichALineHasNoRoomAndTellsWhich) {
+  const std::string fits(254, 'x');
+  const std::string too_long = fits + "y";
+  RecordWriter writer;
+  writer.WriteString(fits);
+  writer.WriteString(too_long);
+  writer.WriteString("next");
+  EXPECT_EQ(writer.Text(), fits + "\n" + fits + "\nnext\n");
+  EXPECT_EQ(writer.CutTexts(), std::vector<std::string>{too_long});
+}
+
+TEST(RecordWriter, WritesNothingThatIsNotReadBack) {
+  for (const std::size_t size : {0U, 1U, 253U, 254U, 255U, 256U, 510U, 1000U}) {
+    SCOPED_TRACE(size);
+    RecordWriter writer;
+    writer.WriteString(std::string(size, 'x'));
+    writer.WriteInt(5);
+    RecordReader reader(writer.Text());
+    std::string text = "?";
+    int number = 0;
+    reader.ReadString(text);
+    reader.ReadInt(number);
+    EXPECT_EQ(text, std::string(std::min<std::size_t>(size, 254), 'x'));
+    EXPECT_EQ(number, 5);
+  }
+}
+
+class RecordReaderTest : public testing::Test {
  protected:
-  /// Opens a file with these bytes for reading.
   void Read(const std::string& bytes) {
-    files.Put("r", bytes);
-    ASSERT_TRUE(record.OpenRead(files, "r"));
+    text = bytes;
+    reader.emplace(text);
   }
 
   int NextInt(int before) {
-    record.ReadInt(before);
+    reader->ReadInt(before);
     return before;
   }
 
   std::string NextString(std::string before) {
-    record.ReadString(before);
+    reader->ReadString(before);
     return before;
   }
 
-  MemoryFileSystem files;
-  OpenRecord record;
+  std::string text;
+  std::optional<RecordReader> reader;
 };
 
-TEST_F(RecordFileTest, NumbersAndTextsAreWrittenOneALine) {
-  ASSERT_TRUE(record.OpenWrite(files, "r"));
-  record.WriteInt(-7);
-  record.WriteString("100%s of it");
-  record.WriteString("");
-  record.WriteInt(10000000000);
-  EXPECT_TRUE(record.Close());
-  EXPECT_EQ(files.Bytes("r"), "-7\n100%s of it\n\n10000000000\n");
-}
-
-TEST_F(RecordFileTest, NothingIsInTheFileBeforeItIsClosed) {
-  files.Put("r", "old\n");
-  ASSERT_TRUE(record.OpenWrite(files, "r"));
-  record.WriteInt(1);
-  EXPECT_EQ(files.Bytes("r"), "old\n");
-  EXPECT_TRUE(record.Close());
-  EXPECT_EQ(files.Bytes("r"), "1\n");
-}
-
-TEST_F(RecordFileTest, OpeningAnotherFileClosesTheFirst) {
-  ASSERT_TRUE(record.OpenWrite(files, "a"));
-  record.WriteInt(1);
-  ASSERT_TRUE(record.OpenWrite(files, "b"));
-  EXPECT_EQ(files.Bytes("a"), "1\n");
-  EXPECT_FALSE(record.OpenRead(files, "missing"));
-  EXPECT_EQ(files.Bytes("b"), "");
-}
-
-TEST_F(RecordFileTest, AFileWithoutNameCannotBeWritten) {
-  EXPECT_FALSE(record.OpenWrite(files, ""));
-  record.WriteInt(1);
-  EXPECT_TRUE(record.Close());
-  EXPECT_TRUE(files.FileNames().empty());
-}
-
-TEST_F(RecordFileTest, CloseSaysWhenTheFileCouldNotBeSaved) {
-  ASSERT_TRUE(record.OpenWrite(files, "nowhere/r"));
-  record.WriteInt(1);
-  EXPECT_FALSE(record.Close());
-}
-
-TEST_F(RecordFileTest, AMissingFileCannotBeRead) {
-  EXPECT_FALSE(record.OpenRead(files, "missing"));
-  EXPECT_TRUE(record.NothingLeft());
+TEST_F(RecordReaderTest, AnEmptyTextLeavesEveryFieldAsItWas) {
+  Read("");
+  EXPECT_TRUE(reader->NothingLeft());
   EXPECT_EQ(NextInt(3), 3);
   EXPECT_EQ(NextString("kept"), "kept");
 }
 
-TEST_F(RecordFileTest, NumbersAreReadFromTheStartOfTheirLine) {
+TEST_F(RecordReaderTest, NumbersAreReadFromTheStartOfTheirLine) {
   Read("12\n  -3 and more\n+4\n");
   EXPECT_EQ(NextInt(0), 12);
   EXPECT_EQ(NextInt(0), -3);
   EXPECT_EQ(NextInt(0), 4);
 }
 
-TEST_F(RecordFileTest, ALineWithoutNumberLeavesTheFieldAsItWas) {
+TEST_F(RecordReaderTest, ALineWithoutNumberLeavesTheFieldAsItWas) {
   Read("\nabc\n-\n5\n");
   EXPECT_EQ(NextInt(9), 9);
   EXPECT_EQ(NextInt(8), 8);
@@ -105,16 +91,16 @@ TEST_F(RecordFileTest, ALineWithoutNumberLeavesTheFieldAsItWas) {
   EXPECT_EQ(NextInt(4), 4);
 }
 
-TEST_F(RecordFileTest, NumbersOutOfRangeGiveTheNearestOnes) {
+TEST_F(RecordReaderTest, NumbersOutOfRangeGiveTheNearestOnes) {
   Read("99999999999\n-99999999999\n99999999999\n");
   EXPECT_EQ(NextInt(0), std::numeric_limits<int>::max());
   EXPECT_EQ(NextInt(0), std::numeric_limits<int>::min());
   long long value = 0;
-  record.ReadLong(value);
+  reader->ReadLong(value);
   EXPECT_EQ(value, 99999999999);
 }
 
-TEST_F(RecordFileTest, TextsAreReadWithoutTheirLastCharacter) {
+TEST_F(RecordReaderTest, TextsAreReadWithoutTheirLastCharacter) {
   Read("one\n\n two \nthree");
   EXPECT_EQ(NextString("x"), "one");
   EXPECT_EQ(NextString("x"), "");
@@ -124,28 +110,28 @@ TEST_F(RecordFileTest, TextsAreReadWithoutTheirLastCharacter) {
   EXPECT_EQ(NextString("kept"), "kept");
 }
 
-TEST_F(RecordFileTest, ATextOf254BytesSurvives) {
-  const std::string text(254, 'x');
-  Read(text + "\nnext\n");
-  EXPECT_EQ(NextString(""), text);
+TEST_F(RecordReaderTest, ATextOf254BytesSurvives) {
+  const std::string longest(254, 'x');
+  Read(longest + "\nnext\n");
+  EXPECT_EQ(NextString(""), longest);
   EXPECT_EQ(NextString(""), "next");
 }
 
-TEST_F(RecordFileTest, ATextOf255BytesLosesOneAndLeavesAnEmptyLine) {
+TEST_F(RecordReaderTest, ATextOf255BytesLosesOneAndLeavesAnEmptyLine) {
   Read(std::string(255, 'x') + "\nnext\n");
   EXPECT_EQ(NextString(""), std::string(254, 'x'));
   EXPECT_EQ(NextString("?"), "");
   EXPECT_EQ(NextString(""), "next");
 }
 
-TEST_F(RecordFileTest, ATextOf256BytesIsCutInTwo) {
+TEST_F(RecordReaderTest, ATextOf256BytesIsCutInTwo) {
   Read(std::string(256, 'x') + "\nnext\n");
   EXPECT_EQ(NextString(""), std::string(254, 'x'));
   EXPECT_EQ(NextString("?"), "x");
   EXPECT_EQ(NextString(""), "next");
 }
 
-TEST_F(RecordFileTest, NulBytesEndATextAndNeverTheFile) {
+TEST_F(RecordReaderTest, NulBytesEndATextAndNeverTheFile) {
   Read(std::string("ab\0cd\n\0x\n12\0\n7\n", 15));
   EXPECT_EQ(NextString(""), "a");
   EXPECT_EQ(NextString("?"), "");
@@ -153,52 +139,11 @@ TEST_F(RecordFileTest, NulBytesEndATextAndNeverTheFile) {
   EXPECT_EQ(NextInt(0), 7);
 }
 
-TEST_F(RecordFileTest, NothingIsLeftBehindTheLastByte) {
+TEST_F(RecordReaderTest, NothingIsLeftBehindTheLastByte) {
   Read("1\n");
-  EXPECT_FALSE(record.NothingLeft());
+  EXPECT_FALSE(reader->NothingLeft());
   NextInt(0);
-  EXPECT_TRUE(record.NothingLeft());
-}
-
-TEST_F(RecordFileTest, AnAttachedRecordReadsAndWritesInTheOpenersFile) {
-  OpenRecord nested;
-  ASSERT_TRUE(record.OpenWrite(files, "r"));
-  record.WriteInt(1);
-  nested.Attach(record);
-  nested.WriteInt(2);
-  EXPECT_TRUE(nested.Close());
-  EXPECT_FALSE(files.Has("r"));
-  record.WriteInt(3);
-  EXPECT_TRUE(record.Close());
-  EXPECT_EQ(files.Bytes("r"), "1\n2\n3\n");
-
-  ASSERT_TRUE(record.OpenRead(files, "r"));
-  EXPECT_EQ(NextInt(0), 1);
-  nested.Attach(record);
-  int value = 0;
-  nested.ReadInt(value);
-  EXPECT_EQ(value, 2);
-  nested.Detach();
-  EXPECT_TRUE(nested.NothingLeft());
-  EXPECT_EQ(NextInt(0), 3);
-}
-
-TEST_F(RecordFileTest, CopiesDoNotShareTheOpenFile) {
-  ASSERT_TRUE(record.OpenWrite(files, "r"));
-  OpenRecord copy(record);
-  copy.WriteInt(1);
-  record.WriteInt(2);
-  EXPECT_TRUE(record.Close());
-  EXPECT_EQ(files.Bytes("r"), "2\n");
-}
-
-TEST_F(RecordFileTest, ATextCanTakeThePlaceOfAFile) {
-  record.OpenText();
-  record.WriteInt(1);
-  record.WriteString("two");
-  EXPECT_EQ(record.TakeText(), "1\ntwo\n");
-  EXPECT_EQ(record.TakeText(), "");
-  EXPECT_TRUE(files.FileNames().empty());
+  EXPECT_TRUE(reader->NothingLeft());
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "console/typed_commands.h"
+#include "tourney/content_text.h"
 
 // Whatever is typed wrongly is answered, and leaves the tourney, the player database and the files
 // as they were.
@@ -21,9 +22,9 @@ std::string Unknown(const std::string& word) {
 }
 
 constexpr const char* kNoneRemoved = "No games removed, because you didn't specify one!\n";
-constexpr const char* kResultChoices =
+constexpr const char* kTheResults =
     "Possible choices:\n1-0     = white win\n1/2-1/2 = draw\n0-1     = black win\n";
-constexpr const char* kStatusChoices =
+constexpr const char* kTheStatuses =
     "Possible choices:\n0 = NOTHING DONE\n1 = SPOOLED\n2 = READY\n";
 constexpr const char* kNoSuchName = "Please notice that names are case sensitive.\n";
 
@@ -36,11 +37,11 @@ class BadInput : public TypedCommands {
 
   /// Everything that a command may change.
   std::string State() {
-    std::string state = tourney.ContentText();
+    std::string state = ContentText(tourney);
     for (const Player& player : players.Players())
       state += player.texts.name + "|" + player.texts.program_exe + "|" + player.texts.group + "\n";
-    for (const std::string& file : machine.files.FileNames())
-      state += file + ": " + machine.files.Bytes(file) + "\n";
+    for (const std::string& name : machine.files.FileNames())
+      state += name + ": " + machine.files.Bytes(name) + "\n";
     return state;
   }
 
@@ -70,7 +71,7 @@ TEST_F(BadInput, AWordWithAMinusThatIsNoOptionIsNamed) {
                  {"texttable /t/x.txt -ranks", Unknown("-ranks")},
                  {"set -name x", Unknown("-name")},
                  {"get -all", Unknown("-all")}});
-  tourney.settings.type = kSwiss;
+  tourney.ChangeSettings()->type = kSwiss;
   ExpectRefused({{"pair -foo", Unknown("-foo")}, {"pair 1 -", Unknown("-")}});
 }
 
@@ -91,8 +92,8 @@ TEST_F(BadInput, AnOptionWithoutItsValueChoosesNothing) {
                  {"set ponder", "You want ponder on or off?\n"},
                  {"set timecontrol", "Time control: <Moves per sesion> <Time> <Inc>\n"},
                  {"set subrounds", "How about specifying a value, too?\n"},
-                 {"game 1 res", std::string("You didn't specify result.\n") + kResultChoices},
-                 {"game 1 sta", std::string("You didn't specify status.\n") + kStatusChoices},
+                 {"game 1 res", std::string("You didn't specify result.\n") + kTheResults},
+                 {"game 1 sta", std::string("You didn't specify status.\n") + kTheStatuses},
                  {"player 1 name", "You must specify a name!\n"},
                  {"player 2 exe", "You must specify the program exe!\n"},
                  {"deleteplayer", "Deleting player failed!\n"},
@@ -105,8 +106,8 @@ TEST_F(BadInput, AWordInPlaceOfANumberIsRefused) {
   ExpectRefused(
       {{"game x", "Game number expected, 'x' found.\n"},
        {"game 1.5", "Game number expected, '1.5' found.\n"},
-       {"game 1 res x", std::string("I don't understand the result 'x'.\n") + kResultChoices},
-       {"game 1 sta 02", std::string("I don't understand the status '02'.\n") + kStatusChoices},
+       {"game 1 res x", std::string("I don't understand the result 'x'.\n") + kTheResults},
+       {"game 1 sta 02", std::string("I don't understand the status '02'.\n") + kTheStatuses},
        {"player x", "Can't find player number 0.\n"},
        {"player 1x dir here", "Can't find player number 0.\n"},
        {"removegames -pla x", kNoneRemoved},
@@ -118,7 +119,7 @@ TEST_F(BadInput, AWordInPlaceOfANumberIsRefused) {
         "Adding player failed: player named '1x' does not exist.\n" + std::string(kNoSuchName)},
        {"removeplayer 1x", "Remove player failed!\n"},
        {"showplayers 1x", "Player named '1x' not found.\n"}});
-  tourney.settings.type = kSwiss;
+  tourney.ChangeSettings()->type = kSwiss;
   ExpectRefused({{"pair x", Unknown("x")}, {"set rounds x", "How about a positive value?\n"}});
 }
 
@@ -153,7 +154,7 @@ TEST_F(BadInput, ANumberThatNobodyHasIsRefused) {
        {"spool -1", Unknown("-1")},
        {"spool -ro " + huge, ""},
        {"spool -pla " + huge, "Player number 2147483647 does not exist in this tourney!\n"}});
-  tourney.settings.type = kSwiss;
+  tourney.ChangeSettings()->type = kSwiss;
   ExpectRefused({{"pair " + huge, "No bracket number 2147483647 found!\n"},
                  {"pair 0", "No bracket number 0 found!\n"},
                  {"pair -1", Unknown("-1")},

@@ -87,7 +87,7 @@ TEST_F(Interpreter, AnUnknownWordIsRunByTheShellAndItsOutputShown) {
 
 TEST_F(Interpreter, AShellCommandDoesNotHoldTheTourney) {
   machine.processes.on_shell = [this](const std::string&) {
-    const std::lock_guard lock(tourney.Lock());
+    const Hold hold = shared.Take();
     return "free\n";
   };
   EXPECT_EQ(Type("dir"), "free\nfree\n");
@@ -113,7 +113,7 @@ TEST_F(Interpreter, QuittingSavesWithAutoSaveOnly) {
 
 TEST_F(Interpreter, ASaveThatFailsIsReported) {
   UseAutoSave();
-  tourney.settings.save_file = "/nowhere/saved.ini";
+  file.SetName("/nowhere/saved.ini");
   EXPECT_EQ(Type("q"), "Saving tourney failed!\n");
   EXPECT_EQ(Type("set ponder on"), "Ponder is now ON.\nSaving tourney failed!\n");
 }
@@ -147,8 +147,8 @@ TEST_F(Interpreter, EveryCommandThatChangesTheTourneySaves) {
        {"addp Alpha", "adda", "addg strong", "remp 1", "forf 1", "run", "run 10:00",
         "game 1 res 1-0", "game 1 sta 2", "spool", "createrr", "remg -all", "table"}) {
     tourney.Reset();
-    tourney.settings.files_path = "/t\\";
-    tourney.settings.type = kRoundRobin;
+    tourney.ChangeSettings()->files_path = "/t\\";
+    tourney.ChangeSettings()->type = kRoundRobin;
     for (const char* name : {"Gamma", "Delta"})
       AddParticipant(name);
     tourney.AddGame(1, 2, 1, 1);
@@ -174,8 +174,8 @@ TEST_F(Interpreter, AfterSwitchingAutoSaveOffNothingIsSaved) {
 
 TEST_F(Interpreter, ALoadedTourneyWithAutoSaveIsSavedUnderItsOwnName) {
   UseAutoSave();
-  tourney.settings.save_file = "/t/own.ini";
-  ASSERT_TRUE(tourney.Save(""));
+  file.SetName("/t/own.ini");
+  ASSERT_TRUE(file.Save(tourney, ""));
   const std::string text = machine.files.Bytes("/t/own.ini");
   machine.files.Remove("/t/own.ini");
   machine.files.Put("/t/copy.ini", text);
@@ -191,8 +191,8 @@ TEST_F(Interpreter, CommandsAndTheRunnerWorkOnOneTourney) {
     PutPgn(batch[batch.find('g') + 1] - '0', "1-0");
     return true;
   };
-  Runner runner(tourney, brackets);
-  ASSERT_TRUE(runner.StartThreads());
+  Runner runner(room, RunnerOptions());
+  ASSERT_TRUE(runner.StartThread());
   Type("set autorun on");
   Type("run");
   for (int i = 0; i < 10; ++i) {
@@ -202,8 +202,8 @@ TEST_F(Interpreter, CommandsAndTheRunnerWorkOnOneTourney) {
   }
   runner.AwaitIdle();
   Type("geta");
-  const std::lock_guard lock(tourney.Lock());
-  EXPECT_EQ(tourney.games_state, 3);
+  const Hold hold = shared.Take();
+  EXPECT_EQ(tourney.State().games_state, 3);
 }
 
 }  // namespace

@@ -139,13 +139,13 @@ TEST_F(GameCommands, BothWidensASelectionByColour) {
 }
 
 TEST_F(GameCommands, ASwissTourneyMayFallBackToAnEarlierRound) {
-  tourney.settings.type = kSwiss;
+  tourney.ChangeSettings()->type = kSwiss;
   tourney.EraseAllGames();
   for (int round = 1; round <= 2; ++round) {
     tourney.AddGame(1, 2, round, 1);
     tourney.AddGame(3, 4, round, 1);
   }
-  tourney.round = 3;
+  tourney.ChangeState()->round = 3;
   EXPECT_EQ(Type("remg -ro 2 -pla 3"), "Removing game 8...removed.\nRound set to 2.\n");
   EXPECT_EQ(Type("remg -ro 2"), "Removing game 7...removed.\n");
 }

@@ -96,7 +96,7 @@ TEST_F(HelpCommand, AnAbbreviationTooShortForHelpIsNotFound) {
 TEST_F(HelpCommand, AMissingHelpFileIsSaidWithItsDirectory) {
   EXPECT_EQ(Ask("help save\n"), "Can't find help file '/prog/TourneyHelp.txt'.\n");
   EXPECT_EQ(Ask("help xyz\n"), "Can't find help file '/prog/TourneyHelp.txt'.\n");
-  machine_.files.MakeDirectory("/prog/TourneyHelp.txt");
+  machine_.files.PutDirectory("/prog/TourneyHelp.txt");
   EXPECT_EQ(Ask("help save\n"), "Can't find help file '/prog/TourneyHelp.txt'.\n");
 }
 

@@ -10,36 +10,36 @@ constexpr const char* kNoBrackets =
 
 class PairingCommands : public TypedCommands {
  protected:
-  PairingCommands() { tourney.settings.type = kSwiss; }
+  PairingCommands() { tourney.ChangeSettings()->type = kSwiss; }
 
   /// Round 1 has been played: Alpha and Gamma have won, Beta and Delta have lost.
   void PlayFirstRound() {
-    tourney.settings.rounds = 3;
+    tourney.ChangeSettings()->rounds = 3;
     for (const int white : {1, 3}) {
       tourney.AddGame(white, white + 1, 1, 1);
-      tourney.Games().back().status = kReady;
-      tourney.Games().back().result = kWhiteWins;
+      tourney.ChangeGames().back().status = kReady;
+      tourney.ChangeGames().back().result = kWhiteWins;
     }
     Type("texttable");
   }
 };
 
 TEST_F(PairingCommands, ARoundRobinIsNotPaired) {
-  tourney.settings.type = kRoundRobin;
+  tourney.ChangeSettings()->type = kRoundRobin;
   EXPECT_EQ(Type("pair"),
             "This command has only effect on swiss tourneys. Try CreateRRGames instead.\n");
 }
 
 TEST_F(PairingCommands, AnOddNumberOfPlayersIsNotPaired) {
-  tourney.Participants().pop_back();
+  tourney.ChangeParticipants().pop_back();
   EXPECT_EQ(Type("pair"), "In swiss tourneys total number of players must be even.\n");
 }
 
 TEST_F(PairingCommands, TheTypeIsLookedAtFirstThenTheNumberThenTheWords) {
   EXPECT_EQ(Type("pair -foo"), "I just don't know what you mean by '-foo'.\n");
-  tourney.Participants().pop_back();
+  tourney.ChangeParticipants().pop_back();
   EXPECT_EQ(Type("pair -foo"), "In swiss tourneys total number of players must be even.\n");
-  tourney.settings.type = kRoundRobin;
+  tourney.ChangeSettings()->type = kRoundRobin;
   EXPECT_EQ(Type("pair -foo"),
             "This command has only effect on swiss tourneys. Try CreateRRGames instead.\n");
 }
@@ -50,7 +50,7 @@ TEST_F(PairingCommands, AWordThatIsNoNumberIsNotUnderstood) {
 }
 
 TEST_F(PairingCommands, BracketsOfNobodyCannotBeMade) {
-  tourney.Participants().clear();
+  tourney.ChangeParticipants().clear();
   EXPECT_EQ(Type("createb"), kNoBrackets);
   EXPECT_EQ(Type("createb -si 2000000000 -up"), kNoBrackets);
   EXPECT_EQ(Type("createb -si -do"), kNoBrackets);
@@ -91,7 +91,7 @@ TEST_F(PairingCommands, AnyOptionOfPairAsksForOneWidthOnly) {
 TEST_F(PairingCommands, TheBracketsOfARoundRobinAreNotShown) {
   EXPECT_NE(Type("createb"), "");
   EXPECT_NE(Type("showb"), "");
-  tourney.settings.type = kRoundRobin;
+  tourney.ChangeSettings()->type = kRoundRobin;
   EXPECT_EQ(Type("showb"), "");
 }
 

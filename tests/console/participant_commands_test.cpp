@@ -10,7 +10,7 @@ namespace {
 class ParticipantCommands : public TypedCommands {
  protected:
   /// An empty tourney in which nobody is in the way.
-  void RemoveEverybody() { tourney.Participants().clear(); }
+  void RemoveEverybody() { tourney.ChangeParticipants().clear(); }
 
   std::string Names() {
     std::string names;
@@ -65,7 +65,7 @@ TEST_F(ParticipantCommands, TheGroupIsTheRestOfTheLine) {
 
 TEST_F(ParticipantCommands, AParticipantIsRemovedWithItsGamesAndTheRestIsSpooledAgain) {
   AddGames(4);
-  SpoolAll(tourney);
+  SpoolAll(tourney, machine.files);
   EXPECT_EQ(Type("remp Beta"),
             "Removing game 2...removed.\nRemoving game 1...removed.\n"
             "Game 3 spooled.\nGame 4 spooled.\nPlayer removed succesfully.\n");

@@ -35,8 +35,8 @@ TEST_F(RunnerCommands, WithoutWordsTheRunnerIsSwitched) {
 
 TEST_F(RunnerCommands, AWordWithCClearsTheTime) {
   for (const char* word : {"c", "Clear", "cx"}) {
-    tourney.Switch().SetStartTime(1);
-    tourney.Switch().SetStopTime(2);
+    tourney.ChangeSwitch()->SetStartTime(1);
+    tourney.ChangeSwitch()->SetStopTime(2);
     EXPECT_EQ(Type(std::string("run ") + word), "Runner start time cleared.\n");
     EXPECT_EQ(tourney.Switch().Get().start_time, 0);
     EXPECT_EQ(Type(std::string("stop ") + word), "Runner stop time cleared.\n");

@@ -30,14 +30,14 @@ TEST_F(Get, WithoutAWordListsTheSettings) {
 
 TEST_F(Get, PonderIsAnsweredTwice) {
   EXPECT_EQ(Type("get ponder"), "Ponder is OFF.\n" + Unknown("ponder"));
-  tourney.settings.ponder = 1;
+  tourney.ChangeSettings()->ponder = 1;
   EXPECT_EQ(Type("get POND"), "Ponder is ON.\n" + Unknown("POND"));
   EXPECT_EQ(Type("get ponderous"), "Ponder is ON.\n" + Unknown("ponderous"));
 }
 
 TEST_F(Get, AutoRunIsAnsweredTwice) {
   EXPECT_EQ(Type("get autorun"), "AutoRun is OFF.\n" + Unknown("autorun"));
-  tourney.settings.auto_run = 1;
+  tourney.ChangeSettings()->auto_run = 1;
   EXPECT_EQ(Type("get autor"), "AutoRun is ON.\n" + Unknown("autor"));
 }
 
@@ -53,17 +53,17 @@ TEST_F(Get, BehindADoubleAnswerTheWordsForEverywhereAreStillLookedFor) {
 }
 
 TEST_F(Get, TheThreeWaysOfSavingDebugFiles) {
-  tourney.settings.save_debug_files = kSaveNever;
+  tourney.ChangeSettings()->save_debug_files = kSaveNever;
   EXPECT_EQ(Type("get sav"), "Debug files are saved NEVER.\n");
-  tourney.settings.save_debug_files = kSaveAutomatically;
+  tourney.ChangeSettings()->save_debug_files = kSaveAutomatically;
   EXPECT_EQ(Type("get savedebugfiles"), "Debug files that are saved are selected AUTOMATICALLY.\n");
-  tourney.settings.save_debug_files = kSaveAlways;
+  tourney.ChangeSettings()->save_debug_files = kSaveAlways;
   EXPECT_EQ(Type("get SAV"), "Debug files are saved ALWAYS.\n");
 }
 
 TEST_F(Get, RunnerStatusIsTheRunnersReport) {
   EXPECT_EQ(Type("get runnerstatus"), "Runner status: STOPPED\n");
-  tourney.Switch().SetRunning(true);
+  tourney.ChangeSwitch()->SetRunning(true);
   EXPECT_EQ(Type("get run"), "Runner status: RUNNING\n");
 }
 
@@ -71,20 +71,19 @@ TEST_F(Get, RoundAndTypeAreFoundInAnyWord) {
   EXPECT_EQ(Type("get rounds"), "Round = 1/10\n");
   EXPECT_EQ(Type("get the round"), "Round = 1/10\n");
   EXPECT_EQ(Type("get my type"), "Type = ROUND ROBIN.\n");
-  tourney.settings.type = kSwiss;
+  tourney.ChangeSettings()->type = kSwiss;
   EXPECT_EQ(Type("get type"), "Type = SWISS.\n");
   EXPECT_EQ(Type("get sub round"), "SubRounds = 1\n") << "an earlier test has ended the command";
 }
 
 TEST_F(Get, TextsAreShownAsTheyAre) {
-  TourneySettings& s = tourney.settings;
-  s.pics_dir = "pics\\";
-  s.computer = "a 50% PC";
-  s.hash_tables = "h";
-  s.tablebases = "t";
-  s.name = "My Cup";
-  s.white_options = "/w";
-  s.black_options = "";
+  tourney.ChangeSettings()->pics_dir = "pics\\";
+  tourney.ChangeSettings()->computer = "a 50% PC";
+  tourney.ChangeSettings()->hash_tables = "h";
+  tourney.ChangeSettings()->tablebases = "t";
+  tourney.ChangeSettings()->name = "My Cup";
+  tourney.ChangeSettings()->white_options = "/w";
+  tourney.ChangeSettings()->black_options = "";
   EXPECT_EQ(Type("get fil"), "Files Path = /t\\\n");
   EXPECT_EQ(Type("get pic"), "Pics Dir = pics\\\n");
   EXPECT_EQ(Type("get tab"), "Tablebases = t\n");
@@ -98,7 +97,7 @@ TEST_F(Get, TextsAreShownAsTheyAre) {
 }
 
 TEST_F(Get, TheTimeControlHasFourLines) {
-  tourney.settings.time_control = {305, 2, 40};
+  tourney.ChangeSettings()->time_control = {305, 2, 40};
   EXPECT_EQ(Type("get tim"), "TimeControl:\n    Time: 5:05\n    Inc:  2\n    Mps:  40\n");
 }
 
@@ -119,19 +118,18 @@ TEST_F(Get, AWordShorterThanItsPrefixIsUnknown) {
 }
 
 TEST_F(Get, AllIsLookedForInTheSecondWordOnly) {
-  tourney.settings.name = "Cup";
+  tourney.ChangeSettings()->name = "Cup";
   EXPECT_EQ(Type("get name all"), "Name = Cup\n");
 }
 
 TEST_F(Get, AllIsTheFullListing) {
-  TourneySettings& s = tourney.settings;
-  s.name = "Cup";
-  s.pics_dir = "p";
-  s.computer = "PC";
-  s.hash_tables = "h";
-  s.tablebases = "t";
-  s.time_control = {150, 5, 40};
-  s.sub_rounds = 2;
+  tourney.ChangeSettings()->name = "Cup";
+  tourney.ChangeSettings()->pics_dir = "p";
+  tourney.ChangeSettings()->computer = "PC";
+  tourney.ChangeSettings()->hash_tables = "h";
+  tourney.ChangeSettings()->tablebases = "t";
+  tourney.ChangeSettings()->time_control = {150, 5, 40};
+  tourney.ChangeSettings()->sub_rounds = 2;
   EXPECT_EQ(Type("get all"),
             "Type:          Round Robin\n"
             "TimeControl:\n"
@@ -156,15 +154,15 @@ TEST_F(Get, AllIsTheFullListing) {
 }
 
 TEST_F(Get, AllOfASwissTourneyHasItsRound) {
-  TourneySettings& s = tourney.settings;
-  s.type = kSwiss;
-  s.ponder = s.auto_run = 1;
-  s.save_debug_files = kSaveAutomatically;
-  s.white_options = "w";
-  s.black_options = "b";
+  tourney.ChangeSettings()->type = kSwiss;
+  tourney.ChangeSettings()->ponder = 1;
+  tourney.ChangeSettings()->auto_run = 1;
+  tourney.ChangeSettings()->save_debug_files = kSaveAutomatically;
+  tourney.ChangeSettings()->white_options = "w";
+  tourney.ChangeSettings()->black_options = "b";
   UseAutoSave();
-  tourney.round = 3;
-  tourney.Switch().SetStopTime(1000000000);
+  tourney.ChangeState()->round = 3;
+  tourney.ChangeSwitch()->SetStopTime(1000000000);
   const std::string text = Type("get ALL");
   EXPECT_EQ(text.substr(0, 21), "Type:          Swiss\n");
   for (const std::string line :
@@ -174,7 +172,7 @@ TEST_F(Get, AllOfASwissTourneyHasItsRound) {
     EXPECT_NE(text.find(line), std::string::npos) << line;
   }
   EXPECT_TRUE(text.ends_with("STOPPED\nStop time:  " + LocalTimeText(1000000000)));
-  s.save_debug_files = kSaveAlways;
+  tourney.ChangeSettings()->save_debug_files = kSaveAlways;
   EXPECT_NE(Type("get all").find("SaveDebug:     ALWAYS.Runner"), std::string::npos);
 }
 

@@ -7,7 +7,7 @@ namespace {
 
 class Set : public TypedCommands {
  protected:
-  TourneySettings& s = tourney.settings;
+  const TourneySettings& s = tourney.Settings();
 };
 
 TEST_F(Set, WithoutAWordListsTheSettings) {
@@ -25,12 +25,12 @@ TEST_F(Set, WithoutAWordListsTheSettings) {
 
 TEST_F(Set, WordsThatBeginWithOnOrTrSwitchOn) {
   for (const char* word : {"true", "ON", "onward", "TRy"}) {
-    s.ponder = 0;
+    tourney.ChangeSettings()->ponder = 0;
     EXPECT_EQ(Type(std::string("set ponder ") + word), "Ponder is now ON.\n") << word;
     EXPECT_EQ(s.ponder, 1);
   }
   for (const char* word : {"yes", "off", "1", "o"}) {
-    s.ponder = 1;
+    tourney.ChangeSettings()->ponder = 1;
     EXPECT_EQ(Type(std::string("set ponder ") + word), "Ponder is now OFF.\n") << word;
     EXPECT_EQ(s.ponder, 0);
   }
@@ -45,9 +45,9 @@ TEST_F(Set, AutoRunIsASwitchToo) {
 
 TEST_F(Set, AutoSaveMayBeGivenItsFile) {
   EXPECT_EQ(Type("set autosave on /t/my.ini more"), "AutoSave is now ON, save file: /t/my.ini\n");
-  EXPECT_EQ(s.save_file, "/t/my.ini");
+  EXPECT_EQ(file.Name(), "/t/my.ini");
   EXPECT_EQ(Type("set autosave off /t/other.ini"), "AutoSave is now OFF.\n");
-  EXPECT_EQ(s.save_file, "/t/my.ini");
+  EXPECT_EQ(file.Name(), "/t/my.ini");
   EXPECT_EQ(Type("set autosave on"), "AutoSave is now ON, save file: /t/my.ini\n");
 }
 
@@ -103,7 +103,12 @@ TEST_F(Set, TextsAreTheRestOfTheLine) {
 }
 
 TEST_F(Set, TextsWithoutAValueBecomeEmpty) {
-  s.pics_dir = s.computer = s.hash_tables = s.tablebases = s.white_options = s.black_options = "x";
+  for (const auto text : {&TourneySettings::pics_dir, &TourneySettings::computer,
+                          &TourneySettings::hash_tables, &TourneySettings::tablebases,
+                          &TourneySettings::white_options, &TourneySettings::black_options}) {
+    const auto change = tourney.ChangeSettings();
+    (*change).*text = "x";
+  }
   EXPECT_EQ(Type("set pic"), "PicsDir = ''\n");
   EXPECT_EQ(Type("set com"), "Computer = ''\n");
   EXPECT_EQ(Type("set has"), "Hashtables = ''\n");
@@ -156,7 +161,7 @@ TEST_F(Set, RoundsOfARoundRobinAreItsOwnAffair) {
 }
 
 TEST_F(Set, RoundsOfASwissTourneyMustBePositive) {
-  s.type = kSwiss;
+  tourney.ChangeSettings()->type = kSwiss;
   EXPECT_EQ(Type("set rounds"), "You should specify a value, too.\n");
   EXPECT_EQ(Type("set rounds 0"), "How about a positive value?\n");
   EXPECT_EQ(Type("set rounds -3"), "How about a positive value?\n");
@@ -167,7 +172,7 @@ TEST_F(Set, RoundsOfASwissTourneyMustBePositive) {
 }
 
 TEST_F(Set, TooManyRoundsAreWarnedOfAndStoredAllTheSame) {
-  s.type = kSwiss;
+  tourney.ChangeSettings()->type = kSwiss;
   EXPECT_EQ(Type("set rounds 3"),
             "Amount of rounds can't be more than half of players in the tourney.\n"
             "Setting Rounds to 2.\n"

@@ -40,8 +40,8 @@ TEST_F(SpoolCommands, APlayerIsGivenByNumberOrTheBeginningOfTheName) {
 }
 
 TEST_F(SpoolCommands, ThePlayersNameMayHoldBlanks) {
-  tourney.Participants()[0].texts.name = "Great Alpha";
-  tourney.Participants()[1].texts.name = "Great Beta";
+  tourney.ChangeParticipants()[0].texts.name = "Great Alpha";
+  tourney.ChangeParticipants()[1].texts.name = "Great Beta";
   EXPECT_EQ(Type("spool -pla great b"), "Game 1 spooled.\nGame 2 spooled.\n");
 }
 

@@ -15,7 +15,7 @@ class TableCommands : public TypedCommands {
   /// The text table with these options.
   std::string Expected(const TableOptions& options) {
     machine.TakeOutput();
-    WriteTable(tourney, "stdout", options);
+    WriteTable(tourney, machine.files, "stdout", options);
     return machine.TakeOutput();
   }
 };

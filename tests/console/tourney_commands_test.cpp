@@ -8,7 +8,7 @@ namespace {
 class TourneyCommands : public TypedCommands {};
 
 TEST_F(TourneyCommands, ViewOpensWinBoardOnTheTourneysPgnFile) {
-  tourney.settings.winboard_path = "c:\\w\\winboard.exe";
+  tourney.ChangeSettings()->winboard_path = "c:\\w\\winboard.exe";
   Type("view");
   ASSERT_EQ(machine.processes.ShellCalls().size(), 1U);
   EXPECT_EQ(machine.processes.ShellCalls()[0].line, "'c:/w/winboard.exe' /ncp /td 0 '/t/all.pgn'");
@@ -16,7 +16,7 @@ TEST_F(TourneyCommands, ViewOpensWinBoardOnTheTourneysPgnFile) {
 
 TEST_F(TourneyCommands, ViewShowsWhatTheProgramPrintsAndLeavesTheTourneyFree) {
   machine.processes.on_shell = [this](const std::string&) {
-    const std::lock_guard lock(tourney.Lock());
+    const Hold hold = shared.Take();
     return "no display\n";
   };
   EXPECT_EQ(Type("view"), "no display\nno display\n");
@@ -39,16 +39,17 @@ TEST_F(TourneyCommands, ResetDeletesWhatWasWrittenAboutGamesThatFailed) {
 TEST_F(TourneyCommands, ResetSavesBeforeAndNotAfter) {
   UseAutoSave();
   Type("reset");
-  Tourney saved(machine.host, "/nowhere/");
-  ASSERT_TRUE(saved.Load("/t/saved.ini"));
+  Tourney saved;
+  TourneyFile saved_file(machine.files);
+  ASSERT_TRUE(saved_file.Load(saved, "/t/saved.ini"));
   EXPECT_EQ(saved.Participants().size(), 4U);
 }
 
 TEST_F(TourneyCommands, SaveAndLoadTakeAFileName) {
   EXPECT_EQ(Type("save /t/a.ini"), "Tourney saved.\n");
-  tourney.settings.name = "Other";
+  tourney.ChangeSettings()->name = "Other";
   EXPECT_EQ(Type("load /t/a.ini"), "Tourney loaded.\n");
-  EXPECT_EQ(tourney.settings.name, "My Own Winboard Tourney");
+  EXPECT_EQ(tourney.Settings().name, "My Own Winboard Tourney");
 }
 
 TEST_F(TourneyCommands, SaveAndLoadHaveADefault) {
@@ -86,16 +87,16 @@ TEST_F(TourneyCommands, HousekeepCutsTheLogAtItsLimit) {
 TEST_F(TourneyCommands, CreateRRGamesIsForRoundRobins) {
   EXPECT_TRUE(Type("createrr").starts_with("Creating Round Robin games...Adding game "));
   EXPECT_EQ(tourney.Games().size(), 6U);
-  tourney.settings.type = kSwiss;
+  tourney.ChangeSettings()->type = kSwiss;
   EXPECT_EQ(Type("createrrgames"),
             "This command has only effect on Round robin tourneys.\nTry Pair instead.\n");
   EXPECT_EQ(tourney.Games().size(), 6U);
-  EXPECT_EQ(tourney.last_game_number, 6);
+  EXPECT_EQ(tourney.State().last_game_number, 6);
 }
 
 TEST_F(TourneyCommands, CreateRRGamesSavesBefore) {
   UseAutoSave();
-  tourney.settings.save_file = "/nowhere/saved.ini";
+  file.SetName("/nowhere/saved.ini");
   const std::string output = Type("createrr");
   EXPECT_TRUE(output.starts_with("Saving tourney failed!\nCreating Round Robin games..."));
   EXPECT_TRUE(output.ends_with("ready.\nSaving tourney failed!\n"));

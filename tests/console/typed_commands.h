@@ -59,14 +59,14 @@ class TypedCommands : public ::testing::Test, protected SmallTourney {
 
   /// Switches AutoSave on, and sees to it that the file is not there yet.
   void UseAutoSave() {
-    tourney.settings.auto_save = 1;
-    tourney.settings.save_file = "/t/saved.ini";
+    tourney.ChangeSettings()->auto_save = 1;
+    file.SetName("/t/saved.ini");
   }
 
   bool HasSaved() { return machine.files.Has("/t/saved.ini"); }
 
   PlayerDatabase players;
-  CommandInterpreter interpreter{tourney, players, brackets};
+  CommandInterpreter interpreter{{room, players, "/program/"}};
 };
 
 }  // namespace tarvendo

@@ -9,6 +9,7 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "base/whole_file.h"
 #include "fakes/memory_file_system.h"
@@ -241,6 +242,126 @@ TYPED_TEST(FileSystemContract, NamesAreTakenAgainstTheCurrentDirectory) {
   EXPECT_TRUE(this->files.Exists(this->Path("d/a")));
   EXPECT_EQ(WithSlashes(this->files.FullPath("a")), this->Path("d/a"));
   EXPECT_EQ(WithSlashes(this->files.FullPath(this->Path("b"))), this->Path("b"));
+}
+
+TYPED_TEST(FileSystemContract, ALockIsTakenByOneAloneAndGoesWithIt) {
+  const std::string path = this->Path("g1.run");
+  EXPECT_FALSE(this->files.IsLocked(path)) << "there is no such file";
+  LockAttempt first = this->files.Lock(path);
+  ASSERT_NE(first.file, nullptr);
+  EXPECT_FALSE(first.is_held);
+  EXPECT_TRUE(this->files.Exists(path)) << "the file is made";
+  EXPECT_TRUE(this->files.IsLocked(path));
+  const LockAttempt second = this->files.Lock(path);
+  EXPECT_EQ(second.file, nullptr);
+  EXPECT_TRUE(second.is_held);
+  first.file.reset();
+  EXPECT_FALSE(this->files.IsLocked(path));
+  EXPECT_TRUE(this->files.Exists(path)) << "the file stays";
+  EXPECT_NE(this->files.Lock(path).file, nullptr);
+}
+
+TYPED_TEST(FileSystemContract, ALockedFileKeepsItsTextAndCanBeReadAndReplaced) {
+  const std::string path = this->Path("g1.run");
+  this->Make("g1.run", "a long text of old\n");
+  LockAttempt attempt = this->files.Lock(path);
+  ASSERT_NE(attempt.file, nullptr);
+  EXPECT_EQ(this->Text("g1.run"), "a long text of old\n");
+  EXPECT_TRUE(attempt.file->Replace("new\ntext\n"));
+  EXPECT_EQ(this->Text("g1.run"), "new\ntext\n");
+  EXPECT_TRUE(attempt.file->Replace(""));
+  EXPECT_EQ(this->Text("g1.run"), "");
+  EXPECT_TRUE(attempt.file->Replace("last\n"));
+  attempt.file.reset();
+  EXPECT_EQ(this->Text("g1.run"), "last\n");
+}
+
+TYPED_TEST(FileSystemContract, WhatIsNoFileCannotBeLocked) {
+  this->disk.MakeDirectory("d");
+  for (const std::string& path : {this->Path("d"), this->Path("nowhere/g1.run"), std::string()}) {
+    const LockAttempt attempt = this->files.Lock(path);
+    EXPECT_EQ(attempt.file, nullptr) << path;
+    EXPECT_FALSE(attempt.is_held) << path;
+    EXPECT_FALSE(this->files.IsLocked(path)) << path;
+  }
+}
+
+TYPED_TEST(FileSystemContract, AFileThatWasRemovedAfterItsLockIsLockedAnew) {
+  const std::string path = this->Path("g1.run");
+  this->files.Lock(path).file.reset();
+  EXPECT_TRUE(this->files.Remove(path));
+  EXPECT_FALSE(this->files.IsLocked(path));
+  const LockAttempt again = this->files.Lock(path);
+  ASSERT_NE(again.file, nullptr);
+  EXPECT_EQ(this->Text("g1.run"), "");
+}
+
+TYPED_TEST(FileSystemContract, LocksOfTwoFilesAreTwo) {
+  const LockAttempt one = this->files.Lock(this->Path("g1.run"));
+  const LockAttempt two = this->files.Lock(this->Path("g2.run"));
+  EXPECT_NE(one.file, nullptr);
+  EXPECT_NE(two.file, nullptr);
+}
+
+TYPED_TEST(FileSystemContract, PathsWithAPrefixAreThoseOfFilesInTheOrderOfTheirNames) {
+  this->disk.MakeDirectory("d");
+  this->disk.MakeDirectory("d/g3");
+  for (const char* name : {"d/g2.run", "d/g10.run", "d/g1.BAT", "d/h.run", "g0.run"}) {
+    this->Make(name, "");
+  }
+  using Paths = std::vector<std::string>;
+  const std::string directory = this->Path("d\\");
+  EXPECT_EQ(this->files.PathsWithPrefix(directory + "g"),
+            (Paths{directory + "g1.BAT", directory + "g10.run", directory + "g2.run"}));
+  EXPECT_EQ(this->files.PathsWithPrefix(directory + "g1."), Paths{directory + "g1.BAT"});
+  EXPECT_EQ(this->files.PathsWithPrefix(directory).size(), 4U) << "no . and no ..";
+  EXPECT_EQ(this->files.PathsWithPrefix(directory + "x"), Paths());
+  EXPECT_EQ(this->files.PathsWithPrefix(this->Path("nowhere/g")), Paths());
+  ASSERT_TRUE(this->files.ChangeDirectory(directory));
+  EXPECT_EQ(this->files.PathsWithPrefix("h"), Paths{"h.run"});
+  EXPECT_EQ(this->files.PathsWithPrefix("").size(), 4U);
+}
+
+TYPED_TEST(FileSystemContract, AStampTellsOfGrowthAndOfAnotherFile) {
+  const std::string path = this->Path("a");
+  EXPECT_FALSE(this->files.Stamp(path).has_value());
+  EXPECT_FALSE(this->files.Stamp(this->disk.Directory()).has_value()) << "a directory";
+  this->Make("a", "text");
+  const auto first = this->files.Stamp(path);
+  ASSERT_TRUE(first.has_value());
+  EXPECT_EQ(first->size, 4);
+  EXPECT_EQ(this->files.Stamp(path), first);
+  const auto more = this->files.Append(path);
+  ASSERT_NE(more, nullptr);
+  EXPECT_TRUE(more->Write("more") && more->Flush());
+  const auto second = this->files.Stamp(path);
+  ASSERT_TRUE(second.has_value());
+  EXPECT_EQ(second->size, 8);
+  EXPECT_EQ(second->identity, first->identity);
+  EXPECT_GE(second->changed, first->changed);
+  EXPECT_TRUE(more->Close());
+  this->Make("b", "moretext");
+  EXPECT_NE(this->files.Stamp(this->Path("b"))->identity, first->identity);
+  const auto before = this->files.Stamp(this->Path("b"));
+  EXPECT_TRUE(this->files.Rename(this->Path("b"), path));
+  EXPECT_EQ(this->files.Stamp(path)->identity, before->identity) << "the file goes with its name";
+}
+
+TYPED_TEST(FileSystemContract, ADirectoryIsMadeOnceAndRemovedWhenItIsEmpty) {
+  const std::string path = this->Path("d");
+  EXPECT_TRUE(this->files.MakeDirectory(path));
+  EXPECT_TRUE(this->files.MakeDirectory(path)) << "it is there already";
+  this->Make("d/a", "");
+  EXPECT_FALSE(this->files.RemoveDirectory(path));
+  EXPECT_TRUE(this->files.Exists(this->Path("d/a")));
+  EXPECT_FALSE(this->files.RemoveDirectory(this->Path("d/a"))) << "a file";
+  EXPECT_FALSE(this->files.MakeDirectory(this->Path("d/a"))) << "a file has that name";
+  EXPECT_TRUE(this->files.Remove(this->Path("d/a")));
+  EXPECT_TRUE(this->files.RemoveDirectory(path));
+  EXPECT_FALSE(this->files.RemoveDirectory(path));
+  EXPECT_FALSE(this->files.Exists(path));
+  EXPECT_FALSE(this->files.MakeDirectory(this->Path("d/e"))) << "without its parent";
+  EXPECT_FALSE(this->files.MakeDirectory(""));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "fakes/manual_clock.h"
 #include "fakes/memory_file_system.h"
 #include "fakes/scripted_processes.h"
+#include "fakes/scripted_watches.h"
 #include "platform/host.h"
 
 namespace tarvendo {
@@ -19,7 +20,7 @@ class CapturedLog {
  public:
   CapturedLog()
       : processes(files),
-        host{files, processes, clock},
+        host{files, processes, clock, watches},
         log(
             host, [this](const std::string& text) { Collect(console_, text); },
             [this](const std::string& text) { Collect(errors_, text); }),
@@ -37,6 +38,7 @@ class CapturedLog {
   MemoryFileSystem files;
   ScriptedProcesses processes;
   ManualClock clock;
+  ScriptedWatches watches;
   Host host;
   Log log;
 

@@ -13,7 +13,8 @@
 namespace tarvendo {
 
 /// Time for the tests: it stands still but for what the test sets, and a wait takes none of the
-/// real time: it moves the clock by its span and returns. May be used from any thread.
+/// real time: it moves the clock by its span and returns. Only a wait for as long as it takes is a
+/// real one. May be used from any thread.
 class ManualClock : public Clock {
  public:
   /// 2001-09-09 01:46:40 UTC at first.
@@ -24,19 +25,28 @@ class ManualClock : public Clock {
     return now_ / kMilli;
   }
 
+  /// Moved by the waits only: SetNow is a time of day that jumps.
+  TimePoint Steady() override {
+    const std::lock_guard guard(mutex_);
+    return TimePoint(std::chrono::milliseconds(steady_));
+  }
+
   /// Moves the clock by `span`, writes it down, calls the test's on_wait and returns. The caller's
   /// lock is free meanwhile, as in a real wait.
-  bool Wait(std::condition_variable& /*wake*/, std::unique_lock<std::mutex>& held,
+  bool Wait(std::condition_variable& wake, std::unique_lock<std::mutex>& held,
             std::chrono::milliseconds span, const std::function<bool()>& done) override {
+    const bool is_for_ever = span == std::chrono::milliseconds::max();
     held.unlock();
     {
       const std::lock_guard guard(mutex_);
-      now_ += span.count();
+      now_ += is_for_ever ? 0 : span.count();
+      steady_ += is_for_ever ? 0 : span.count();
       waits_.push_back(span.count());
     }
     if (on_wait) on_wait(span);
     std::this_thread::yield();
     held.lock();
+    if (is_for_ever) wake.wait(held, done);
     return done();
   }
 
@@ -51,6 +61,13 @@ class ManualClock : public Clock {
     now_ = now * kMilli;
   }
 
+  /// Lets time pass without anybody waiting for it.
+  void Advance(std::chrono::milliseconds span) {
+    const std::lock_guard guard(mutex_);
+    now_ += span.count();
+    steady_ += span.count();
+  }
+
   /// The spans of all waits so far, in milliseconds.
   std::vector<std::int64_t> Waits() {
     const std::lock_guard guard(mutex_);
@@ -62,6 +79,7 @@ class ManualClock : public Clock {
 
   std::mutex mutex_;
   std::int64_t now_;  ///< in milliseconds
+  std::int64_t steady_ = 5000000;
   std::vector<std::int64_t> waits_;
 };
 

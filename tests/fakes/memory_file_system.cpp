@@ -49,6 +49,7 @@ class MemoryFileSystem::Stream : public OutputFile {
       failed_ = true;
     }
     if (!failed_) file_->bytes += text;
+    owner_.Change(*file_);
     return !failed_;
   }
 
@@ -70,6 +71,35 @@ class MemoryFileSystem::Stream : public OutputFile {
   std::string key_;
   std::shared_ptr<File> file_;
   bool failed_ = false;
+};
+
+class MemoryFileSystem::MemoryLock : public LockedFile {
+ public:
+  MemoryLock(MemoryFileSystem& owner, std::string key, std::shared_ptr<File> file)
+      : owner_(owner), key_(std::move(key)), file_(std::move(file)), share_(Take(*file_)) {}
+
+  /// Takes the lock of a file that nobody holds.
+  static std::shared_ptr<void> Take(File& file) {
+    auto share = std::make_shared<int>(0);
+    file.lock = share;
+    return share;
+  }
+
+  bool Replace(std::string_view text) override {
+    const std::lock_guard guard(owner_.mutex_);
+    const bool fails = owner_.Fails(FileOperation::kWrite, key_);
+    file_->bytes = text.substr(0, fails ? text.size() / 2 : text.size());
+    owner_.Change(*file_);
+    return !fails;
+  }
+
+  std::intptr_t HostHandle() const override { return reinterpret_cast<std::intptr_t>(&share_); }
+
+ private:
+  MemoryFileSystem& owner_;
+  std::string key_;
+  std::shared_ptr<File> file_;
+  std::shared_ptr<void> share_;
 };
 
 MemoryFileSystem::MemoryFileSystem() : directories_{"/", "/home"}, current_("/home") {}
@@ -94,6 +124,7 @@ std::unique_ptr<OutputFile> MemoryFileSystem::Create(const std::string& path) {
   const auto file = OpenForWriting(path);
   if (!file) return nullptr;
   file->bytes.clear();
+  Change(*file);
   return std::make_unique<Stream>(*this, Key(path), file);
 }
 
@@ -160,6 +191,75 @@ bool MemoryFileSystem::Rename(const std::string& from, const std::string& to) {
   return true;
 }
 
+LockAttempt MemoryFileSystem::Lock(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  const std::string key = Target(Key(path));
+  if (Fails(FileOperation::kLock, key) || path.empty() || !IsFilePlace(key)) return {};
+  const std::shared_ptr<File> file = MakeFile(key);
+  if (!file->lock.expired()) return {nullptr, true};
+  return {std::make_unique<MemoryLock>(*this, key, file), false};
+}
+
+bool MemoryFileSystem::IsLocked(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  const auto file = Find(Target(Key(path)));
+  return file && !file->lock.expired();
+}
+
+std::vector<std::string> MemoryFileSystem::PathsWithPrefix(const std::string& prefix) {
+  const std::lock_guard guard(mutex_);
+  const std::size_t separator = prefix.find_last_of("\\/");
+  const std::size_t name_at = separator == std::string::npos ? 0 : separator + 1;
+  const std::string typed = prefix.substr(0, name_at);
+  const std::string directory = Key(typed);
+  if (Fails(FileOperation::kRead, directory)) return {};
+  const std::string beginning = (directory == "/" ? "" : directory) + "/" + prefix.substr(name_at);
+  std::set<std::string> paths;
+  const auto look_at = [&](const std::string& key) {
+    const bool is_meant = ParentOf(key) == directory && key.starts_with(beginning);
+    if (is_meant) paths.insert(typed + key.substr(key.rfind('/') + 1));
+  };
+  for (const auto& [key, file] : files_)
+    look_at(key);
+  for (const auto& [key, target] : links_)
+    look_at(key);
+  return {paths.begin(), paths.end()};
+}
+
+std::optional<FileStamp> MemoryFileSystem::Stamp(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  const auto file = Find(Target(Key(path)));
+  if (!file) return std::nullopt;
+  return FileStamp{file->identity, static_cast<std::int64_t>(file->bytes.size()), file->changed};
+}
+
+bool MemoryFileSystem::MakeDirectory(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  const std::string key = Key(path);
+  if (Fails(FileOperation::kMakeDirectory, key) || path.empty()) return false;
+  if (directories_.contains(key)) return true;
+  if (Find(key) || links_.contains(key) || !directories_.contains(ParentOf(key))) return false;
+  directories_.insert(key);
+  return true;
+}
+
+bool MemoryFileSystem::RemoveDirectory(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  const std::string key = Key(path);
+  if (Fails(FileOperation::kRemove, key) || path.empty() || key == "/") return false;
+  const auto has_within = [&](const auto& names) {
+    const auto next = names.lower_bound(key + "/");
+    if (next == names.end()) return false;
+    if constexpr (requires { next->first; }) {
+      return next->first.starts_with(key + "/");
+    } else {
+      return next->starts_with(key + "/");
+    }
+  };
+  if (has_within(files_) || has_within(links_) || has_within(directories_)) return false;
+  return directories_.erase(key) > 0;
+}
+
 bool MemoryFileSystem::ChangeDirectory(const std::string& path) {
   const std::lock_guard guard(mutex_);
   const std::string key = Key(path);
@@ -177,16 +277,30 @@ void MemoryFileSystem::Put(const std::string& path, const std::string& bytes) {
   const std::lock_guard guard(mutex_);
   const std::string key = Key(path);
   MakeParents(key);
-  files_[key] = std::make_shared<File>(File{bytes, ""});
+  files_.erase(key);
+  MakeFile(key)->bytes = bytes;
 }
 
 void MemoryFileSystem::PutMore(const std::string& path, const std::string& bytes) {
   const std::lock_guard guard(mutex_);
   if (!Has(path)) Put(path, "");
-  Find(Key(path))->bytes += bytes;
+  File& file = *Find(Key(path));
+  file.bytes += bytes;
+  Change(file);
 }
 
-void MemoryFileSystem::MakeDirectory(const std::string& path) {
+void MemoryFileSystem::HoldLock(const std::string& path, const std::string& process) {
+  const std::lock_guard guard(mutex_);
+  if (!Has(path)) Put(path, "");
+  other_holders_.emplace(process, MemoryLock::Take(*Find(Key(path))));
+}
+
+void MemoryFileSystem::EndProcess(const std::string& process) {
+  const std::lock_guard guard(mutex_);
+  other_holders_.erase(process);
+}
+
+void MemoryFileSystem::PutDirectory(const std::string& path) {
   const std::lock_guard guard(mutex_);
   const std::string key = Key(path);
   if (key == "/") return;
@@ -261,6 +375,10 @@ int MemoryFileSystem::Count(FileOperation operation) {
   return faults_[operation].done;
 }
 
+std::shared_ptr<void> MemoryFileSystem::ShareOf(const LockedFile& lock) {
+  return *reinterpret_cast<const std::shared_ptr<void>*>(lock.HostHandle());
+}
+
 std::string MemoryFileSystem::Key(const std::string& path) const {
   std::string whole = path;
   std::replace(whole.begin(), whole.end(), '\\', '/');
@@ -288,10 +406,21 @@ bool MemoryFileSystem::Fails(FileOperation operation, const std::string& key) {
 std::shared_ptr<MemoryFileSystem::File> MemoryFileSystem::OpenForWriting(const std::string& path) {
   const std::string key = Target(Key(path));
   if (Fails(FileOperation::kOpen, key) || path.empty()) return nullptr;
-  if (directories_.contains(key) || !directories_.contains(ParentOf(key))) return nullptr;
+  return IsFilePlace(key) ? MakeFile(key) : nullptr;
+}
+
+/// The file of that name, made when it is missing.
+std::shared_ptr<MemoryFileSystem::File> MemoryFileSystem::MakeFile(const std::string& key) {
   std::shared_ptr<File>& file = files_[key];
-  if (!file) file = std::make_shared<File>();
+  if (file) return file;
+  file = std::make_shared<File>();
+  file->identity = ++last_identity_;
+  Change(*file);
   return file;
+}
+
+bool MemoryFileSystem::IsFilePlace(const std::string& key) const {
+  return !directories_.contains(key) && directories_.contains(ParentOf(key));
 }
 
 std::shared_ptr<MemoryFileSystem::File> MemoryFileSystem::Find(const std::string& key) const {

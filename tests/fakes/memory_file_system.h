@@ -17,16 +17,18 @@ namespace tarvendo {
 enum class FileOperation {
   kRead,    ///< ReadText, ReadFrom
   kOpen,    ///< Create, CreateNew, Append
-  kWrite,   ///< OutputFile::Write: half of the text arrives, as on a full disk
+  kWrite,   ///< OutputFile::Write, LockedFile::Replace: half of the text arrives (a full disk)
   kClose,   ///< OutputFile::Close
   kRename,  ///< Rename
-  kRemove,  ///< Remove
+  kRemove,  ///< Remove, RemoveDirectory
+  kLock,    ///< Lock: the file cannot be opened
+  kMakeDirectory,
 };
 
 /// Files in memory for the tests, from any thread. `\` is read as `/`, "." and ".." are followed,
 /// names are case-sensitive; a file can only be made in a directory that is there. The current
-/// directory is
-/// "/home" at first. Open files go on as they do on Linux when they are renamed or deleted.
+/// directory is "/home" at first. Open files, locked ones too, go on as they do on Linux when they
+/// are renamed or deleted.
 class MemoryFileSystem : public FileSystem {
  public:
   MemoryFileSystem();
@@ -43,8 +45,18 @@ class MemoryFileSystem : public FileSystem {
   std::string FollowLinks(const std::string& path) override;
   bool Remove(const std::string& path) override;
   bool Rename(const std::string& from, const std::string& to) override;
+  LockAttempt Lock(const std::string& path) override;
+  bool IsLocked(const std::string& path) override;
+  std::vector<std::string> PathsWithPrefix(const std::string& prefix) override;
+  std::optional<FileStamp> Stamp(const std::string& path) override;
+  bool MakeDirectory(const std::string& path) override;
+  bool RemoveDirectory(const std::string& path) override;
   bool ChangeDirectory(const std::string& path) override;
   std::string FullPath(const std::string& path) override;
+
+  /// A share of a lock of such a file system, as a process gets it: it is held until the LockedFile
+  /// and all shares are gone.
+  static std::shared_ptr<void> ShareOf(const LockedFile& lock);
 
   // What a test arranges. None of these counts as an operation or can be made to fail.
 
@@ -55,7 +67,12 @@ class MemoryFileSystem : public FileSystem {
   void PutMore(const std::string& path, const std::string& bytes);
 
   /// Makes a directory and those on its way.
-  void MakeDirectory(const std::string& path);
+  void PutDirectory(const std::string& path);
+
+  /// Another process, to which the test gives a name, takes the file's lock (making the file when
+  /// it is missing) and holds it until it ends.
+  void HoldLock(const std::string& path, const std::string& process);
+  void EndProcess(const std::string& process);
 
   /// The `n`-th operation of that kind from now on (1 is the next) fails, and it alone.
   void FailAt(FileOperation operation, int n);
@@ -95,9 +112,13 @@ class MemoryFileSystem : public FileSystem {
 
  private:
   class Stream;
+  class MemoryLock;
   struct File {
     std::string bytes;
     std::string model;
+    std::uint64_t identity = 0;
+    std::int64_t changed = 0;  ///< counts the changes of all files
+    std::weak_ptr<void> lock;  ///< alive while it is held
   };
   struct Fault {
     int done = 0;
@@ -110,6 +131,9 @@ class MemoryFileSystem : public FileSystem {
   std::string Target(const std::string& key) const;
   bool Fails(FileOperation operation, const std::string& key);
   std::shared_ptr<File> OpenForWriting(const std::string& path);
+  std::shared_ptr<File> MakeFile(const std::string& key);
+  void Change(File& file) { file.changed = ++changes_; }
+  bool IsFilePlace(const std::string& key) const;
   std::shared_ptr<File> Find(const std::string& key) const;
   void MakeParents(const std::string& key);
 
@@ -120,6 +144,9 @@ class MemoryFileSystem : public FileSystem {
   std::map<std::string, std::string> links_;
   std::map<FileOperation, Fault> faults_;
   std::vector<std::string> removed_;
+  std::multimap<std::string, std::shared_ptr<void>> other_holders_;
+  std::uint64_t last_identity_ = 0;
+  std::int64_t changes_ = 0;
   std::string current_;
 };
 

@@ -2,10 +2,16 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
+#include <memory>
 #include <mutex>
+#include <optional>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "fakes/memory_file_system.h"
 #include "platform/files.h"
 #include "platform/processes.h"
 
@@ -28,14 +34,11 @@ class ScriptedProcesses : public Processes {
   std::function<std::string(const std::string& line)> on_shell;
 
   /// Does what a started batch file does; false when it cannot be started. Without it every batch
-  /// file starts and does nothing.
+  /// file starts and does nothing. It has its id already (LastBatch), and may be ended.
   std::function<bool(const std::string& path)> on_batch;
 
   /// What RunShell says. With kNoOutputFile the file is not made, with kNotStarted it stays empty.
   ShellOutcome shell_outcome = ShellOutcome::kRan;
-
-  /// What AnyBatchRunning says.
-  bool batch_running = false;
 
   ShellOutcome RunShell(const std::string& line, const std::string& output) override {
     Note(shell_calls_, ShellCall{line, output});
@@ -52,12 +55,42 @@ class ScriptedProcesses : public Processes {
     return shell_outcome;
   }
 
-  bool StartBatch(const std::string& path) override {
-    Note(batches_, path);
-    return !on_batch || on_batch(path);
+  /// The ids are 1, 2, 3 and so on. What is started runs until the test ends it, and keeps a share
+  /// of the lock that it was handed, which must be one of a MemoryFileSystem.
+  std::optional<BatchId> StartBatch(const std::string& path, const LockedFile* lock) override {
+    BatchId id = 0;
+    {
+      const std::lock_guard guard(mutex_);
+      batches_.push_back(path);
+      id = ++last_batch_;
+      running_.insert(id);
+      if (lock != nullptr) locks_[id] = MemoryFileSystem::ShareOf(*lock);
+    }
+    if (!on_batch || on_batch(path)) return id;
+    const std::lock_guard guard(mutex_);
+    running_.erase(id);
+    locks_.erase(id);
+    return std::nullopt;
   }
 
-  bool AnyBatchRunning() override { return batch_running; }
+  bool IsRunning(BatchId batch) override {
+    const std::lock_guard guard(mutex_);
+    return running_.contains(batch);
+  }
+
+  /// Written down, and done at once.
+  void EndBatch(BatchId batch) override {
+    Note(ended_batches_, batch);
+    EndOf(batch);
+  }
+
+  /// Written down only.
+  void EndHolders(const std::string& lock_path) override { Note(ended_holders_, lock_path); }
+
+  void SetEndListener(std::function<void()> on_end) override {
+    const std::lock_guard guard(telling_);
+    listener_ = std::move(on_end);
+  }
 
   /// Each word in single quotes, `\` read as `/`, a blank between two.
   std::string ShellWords(const std::vector<std::string>& words) override {
@@ -73,7 +106,43 @@ class ScriptedProcesses : public Processes {
   std::vector<ShellCall> ShellCalls() { return Copy(shell_calls_); }
   std::vector<std::string> Batches() { return Copy(batches_); }
 
+  /// The id of the last batch file that was to be started; 0 before the first.
+  BatchId LastBatch() {
+    const std::lock_guard guard(mutex_);
+    return last_batch_;
+  }
+
+  /// What EndHolders was called for, in order.
+  std::vector<std::string> EndedHolders() { return Copy(ended_holders_); }
+
+  /// What EndBatch was called for, in order.
+  std::vector<BatchId> EndedBatches() { return Copy(ended_batches_); }
+
+  // What a test lets happen. The listener is called on the test's thread.
+
+  /// The started process ends, with everything that it has started.
+  void EndOf(BatchId batch) {
+    LetGo(batch);
+    LeaderEnds(batch);
+  }
+
+  /// The started process ends, but something that it has started goes on, with its share of the
+  /// lock, until EndOf.
+  void LeaderEnds(BatchId batch) {
+    {
+      const std::lock_guard guard(mutex_);
+      if (running_.erase(batch) == 0) return;
+    }
+    const std::lock_guard guard(telling_);
+    if (listener_) listener_();
+  }
+
  private:
+  void LetGo(BatchId batch) {
+    const std::lock_guard guard(mutex_);
+    locks_.erase(batch);
+  }
+
   std::string Printed(const std::string& line) { return on_shell ? on_shell(line) : std::string(); }
 
   template <typename T>
@@ -92,6 +161,13 @@ class ScriptedProcesses : public Processes {
   std::mutex mutex_;
   std::vector<ShellCall> shell_calls_;
   std::vector<std::string> batches_;
+  std::vector<BatchId> ended_batches_;
+  std::vector<std::string> ended_holders_;
+  BatchId last_batch_ = 0;
+  std::set<BatchId> running_;
+  std::map<BatchId, std::shared_ptr<void>> locks_;
+  std::mutex telling_;
+  std::function<void()> listener_;  ///< guarded by telling_
 };
 
 }  // namespace tarvendo

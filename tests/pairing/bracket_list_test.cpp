@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "pairing/tourney_field.h"
-#include "reports/standings.h"
 #include "tourney/small_tourney.h"
+#include "tourney/standings.h"
 
 namespace tarvendo {
 namespace {
@@ -27,7 +27,7 @@ class BracketListTest : public TourneyTest {
     return text;
   }
 
-  BracketList brackets{tourney};
+  BracketList brackets{machine.clock};
 };
 
 using BracketListPrinting = BracketListTest;
@@ -37,7 +37,7 @@ TEST_F(BracketListPrinting, SaysHowManyBracketsWereMade) {
   EnterMany(4);
   AddReady(1, 2, kWhiteWins);
   AddReady(3, 4, kDraw);
-  tourney.round = 2;
+  tourney.ChangeState()->round = 2;
   CalculateStandings(tourney);
   EXPECT_TRUE(CreateBrackets(tourney, brackets, 4, BracketMode::kPairDown));
   EXPECT_EQ(Output(), "1 brackets created.\n");
@@ -61,7 +61,7 @@ TEST_F(BracketListPrinting, ShowsTheEntriesUnderThePointsOfTheFirst) {
   Enter({"Ada", "Ben", "Cyd", "A name longer than its column"});
   AddReady(1, 2, kWhiteWins);
   AddReady(3, 4, kDraw);
-  tourney.round = 2;
+  tourney.ChangeState()->round = 2;
   Create(2);
   ShowBrackets(tourney, brackets);
   EXPECT_EQ(Output(),
@@ -78,7 +78,7 @@ TEST_F(BracketListPrinting, ShowsPartnersAndWhoIsAbsent) {
   AddReady(3, 4, kWhiteWins);
   AddReady(1, 3, kDraw, 2);
   AddReady(2, 4, kDraw, 2);
-  tourney.round = 3;
+  tourney.ChangeState()->round = 3;
   CalculateStandings(tourney);
   const PairingField field = MakePairingField(tourney);
   Bracket upper(4);
@@ -138,7 +138,7 @@ TEST_F(BracketListGames, ABracketThatIsPairedAgainIsShownButGetsNoMoreGames) {
 TEST_F(BracketListGames, ABracketThatCannotBePairedGetsNoGames) {
   EnterMany(2);
   AddReady(1, 2, kDraw);
-  tourney.round = 2;
+  tourney.ChangeState()->round = 2;
   Create();
   EXPECT_FALSE(PairBracket(tourney, brackets, 1));
   EXPECT_EQ(Output(), "Pairing failed!\n");
@@ -154,12 +154,12 @@ TEST_F(BracketListGames, AGameReadySinceTheBracketsWereMadeCounts) {
 
 TEST_F(BracketListGames, BetweenEqualWishesTheColoursAlternateAlsoAcrossRounds) {
   EnterMany(6);
-  tourney.settings.rounds = 9;
+  tourney.ChangeSettings()->rounds = 9;
   Create();
   PairBracket(tourney, brackets, 1);
   EXPECT_EQ(Games(), "4-1 2-5 6-3 ");
   tourney.EraseAllGames();
-  for (Player& player : tourney.Participants())
+  for (Player& player : tourney.ChangeParticipants())
     player.colour_state = kNoColourWish;
   Create();
   PairBracket(tourney, brackets, 1);
@@ -169,7 +169,7 @@ TEST_F(BracketListGames, BetweenEqualWishesTheColoursAlternateAlsoAcrossRounds) 
 TEST_F(BracketListGames, TheGreaterWishDecides) {
   EnterMany(4);
   const int states[] = {kMustHaveWhite, kMediumBlack, kMediumWhite, kMustHaveBlack};
-  for (Player& player : tourney.Participants())
+  for (Player& player : tourney.ChangeParticipants())
     player.colour_state = states[player.number - 1];
   Create();
   PairBracket(tourney, brackets, 1);
@@ -178,7 +178,7 @@ TEST_F(BracketListGames, TheGreaterWishDecides) {
 
 TEST_F(BracketListGames, WithTwoSubRoundsAPairPlaysTwoGamesWithColoursSwapped) {
   EnterMany(2);
-  tourney.settings.sub_rounds = 2;
+  tourney.ChangeSettings()->sub_rounds = 2;
   Create();
   PairBracket(tourney, brackets, 1);
   EXPECT_EQ(Games(), "2-1 1-2 ");
@@ -189,7 +189,7 @@ TEST_F(BracketListGames, WithTwoSubRoundsAPairPlaysTwoGamesWithColoursSwapped) {
 
 TEST_F(BracketListGames, WithoutSubRoundsThereAreNoGames) {
   EnterMany(2);
-  tourney.settings.sub_rounds = 0;
+  tourney.ChangeSettings()->sub_rounds = 0;
   Create();
   EXPECT_TRUE(PairBracket(tourney, brackets, 1));
   EXPECT_TRUE(tourney.Games().empty());
@@ -236,12 +236,12 @@ TEST_F(BracketListGames, ATimeOutPrintsTheBannerAndPairsNobody) {
 
 TEST_F(BracketListGames, InTheLastRoundNobodyHasAWishForAColour) {
   EnterMany(2);
-  for (Player& player : tourney.Participants())
+  for (Player& player : tourney.ChangeParticipants())
     player.colour_state = kMustHaveWhite;
-  tourney.settings.rounds = 1;
+  tourney.ChangeSettings()->rounds = 1;
   EXPECT_EQ(MakePairingField(tourney).Get(1).colour_state, kNoColourWish);
   EXPECT_EQ(tourney.FindParticipant(1)->colour_state, kMustHaveWhite);
-  tourney.settings.rounds = 2;
+  tourney.ChangeSettings()->rounds = 2;
   EXPECT_EQ(MakePairingField(tourney).Get(1).colour_state, kMustHaveWhite);
 }
 

@@ -14,14 +14,14 @@
 #include "pairing/random_chains.h"
 #include "pairing/swiss_driver.h"
 #include "pairing/tourney_field.h"
-#include "reports/standings.h"
 #include "tourney/game_list.h"
 #include "tourney/small_tourney.h"
+#include "tourney/standings.h"
 
 namespace tarvendo {
 namespace {
 
-constexpr std::int64_t kBudget = 1'000'000;
+constexpr std::int64_t kLiteralBudget = 1'000'000;
 
 /// The driver step by step, telling what it would print.
 class LiteralDriver {
@@ -29,7 +29,7 @@ class LiteralDriver {
   /// The whole text of pairing the round of a tourney whose standings are computed.
   std::string PairRound(const Tourney& tourney, const PairingRequest& request) {
     const PairingField field = MakePairingField(tourney);
-    text_ = Format("Pairing swiss round %d... ", tourney.round);
+    text_ = Format("Pairing swiss round %d... ", tourney.State().round);
     if (request.automatic) {
       PairAutomatically(tourney, field);
     } else {
@@ -45,7 +45,7 @@ class LiteralDriver {
   enum class Outcome { kPaired, kFailed, kNoBrackets };
 
   Outcome Try(const Tourney& tourney, const PairingField& field, int width, int mode) {
-    literal::BracketList list(field, kBudget);
+    literal::BracketList list(field, kLiteralBudget);
     if (!list.CreateBrackets(width, mode)) {
       text_ += "Can't create brackets. Maybe there are still games to be played?\n";
       return Outcome::kNoBrackets;
@@ -62,7 +62,7 @@ class LiteralDriver {
   }
 
   void AddGames(const Tourney& tourney, int white, int black) {
-    for (int sub_round = 1; sub_round <= tourney.settings.sub_rounds; ++sub_round) {
+    for (int sub_round = 1; sub_round <= tourney.Settings().sub_rounds; ++sub_round) {
       text_ += Format("Adding game %2d %-12s - %2d %-12s\n", white,
                       tourney.FindParticipant(white)->texts.name.c_str(), black,
                       tourney.FindParticipant(black)->texts.name.c_str());
@@ -71,7 +71,7 @@ class LiteralDriver {
   }
 
   void PairAutomatically(const Tourney& tourney, const PairingField& field) {
-    for (int width = 0; width < 2 * tourney.round; width += 2) {
+    for (int width = 0; width < 2 * tourney.State().round; width += 2) {
       for (const int mode : {2, 1}) {
         if (Try(tourney, field, width, mode) != Outcome::kFailed) return;
         text_ += Format(mode == 2 ? " DOWN(%d)" : " UP(%d)", width);
@@ -108,16 +108,16 @@ class RandomSwiss {
       Player player;
       player.texts.name = "P" + std::to_string(number);
       player.number = number;
-      tourney_.Participants().push_back(player);
+      tourney_.ChangeParticipants().push_back(player);
     }
-    tourney_.settings.rounds = dice_.Between(2, players);
-    tourney_.settings.sub_rounds = dice_.Percent(85) ? 1 : 2;
+    tourney_.ChangeSettings()->rounds = dice_.Between(2, players);
+    tourney_.ChangeSettings()->sub_rounds = dice_.Percent(85) ? 1 : 2;
   }
 
   /// Pairs and plays rounds until one gets no games. Returns how many comparisons there were.
   int Compare() {
     int rounds = 0;
-    while (rounds < tourney_.settings.rounds && !testing::Test::HasFailure()) {
+    while (rounds < tourney_.Settings().rounds && !testing::Test::HasFailure()) {
       const std::size_t games = tourney_.Games().size();
       PairBothWays();
       ++rounds;
@@ -146,11 +146,12 @@ class RandomSwiss {
 
   void PlayRound() {
     if (dice_.Percent(10)) {
-      Forfeit(tourney_, dice_.Between(1, static_cast<int>(tourney_.Participants().size())));
+      Forfeit(tourney_, machine_.files,
+              dice_.Between(1, static_cast<int>(tourney_.Participants().size())));
     }
     static constexpr int kResults[] = {kWhiteWins, kWhiteWins,  kBlackWins, kBlackWins,
                                        kDraw,      kUnfinished, kBothLose};
-    for (Game& game : tourney_.Games()) {
+    for (Game& game : tourney_.ChangeGames()) {
       if (game.IsReady()) continue;
       game.status = kReady;
       game.result = kResults[dice_.Below(dice_.Percent(5) ? 7 : 5)];
@@ -159,8 +160,8 @@ class RandomSwiss {
 
   Dice dice_;
   CapturedLog machine_;
-  Tourney tourney_{machine_.host, "/prog/"};
-  BracketList brackets_{tourney_};
+  Tourney tourney_;
+  BracketList brackets_{machine_.clock};
   LiteralDriver literal_;
 };
 

@@ -40,13 +40,13 @@ class SwissDriverTest : public TourneyTest {
     }
   }
 
-  BracketList brackets{tourney};
+  BracketList brackets{machine.clock};
 };
 
 using SwissDriver = SwissDriverTest;
 
 TEST_F(SwissDriver, ARoundRobinIsRefused) {
-  tourney.settings.type = kRoundRobin;
+  tourney.ChangeSettings()->type = kRoundRobin;
   EXPECT_FALSE(Pair());
   EXPECT_EQ(Output(),
             "This is not a swiss tourney, so no swiss round can be paired!\n"
@@ -76,7 +76,7 @@ TEST_F(SwissDriver, TheStandingsAreComputedBeforeTheRoundIsNamed) {
 
 TEST_F(SwissDriver, AFormerGameThatIsNotPlayedBlocksThePairing) {
   EnterMany(2);
-  tourney.round = 2;
+  tourney.ChangeState()->round = 2;
   Add(1, 2);
   EXPECT_FALSE(Pair());
   EXPECT_EQ(Output(),
@@ -88,12 +88,12 @@ TEST_F(SwissDriver, AFormerGameThatIsNotPlayedBlocksThePairing) {
 
 TEST_F(SwissDriver, AFormerUnknownResultBlocksThePairingAnUnfinishedOneDoesNot) {
   EnterMany(4);
-  tourney.settings.rounds = 5;
+  tourney.ChangeSettings()->rounds = 5;
   AddReady(1, 2, kUnknown);
   AddReady(3, 4, kUnfinished);
   EXPECT_FALSE(Pair());
   EXPECT_NE(Output().find("Therefore pairing for round 2 can't be done.\n"), std::string::npos);
-  tourney.Games().front().result = kUnfinished;
+  tourney.ChangeGames().front().result = kUnfinished;
   EXPECT_TRUE(Pair());
   EXPECT_EQ(tourney.Games().size(), 4U);
 }
@@ -108,7 +108,7 @@ TEST_F(SwissDriver, ARoundThatIsPairedAlreadyHasNobodyLeft) {
 TEST_F(SwissDriver, TheThirdRoundTriesThreeWidthsBothWaysAndThenTheBigBracket) {
   EnterMany(4);
   LetAllMeet(1);
-  tourney.round = 3;
+  tourney.ChangeState()->round = 3;
   EXPECT_TRUE(Pair());
   const std::string made = "1 brackets created.\n";
   EXPECT_EQ(Output(), "Pairing swiss round 3... " + made + " DOWN(0)" + made + " UP(0)" + made +
@@ -120,8 +120,8 @@ TEST_F(SwissDriver, TheThirdRoundTriesThreeWidthsBothWaysAndThenTheBigBracket) {
 TEST_F(SwissDriver, TwoHundredWhoHaveAllMetFailAtOnce) {
   EnterMany(200);
   LetAllMeet(1);
-  tourney.settings.rounds = 100;
-  tourney.round = 3;
+  tourney.ChangeSettings()->rounds = 100;
+  tourney.ChangeState()->round = 3;
   EXPECT_TRUE(Pair());
   EXPECT_NE(Output().find(kEvenBigFailed), std::string::npos);
 }
@@ -138,7 +138,7 @@ TEST_F(SwissDriver, AnOddNumberOfPlayersCannotBePaired) {
 TEST_F(SwissDriver, DownIsTriedBeforeUpWhenBothAreAskedFor) {
   EnterMany(2);
   LetAllMeet(1);
-  tourney.round = 2;
+  tourney.ChangeState()->round = 2;
   EXPECT_FALSE(Pair(Manual(true, true, 1)));
   EXPECT_EQ(Output(),
             "Pairing swiss round 2... "
@@ -165,7 +165,7 @@ TEST_F(SwissDriver, UpAloneIsNotPrecededByDown) {
 TEST_F(SwissDriver, DownAloneIsNotFollowedByUp) {
   EnterMany(2);
   LetAllMeet(1);
-  tourney.round = 2;
+  tourney.ChangeState()->round = 2;
   EXPECT_FALSE(Pair(Manual(true, false)));
   EXPECT_EQ(Output(),
             "Pairing swiss round 2... Pairing Down, Bracket size 0...\n1 brackets created.\n"

@@ -63,6 +63,16 @@ TEST(Clock, NowIsTheTimeOfDay) {
   EXPECT_LE(now, before + 3600);
 }
 
+TEST(Clock, TheSteadyClockNeverGoesBack) {
+  const std::unique_ptr<Clock> clock = MakeClock();
+  TimePoint last = clock->Steady();
+  for (int i = 0; i < 1000; ++i) {
+    const TimePoint now = clock->Steady();
+    ASSERT_GE(now, last);
+    last = now;
+  }
+}
+
 TEST(Clock, AWaitEndsWhenWhatItWaitsForHolds) {
   const std::unique_ptr<Clock> clock = MakeClock();
   std::mutex mutex;

@@ -76,8 +76,13 @@ TEST_F(ProcessesOfAnyHost, OnlyTheChildsOutputGoesToTheFile) {
 }
 
 TEST_F(ProcessesOfAnyHost, AMissingBatchFileIsNotStarted) {
-  EXPECT_FALSE(processes_->StartBatch(directory_.File("missing.BAT")));
-  EXPECT_FALSE(processes_->AnyBatchRunning());
+  EXPECT_FALSE(processes_->StartBatch(directory_.File("missing.BAT"), nullptr).has_value());
+}
+
+TEST_F(ProcessesOfAnyHost, NothingRunsThatWasNeverStarted) {
+  EXPECT_FALSE(processes_->IsRunning(0));
+  EXPECT_FALSE(processes_->IsRunning(1));
+  processes_->EndBatch(1);
 }
 
 }  // namespace

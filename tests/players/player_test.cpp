@@ -2,13 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "fakes/captured_log.h"
+#include "base/record_file.h"
 
 namespace tarvendo {
 namespace {
-
-/// Holds the file that a player's record is written to and read from.
-class Holder : public RecordFile {};
 
 Player SamplePlayer() {
   Player player({"Alpha 100%", "c:\\alpha", "init", "/w", "/b", "alpha.exe", "top old"});
@@ -29,32 +26,19 @@ constexpr const char* kSampleBlock =
     "/b\nc:\\alpha\ntop old\ninit\nAlpha 100%\nalpha.exe\n/w\n"
     "3\n0\n3\n12\n";
 
-class PlayerTest : public testing::Test {
- protected:
-  std::string Written(Player player) {
-    Holder holder;
-    holder.OpenWrite(machine.files, "p");
-    player.Attach(holder);
-    player.WriteRecord();
-    player.Detach();
-    EXPECT_TRUE(holder.Close());
-    return machine.files.Bytes("p");
-  }
+std::string Written(const Player& player) {
+  RecordWriter writer;
+  player.WriteRecord(writer);
+  return writer.Text();
+}
 
-  Player Read(const std::string& bytes, Player into = Player()) {
-    machine.files.Put("p", bytes);
-    Holder holder;
-    EXPECT_TRUE(holder.OpenRead(machine.files, "p"));
-    into.Attach(holder);
-    into.ReadRecord();
-    into.Detach();
-    return into;
-  }
+Player Read(const std::string& bytes, Player into = Player()) {
+  RecordReader reader(bytes);
+  into.ReadRecord(reader);
+  return into;
+}
 
-  CapturedLog machine;
-};
-
-TEST_F(PlayerTest, ANewRecordIsEmpty) {
+TEST(PlayerTest, ANewRecordIsEmpty) {
   const Player player;
   EXPECT_EQ(player.texts.name, "");
   EXPECT_EQ(player.number, 0);
@@ -65,26 +49,26 @@ TEST_F(PlayerTest, ANewRecordIsEmpty) {
   EXPECT_TRUE(player.games.empty());
 }
 
-TEST_F(PlayerTest, AnEmptyNameBecomesPlayerName) {
+TEST(PlayerTest, AnEmptyNameBecomesPlayerName) {
   EXPECT_EQ(Player(PlayerTexts{}).texts.name, "PlayerName");
   EXPECT_EQ(Player({"Alpha", "", "", "", "", "", ""}).texts.name, "Alpha");
 }
 
-TEST_F(PlayerTest, TheRecordHasEightNumbersSevenTextsAndTheGames) {
+TEST(PlayerTest, TheRecordHasEightNumbersSevenTextsAndTheGames) {
   EXPECT_EQ(Written(SamplePlayer()), kSampleBlock);
 }
 
-TEST_F(PlayerTest, ARecordReadBackWritesTheSameBytes) {
+TEST(PlayerTest, ARecordReadBackWritesTheSameBytes) {
   EXPECT_EQ(Written(Read(kSampleBlock)), kSampleBlock);
 }
 
-TEST_F(PlayerTest, TheTourneyFlagIsReadAsZeroOrOne) {
+TEST(PlayerTest, TheTourneyFlagIsReadAsZeroOrOne) {
   EXPECT_EQ(Read("5\n").tourney_flag, 1);
   EXPECT_EQ(Read("-1\n").tourney_flag, 1);
   EXPECT_EQ(Read("0\n").tourney_flag, 0);
 }
 
-TEST_F(PlayerTest, FieldsBehindTheEndStayAsTheyWere) {
+TEST(PlayerTest, FieldsBehindTheEndStayAsTheyWere) {
   Player before;
   before.texts.name = "Kept";
   before.points = 9;
@@ -95,20 +79,20 @@ TEST_F(PlayerTest, FieldsBehindTheEndStayAsTheyWere) {
   EXPECT_EQ(player.texts.name, "Kept");
 }
 
-TEST_F(PlayerTest, ANegativeCountOfGamesGivesNone) {
+TEST(PlayerTest, ANegativeCountOfGamesGivesNone) {
   EXPECT_TRUE(Read("1\n0\n2\n0\n1\n0\n0\n0\n\n\n\n\nA\na\n\n-3\n5\n").games.empty());
 }
 
-TEST_F(PlayerTest, ACountLargerThanTheFileGivesTheGamesThatAreThere) {
+TEST(PlayerTest, ACountLargerThanTheFileGivesTheGamesThatAreThere) {
   const std::string front = "1\n0\n2\n0\n1\n0\n0\n0\n\n\n\n\nA\na\n\n";
   EXPECT_EQ(Read(front + "2000000000\n5\n6\n").games, (std::vector<int>{5, 6}));
 }
 
-TEST_F(PlayerTest, ThePointsLineShowsThePointsInQuarters) {
+TEST(PlayerTest, ThePointsLineShowsThePointsInQuarters) {
   EXPECT_EQ(PlayerPointsLine(SamplePlayer()), " 7. Alpha 100%          : 14 points.\n");
 }
 
-TEST_F(PlayerTest, TheGroupLineShowsTheGroupWhenThereIsOne) {
+TEST(PlayerTest, TheGroupLineShowsTheGroupWhenThereIsOne) {
   Player player = SamplePlayer();
   EXPECT_EQ(PlayerGroupLine(player), " 7. Alpha 100%            Groups: top old\n");
   player.texts.group.clear();
@@ -116,12 +100,12 @@ TEST_F(PlayerTest, TheGroupLineShowsTheGroupWhenThereIsOne) {
   EXPECT_EQ(PlayerGroupLine(player), "123. Alpha 100%          \n");
 }
 
-TEST_F(PlayerTest, ALongNamePushesTheLineAside) {
+TEST(PlayerTest, ALongNamePushesTheLineAside) {
   const Player player({std::string(30, 'n'), "", "", "", "", "x", "g"});
   EXPECT_EQ(PlayerGroupLine(player), " 0. " + std::string(30, 'n') + "  Groups: g\n");
 }
 
-TEST_F(PlayerTest, TheFullDisplayDividesThePointsByFour) {
+TEST(PlayerTest, TheFullDisplayDividesThePointsByFour) {
   EXPECT_EQ(PlayerData(SamplePlayer()),
             "Player number 7:\n"
             "    Name         : Alpha 100%\n"
@@ -138,7 +122,7 @@ TEST_F(PlayerTest, TheFullDisplayDividesThePointsByFour) {
             "    Sonneborn-B  : 10.75\n");
 }
 
-TEST_F(PlayerTest, AnEmptyPlayerIsDisplayedWithZeros) {
+TEST(PlayerTest, AnEmptyPlayerIsDisplayedWithZeros) {
   EXPECT_EQ(PlayerData(Player()),
             "Player number 0:\n"
             "    Name         : \n"

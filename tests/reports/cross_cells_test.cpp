@@ -4,7 +4,7 @@
 
 #include <limits>
 
-#include "reports/table_tourney.h"
+#include "tourney/table_tourney.h"
 
 namespace tarvendo {
 namespace {
@@ -72,7 +72,7 @@ TEST_F(RoundRobinCells, AGameNotYetReadyIsABlankWhateverItsResult) {
 }
 
 TEST_F(RoundRobinCells, HaveOneMarkForEachSubRound) {
-  tourney.settings.sub_rounds = 3;
+  tourney.ChangeSettings()->sub_rounds = 3;
   Play(1, 2, kWhiteWins, 1, 1);
   Play(2, 1, kWhiteWins, 1, 2);
   Play(1, 3, kDraw, 2, 3);
@@ -82,7 +82,7 @@ TEST_F(RoundRobinCells, HaveOneMarkForEachSubRound) {
 
 TEST_F(RoundRobinCells, NoSubRoundsCountAsOne) {
   for (const int sub_rounds : {0, -4}) {
-    tourney.settings.sub_rounds = sub_rounds;
+    tourney.ChangeSettings()->sub_rounds = sub_rounds;
     EXPECT_EQ(Width(), 1);
     EXPECT_EQ(Row(2), " |X| | |");
   }
@@ -108,7 +108,7 @@ TEST_F(RoundRobinCells, GamesWithoutAPlaceAreLeftOut) {
 }
 
 TEST_F(RoundRobinCells, LongOnesTellPointsAndGames) {
-  tourney.settings.sub_rounds = 2;
+  tourney.ChangeSettings()->sub_rounds = 2;
   Play(1, 2, kWhiteWins, 1, 1);
   Play(2, 1, kDraw, 1, 2);
   Play(1, 3, kUnknown, 2, 1);
@@ -122,14 +122,14 @@ TEST_F(RoundRobinCells, LongOnesComeWithOneSubRoundToo) {
   Play(1, 2, kDraw);
   EXPECT_EQ(Width(true), 7);
   EXPECT_EQ(Row(1, true), "X      |0.5/1  |       |       |");
-  tourney.settings.sub_rounds = 10;
+  tourney.ChangeSettings()->sub_rounds = 10;
   EXPECT_EQ(Width(true), 8);
-  tourney.settings.sub_rounds = 100;
+  tourney.ChangeSettings()->sub_rounds = 100;
   EXPECT_EQ(Width(true), 9);
 }
 
 TEST_F(RoundRobinCells, ALongOneTooWideTellsThePointsOnly) {
-  tourney.settings.sub_rounds = 1000;
+  tourney.ChangeSettings()->sub_rounds = 1000;
   for (int i = 1; i <= 1000; ++i)
     Play(1, 2, kWhiteWins, 1, i);
   EXPECT_EQ(Row(1, true), "X         |1000.0    |          |          |");
@@ -137,7 +137,7 @@ TEST_F(RoundRobinCells, ALongOneTooWideTellsThePointsOnly) {
 }
 
 TEST_F(RoundRobinCells, AnAbsurdNumberOfSubRoundsDoesNotExhaustTheMemory) {
-  tourney.settings.sub_rounds = std::numeric_limits<int>::max();
+  tourney.ChangeSettings()->sub_rounds = std::numeric_limits<int>::max();
   Play(1, 2, kWhiteWins);
   const CrossLayout layout = LayOutCross(tourney, false);
   EXPECT_LE(layout.width, 2'000'000);
@@ -148,7 +148,7 @@ TEST_F(RoundRobinCells, AnAbsurdNumberOfSubRoundsDoesNotExhaustTheMemory) {
 class SwissCells : public CrossCellsTest {
  protected:
   void SetUp() override {
-    tourney.settings.rounds = 3;
+    tourney.ChangeSettings()->rounds = 3;
     AddPlayers(8);
   }
 };
@@ -172,7 +172,7 @@ TEST_F(SwissCells, MarkEveryResultFromBothSides) {
                {kBothLose, '-', '-'},  {kUnfinished, '*', '*'}, {kUnknown, '*', '*'},
                {3, '*', '*'}};
   for (const auto& one : cases) {
-    tourney.Games().clear();
+    tourney.ChangeGames().clear();
     Play(1, 2, one.result, 1);
     EXPECT_EQ(Row(1)[0], one.white) << one.result;
     EXPECT_EQ(Row(2)[0], one.black) << one.result;
@@ -192,7 +192,7 @@ TEST_F(SwissCells, AreWideEnoughForEveryOpponent) {
   EXPECT_EQ(Row(1), "=W10 |     |     |");
   AddPlayers(100);
   EXPECT_EQ(Width(), 6);
-  tourney.settings.sub_rounds = 0;
+  tourney.ChangeSettings()->sub_rounds = 0;
   EXPECT_EQ(Width(), 6);
 }
 
@@ -217,7 +217,7 @@ TEST_F(SwissCells, AnOpponentTooLongForItsCellIsLeftOut) {
 }
 
 TEST_F(SwissCells, WithSubRoundsHaveAMarkForEachAndTheOpponentInThreeColumns) {
-  tourney.settings.sub_rounds = 2;
+  tourney.ChangeSettings()->sub_rounds = 2;
   AddPlayers(12);
   Play(1, 12, kWhiteWins, 1, 1);
   Play(12, 1, kDraw, 1, 2);
@@ -230,13 +230,13 @@ TEST_F(SwissCells, WithSubRoundsHaveAMarkForEachAndTheOpponentInThreeColumns) {
 }
 
 TEST_F(SwissCells, WithThreeSubRoundsAreSixWide) {
-  tourney.settings.sub_rounds = 3;
+  tourney.ChangeSettings()->sub_rounds = 3;
   Play(1, 2, kWhiteWins, 1, 3);
   EXPECT_EQ(Row(1), "  +  2|      |      |");
 }
 
 TEST_F(SwissCells, WithSubRoundsLeaveOutAnOpponentOfMoreThanThreeDigits) {
-  tourney.settings.sub_rounds = 2;
+  tourney.ChangeSettings()->sub_rounds = 2;
   Play(1, 1000, kWhiteWins, 1, 1);
   EXPECT_EQ(Row(1), "+    |     |     |");
 }
@@ -244,7 +244,7 @@ TEST_F(SwissCells, WithSubRoundsLeaveOutAnOpponentOfMoreThanThreeDigits) {
 TEST_F(SwissCells, LongOnesComeWithSubRoundsOnly) {
   Play(1, 2, kWhiteWins, 1, 1);
   EXPECT_EQ(Row(1, true), "+W2 |    |    |");
-  tourney.settings.sub_rounds = 2;
+  tourney.ChangeSettings()->sub_rounds = 2;
   Play(2, 1, kDraw, 1, 2);
   Schedule(1, 3, 2, 1);
   EXPECT_EQ(Width(true), 7);
@@ -253,9 +253,9 @@ TEST_F(SwissCells, LongOnesComeWithSubRoundsOnly) {
 }
 
 TEST_F(SwissCells, AreNoneWithoutRoundsOrParticipants) {
-  tourney.settings.rounds = -1;
+  tourney.ChangeSettings()->rounds = -1;
   EXPECT_EQ(Row(1), "");
-  tourney.Participants().clear();
+  tourney.ChangeParticipants().clear();
   EXPECT_TRUE(CrossCells(tourney, LayOutCross(tourney, false)).empty());
 }
 

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "reports/standings.h"
-#include "reports/table_tourney.h"
+#include "tourney/standings.h"
+#include "tourney/table_tourney.h"
 
 namespace tarvendo {
 namespace {
@@ -100,7 +100,7 @@ TEST_F(CrossTableTest, TheBarIsAsWideAsTheHighestWithItsEnds) {
 
 TEST_F(CrossTableTest, SwissHasAColumnForEachRoundAndBuchholz) {
   AddPlayers(8);
-  tourney.settings.rounds = 3;
+  tourney.ChangeSettings()->rounds = 3;
   using enum ColumnKind;
   EXPECT_EQ(Kinds({}), (std::vector{kRank, kNumber, kName, kCross, kCross, kCross, kPoints,
                                     kBuchholz, kSonnebornBerger}));
@@ -117,7 +117,7 @@ TEST_F(CrossTableTest, RoundRobinHasAColumnForEachParticipantAndNoBuchholz) {
 
 TEST_F(CrossTableTest, EverySwitchTakesAwayItsColumnAndTheNameAlwaysStays) {
   AddPlayers(4);
-  tourney.settings.rounds = 2;
+  tourney.ChangeSettings()->rounds = 2;
   TableOptions options;
   options.bar = true;
   using enum ColumnKind;

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "reports/cross_table.h"
-#include "reports/standings.h"
-#include "reports/table_tourney.h"
+#include "tourney/standings.h"
+#include "tourney/table_tourney.h"
 
 namespace tarvendo {
 namespace {
@@ -15,7 +15,7 @@ class HtmlTableTest : public TableTourney {
 
   std::string Page(const TableOptions& options) {
     CalculateStandings(tourney);
-    return HtmlTable(BuildCrossTable(tourney, options), tourney.settings);
+    return HtmlTable(BuildCrossTable(tourney, options), tourney.Settings());
   }
 
   /// What stands between two texts, the first of each.
@@ -29,18 +29,18 @@ class HtmlTableTest : public TableTourney {
   }
 
   std::string TimeControlPiece(const char* text) {
-    tourney.settings.time_control = ParseTimeControl(text);
+    tourney.ChangeSettings()->time_control = ParseTimeControl(text);
     return Between(Page(), "Time control: ", "Ponder");
   }
 
   std::string BarPiece(QuarterPoints points) {
     TableOptions options = HtmlTableDefaults(tourney);
     options.cross = options.points = options.tie_breaks = false;
-    tourney.Participants().clear();
+    tourney.ChangeParticipants().clear();
     AddPlayer("Al");
     P(1).points = points;
-    return Between(HtmlTable(BuildCrossTable(tourney, options), tourney.settings), "Al</p></td>\n",
-                   "</tr>");
+    return Between(HtmlTable(BuildCrossTable(tourney, options), tourney.Settings()),
+                   "Al</p></td>\n", "</tr>");
   }
 };
 
@@ -49,12 +49,12 @@ TEST_F(HtmlTableTest, AWholePageLooksLikeThis) {
   AddPlayer("Bishop");
   AddPlayer("Rook");
   Play(1, 2, kBlackWins);
-  tourney.settings.name = "Spring Cup";
-  tourney.settings.computer = "It's a PC.";
-  tourney.settings.hash_tables = "64 MB";
-  tourney.settings.tablebases = "none";
-  tourney.settings.time_control = ParseTimeControl("40 5 2");
-  tourney.settings.ponder = 1;
+  tourney.ChangeSettings()->name = "Spring Cup";
+  tourney.ChangeSettings()->computer = "It's a PC.";
+  tourney.ChangeSettings()->hash_tables = "64 MB";
+  tourney.ChangeSettings()->tablebases = "none";
+  tourney.ChangeSettings()->time_control = ParseTimeControl("40 5 2");
+  tourney.ChangeSettings()->ponder = 1;
   EXPECT_EQ(Page(),
             "<html>\n\n<head>\n"
             "<meta http-equiv=\"Content-Type\"\n"
@@ -97,13 +97,13 @@ TEST_F(HtmlTableTest, TimeControlsAreToldInPieces) {
 
 TEST_F(HtmlTableTest, PonderIsOnForAnyNumberButZero) {
   EXPECT_NE(Page().find("Ponder: Off</p>"), std::string::npos);
-  tourney.settings.ponder = 7;
+  tourney.ChangeSettings()->ponder = 7;
   EXPECT_NE(Page().find("Ponder: On</p>"), std::string::npos);
 }
 
 TEST_F(HtmlTableTest, UnsetTextsAreEmpty) {
-  tourney.settings.name = tourney.settings.computer = "";
-  tourney.settings.hash_tables = tourney.settings.tablebases = "";
+  tourney.ChangeSettings()->name = tourney.ChangeSettings()->computer = "";
+  tourney.ChangeSettings()->hash_tables = tourney.ChangeSettings()->tablebases = "";
   const std::string page = Page();
   EXPECT_NE(page.find("<title></title\n\n<body>\n<p><font size=\"6\"></font></p>"
                       "<p>Computer: <br>\nHashtables: <br>\nTablebases: <br>\n"),
@@ -112,7 +112,7 @@ TEST_F(HtmlTableTest, UnsetTextsAreEmpty) {
 
 TEST_F(HtmlTableTest, ASwissHasItsRoundsAndBuchholz) {
   AddPlayers(4);
-  tourney.settings.rounds = 2;
+  tourney.ChangeSettings()->rounds = 2;
   Play(1, 2, kDraw, 1);
   const std::string page = Page();
   EXPECT_EQ(Between(page, "<table border=\"1\">\n", "</tr>\n"),
@@ -127,7 +127,7 @@ TEST_F(HtmlTableTest, ASwissHasItsRoundsAndBuchholz) {
 
 TEST_F(HtmlTableTest, EverySwitchTakesItsCellsAway) {
   AddPlayers(2);
-  tourney.settings.rounds = 1;
+  tourney.ChangeSettings()->rounds = 1;
   TableOptions options = HtmlTableDefaults(tourney);
   for (const TableSwitch& one : kTableSwitches)
     options.*one.option = false;
@@ -149,7 +149,7 @@ TEST_F(HtmlTableTest, TheBarWithoutPicturesIsMadeOfColouredCharacters) {
 }
 
 TEST_F(HtmlTableTest, TheBarWithPicturesIsMadeOfImages) {
-  tourney.settings.pics_dir = "pics/";
+  tourney.ChangeSettings()->pics_dir = "pics/";
   EXPECT_EQ(BarPiece(10),
             "<td><img src=\"pics/break.gif\"><img src=\"pics/full.gif\"><img src=\"pics/full.gif\">"
             "<img src=\"pics/half.gif\"><img src=\"pics/break.gif\"></td>\n");
@@ -158,9 +158,9 @@ TEST_F(HtmlTableTest, TheBarWithPicturesIsMadeOfImages) {
 TEST_F(HtmlTableTest, WhatTheUserTypesIsTextInThePage) {
   const std::string evil = "<script>document.title='x'</script>&\"";
   const std::string safe = "&lt;script&gt;document.title='x'&lt;/script&gt;&amp;&quot;";
-  tourney.settings.name = tourney.settings.computer = evil;
-  tourney.settings.hash_tables = tourney.settings.tablebases = evil;
-  tourney.settings.pics_dir = "\"><script>alert(1)</script>";
+  tourney.ChangeSettings()->name = tourney.ChangeSettings()->computer = evil;
+  tourney.ChangeSettings()->hash_tables = tourney.ChangeSettings()->tablebases = evil;
+  tourney.ChangeSettings()->pics_dir = "\"><script>alert(1)</script>";
   AddPlayer(evil);
   const std::string page = Page();
   EXPECT_EQ(page.find("<script"), std::string::npos);
@@ -176,7 +176,7 @@ TEST_F(HtmlTableTest, WhatTheUserTypesIsTextInThePage) {
 TEST_F(HtmlTableTest, CellsHoldWhatTheTextTableHolds) {
   MakeRoundRobin();
   AddPlayers(3);
-  tourney.settings.sub_rounds = 2;
+  tourney.ChangeSettings()->sub_rounds = 2;
   Play(1, 2, kWhiteWins, 1, 1);
   Play(2, 1, kUnknown, 1, 2);
   TableOptions options = HtmlTableDefaults(tourney);

@@ -5,7 +5,8 @@
                        [--screenshot shot.png]
 
 table.txt is the text table of the same tourney with the same columns, but for the bar. The page is
-opened as it is, in a frame of a page of this script, which reads it and writes down what it found.
+opened as it is, in a frame of a page of this script, which reads it and writes down what it found;
+several pages can be read by one start of the browser, which takes longer than the reading.
 Checked are: the title and the heading; rows, columns, headings and every cell; the bar, of
 characters or (--pictures) of pictures that have really been loaded; that the page holds no script
 and none ran. Prints each difference; exit code 1 when there is one, or when no Chromium is found.
@@ -59,11 +60,10 @@ function read(page) {
   };
 }
 addEventListener('load', () => {
-  const page = document.getElementById('page').contentDocument;
-  document.getElementById('found').textContent = JSON.stringify(read(page));
+  const found = Array.from(document.querySelectorAll('iframe'), frame => read(frame.contentDocument));
+  document.getElementById('found').textContent = JSON.stringify(found);
 });
 </script>
-<iframe id="page" src="PAGE"></iframe>
 """
 
 # What a page may be made of. No script, no style, nothing that loads but pictures.
@@ -90,19 +90,20 @@ def run_browser(directory, *options):
                           check=False)
 
 
-def read_page(page):
-    """What the browser makes of the page, as the reader's dictionary."""
+def read_pages(pages):
+    """What the browser makes of each page, as the reader's dictionaries."""
     with tempfile.TemporaryDirectory() as directory:
         reader = pathlib.Path(directory) / "reader.html"
-        address = html.escape(page.resolve().as_uri())
-        reader.write_text(READER.replace("PAGE", address), encoding="utf-8")
+        addresses = [html.escape(page.resolve().as_uri()) for page in pages]
+        frames = [f'<iframe src="{address}"></iframe>\n' for address in addresses]
+        reader.write_text(READER + "".join(frames), encoding="utf-8")
         result = run_browser(directory, "--virtual-time-budget=20000", "--dump-dom",
                              reader.as_uri())
         dom = result.stdout.decode("utf-8", "replace")
         found = re.search(r'<pre id="found">(.+?)</pre>', dom, re.DOTALL)
         if not found:
             complaints = result.stderr.decode("utf-8", "replace")
-            sys.exit(f"The browser could not read {page}:\n{dom}\n{complaints}")
+            sys.exit(f"The browser could not read {', '.join(map(str, pages))}:\n{dom}\n{complaints}")
         return json.loads(html.unescape(found.group(1)))
 
 
@@ -172,9 +173,8 @@ class Comparison:
         self.same("footer", FOOTER, found["footer"])
 
 
-def differences(page, text, title, pictures):
-    """Prints how the page differs from the text table; how often it does."""
-    found = read_page(page)
+def differences(found, text, title, pictures):
+    """Prints how a page, as it was read, differs from the text table; how often it does."""
     comparison = Comparison()
     # A title that a script has changed shows here too.
     comparison.same("title", title, found["title"])
@@ -201,7 +201,8 @@ def parse_arguments():
 
 def main():
     arguments = parse_arguments()
-    found = differences(arguments.page, arguments.text, arguments.title, arguments.pictures)
+    page = read_pages([arguments.page])[0]
+    found = differences(page, arguments.text, arguments.title, arguments.pictures)
     if arguments.screenshot:
         take_screenshot(arguments.page, arguments.screenshot)
     return 1 if found else 0

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "reports/table_tourney.h"
+#include "tourney/table_tourney.h"
 
 namespace tarvendo {
 namespace {
@@ -33,7 +33,7 @@ TEST_F(TableDefaults, TheHtmlTableHasTheBarToo) {
 
 TEST_F(TableDefaults, PicturesAreOnWhenPicsDirIsSet) {
   EXPECT_FALSE(HtmlTableDefaults(tourney).pictures);
-  tourney.settings.pics_dir = "pics/";
+  tourney.ChangeSettings()->pics_dir = "pics/";
   EXPECT_TRUE(HtmlTableDefaults(tourney).pictures);
 }
 

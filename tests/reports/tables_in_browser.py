@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Plays a small tourney with the built program and looks at its HTML table in headless Chromium.
+"""Plays small tourneys with the built program and looks at their HTML tables in headless Chromium.
 
-    tables_in_browser.py PROGRAM FORM [--screenshot shot.png]
+    tables_in_browser.py PROGRAM [FORM...] [--screenshots DIRECTORY]
 
-FORM is one of FORMS below. The results are typed in, so nothing but the program and the browser
-runs. The page is compared with the text table of the same tourney (page_in_browser.py). The names
+FORM is one of FORMS below; all of them are looked at when none is named. The results are typed in,
+so nothing but the program and the browser runs. Each page is compared with the text table of the same tourney (page_in_browser.py). The names
 are those of somebody who would like to run a script in the reader's browser.
 """
 
@@ -82,22 +82,37 @@ def write_tables(program, form, directory):
         sys.exit("The program has written no tables:\n" + result.stdout.decode("ascii"))
 
 
-def main():
-    parser = argparse.ArgumentParser(description="Looks at a tourney's HTML table in Chromium.")
+def parse_arguments():
+    parser = argparse.ArgumentParser(description="Looks at tourneys' HTML tables in Chromium.")
     parser.add_argument("program", type=pathlib.Path)
-    parser.add_argument("form", choices=FORMS)
-    parser.add_argument("--screenshot", type=pathlib.Path,
-                        help="also write a PNG for somebody to look at")
+    parser.add_argument("forms", metavar="form", nargs="*", help=", ".join(FORMS))
+    parser.add_argument("--screenshots", type=pathlib.Path,
+                        help="also write a PNG of each form for somebody to look at")
     arguments = parser.parse_args()
+    unknown = [form for form in arguments.forms if form not in FORMS]
+    if unknown:
+        parser.error(f"no such form: {', '.join(unknown)}")
+    return arguments
+
+
+def main():
+    arguments = parse_arguments()
+    differences = 0
     with tempfile.TemporaryDirectory() as name:
-        directory = pathlib.Path(name)
-        write_tables(arguments.program.resolve(), arguments.form, directory)
-        has_pictures = "set picsdir pics/" in FORMS[arguments.form][0]
-        found = page_in_browser.differences(directory / "table.htm", directory / "table.txt", TITLE,
-                                            has_pictures)
-        if arguments.screenshot:
-            page_in_browser.take_screenshot(directory / "table.htm", arguments.screenshot)
-    return 1 if found else 0
+        directories = {form: pathlib.Path(name) / form for form in arguments.forms or FORMS}
+        for form, directory in directories.items():
+            write_tables(arguments.program.resolve(), form, directory)
+        pages = page_in_browser.read_pages([path / "table.htm" for path in directories.values()])
+        for (form, directory), page in zip(directories.items(), pages, strict=True):
+            has_pictures = "set picsdir pics/" in FORMS[form][0]
+            found = page_in_browser.differences(page, directory / "table.txt", TITLE, has_pictures)
+            print(f"{form}: {found} differences")
+            differences += found
+            if arguments.screenshots:
+                arguments.screenshots.mkdir(parents=True, exist_ok=True)
+                page_in_browser.take_screenshot(directory / "table.htm",
+                                                arguments.screenshots / f"{form}.png")
+    return 1 if differences else 0
 
 
 if __name__ == "__main__":

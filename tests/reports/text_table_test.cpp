@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "reports/cross_table.h"
-#include "reports/standings.h"
-#include "reports/table_tourney.h"
+#include "tourney/standings.h"
+#include "tourney/table_tourney.h"
 
 namespace tarvendo {
 namespace {
@@ -39,7 +39,7 @@ class TextTableTest : public TableTourney {
   void PlaySwiss() {
     for (const char* name : {"Bishop", "Rook", "Knight", "Pawn"})
       AddPlayer(name);
-    tourney.settings.rounds = 2;
+    tourney.ChangeSettings()->rounds = 2;
     Play(1, 2, kWhiteWins, 1);
     Play(3, 4, kDraw, 1);
     Play(3, 1, kUnknown, 2);

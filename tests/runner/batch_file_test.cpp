@@ -28,15 +28,15 @@ class BatchFile : public ::testing::Test, protected SmallTourney {
 
   bool Says(const std::string& piece) { return Text().find(piece) != std::string::npos; }
 
-  PlayerTexts& White() { return tourney.Participants()[0].texts; }
-  PlayerTexts& Black() { return tourney.Participants()[1].texts; }
+  PlayerTexts& White() { return tourney.ChangeParticipants()[0].texts; }
+  PlayerTexts& Black() { return tourney.ChangeParticipants()[1].texts; }
 
   Game game_;
 };
 
 TEST_F(BatchFile, TheWholeTextOfAGame) {
-  tourney.settings.winboard_path = "c:\\Program Files\\WinBoard\\winboard.exe";
-  tourney.settings.time_control = {330, 0, 40};
+  tourney.ChangeSettings()->winboard_path = "c:\\Program Files\\WinBoard\\winboard.exe";
+  tourney.ChangeSettings()->time_control = {330, 0, 40};
   White() = {};
   White().dir = "c:\\engines\\alpha";
   White().program_exe = "alpha.exe";
@@ -65,30 +65,30 @@ TEST_F(BatchFile, ALaterSubRoundStandsBehindTheRound) {
 }
 
 TEST_F(BatchFile, WholeMinutesHaveNoSeconds) {
-  tourney.settings.time_control = {300, 0, 0};
+  tourney.ChangeSettings()->time_control = {300, 0, 0};
   EXPECT_TRUE(Says("/tc 5 /inc"));
 }
 
 TEST_F(BatchFile, SecondsStandBehindAColonInTwoDigits) {
-  tourney.settings.time_control = {90, 0, 0};
+  tourney.ChangeSettings()->time_control = {90, 0, 0};
   EXPECT_TRUE(Says("/tc 1:30 /inc"));
-  tourney.settings.time_control = {5, 0, 0};
+  tourney.ChangeSettings()->time_control = {5, 0, 0};
   EXPECT_TRUE(Says("/tc 0:05 /inc"));
 }
 
 TEST_F(BatchFile, WithoutMovesPerPeriodTheIncrementCounts) {
-  tourney.settings.time_control = {300, 2, 0};
+  tourney.ChangeSettings()->time_control = {300, 2, 0};
   EXPECT_TRUE(Says("/tc 5 /inc 2 /mps 0 /clock"));
 }
 
 TEST_F(BatchFile, MovesPerPeriodSwitchTheIncrementOff) {
-  tourney.settings.time_control = {300, 2, 40};
+  tourney.ChangeSettings()->time_control = {300, 2, 40};
   EXPECT_TRUE(Says("/tc 5 /inc -1 /mps 40 /clock"));
 }
 
 TEST_F(BatchFile, PonderingIsSwitchedOnOrOff) {
   EXPECT_EQ(Options().substr(0, 12), "  /xponder /");
-  tourney.settings.ponder = 1;
+  tourney.ChangeSettings()->ponder = 1;
   EXPECT_EQ(Options().substr(0, 11), "  /ponder /");
 }
 
@@ -103,8 +103,8 @@ TEST_F(BatchFile, ANameOfThePgnFileWithABlankIsQuotedInBothPlaces) {
 }
 
 TEST_F(BatchFile, TheOptionsOfTheTourneyStandBeforeTheEnginesWhiteFirst) {
-  tourney.settings.white_options = "/w one";
-  tourney.settings.black_options = "/b";
+  tourney.ChangeSettings()->white_options = "/w one";
+  tourney.ChangeSettings()->black_options = "/b";
   EXPECT_TRUE(Says("/xlegal /w one /b /fcp=Alpha.exe "));
 }
 
@@ -143,7 +143,7 @@ TEST_F(BatchFile, AParticipantWhoIsNotThereContributesEmptyTexts) {
 
 TEST_F(BatchFile, NamesMayHoldPercentSigns) {
   game_.pgn_file = "%s%n.PGN";
-  tourney.settings.white_options = "%d";
+  tourney.ChangeSettings()->white_options = "%d";
   EXPECT_TRUE(Says("@if NOT EXIST %s%n.PGN "));
   EXPECT_TRUE(Says("/xlegal %d /fcp"));
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "runner/mortal_file_system.h"
+#include "runner/referee.h"
 #include "runner/small_tourney.h"
 #include "runner/spool.h"
 
@@ -16,12 +17,31 @@ class Collect : public ::testing::Test, protected SmallTourney {
  protected:
   Collect() {
     AddGames(3);
-    SpoolAll(tourney);
+    SpoolAll(tourney, machine.files);
     machine.TakeOutput();
   }
 
   std::string Output() { return machine.TakeOutput(); }
   std::string AllPgn() { return machine.files.Bytes("/t/all.pgn"); }
+
+  /// The game has ended, and the runner's referee judges it. False when there is no record to be
+  /// judged, and nothing is done.
+  bool JudgeEnded(int number) {
+    const Game* game = tourney.FindGame(number);
+    if (game == nullptr) return false;
+    GameOutcome outcome;
+    outcome.order = {number,
+                     game->white_player,
+                     game->black_player,
+                     game->bat_file,
+                     game->pgn_file,
+                     "/t/winboard.debug",
+                     "/t/g" + std::to_string(number) + ".run"};
+    outcome.pgn = machine.files.ReadText(game->pgn_file);
+    if (!outcome.pgn) return false;
+    Referee(machine.host, RefereePace::kAtOnce).Judge(tourney, file, running, outcome);
+    return true;
+  }
 
   /// Game 2's record as the tourney's PGN file gets it.
   std::string Merged(const std::string& pgn) { return MergedPgn(tourney, GameNumber(2), pgn); }
@@ -58,7 +78,7 @@ TEST(ResultInPgn, TheFirstTagCounts) {
 }
 
 TEST_F(Collect, TheTagsTellTheTourneysOwnData) {
-  tourney.settings.name = "My Cup";
+  tourney.ChangeSettings()->name = "My Cup";
   GameNumber(2).round = 3;
   EXPECT_EQ(Merged("[Event \"x\"]\n[Site \"s\"]\n[Round \"-\"]\n[White \"w\"]\n[Black \"b\"]\n"
                    "[Result \"1-0\"]\n\n1. e4\n"),
@@ -89,7 +109,7 @@ TEST_F(Collect, TheSubRoundStandsBehindTheRoundOnlyWhenThereAreSeveral) {
   GameNumber(2).round = 3;
   GameNumber(2).sub_round = 2;
   EXPECT_EQ(Merged("[Round \"1\"]\n"), "[Round \"3\"]\n");
-  tourney.settings.sub_rounds = 2;
+  tourney.ChangeSettings()->sub_rounds = 2;
   EXPECT_EQ(Merged("[Round \"1\"]\n"), "[Round \"3.2\"]\n");
 }
 
@@ -105,13 +125,13 @@ TEST_F(Collect, LongLinesAreCopiedWhole) {
 }
 
 TEST_F(Collect, PercentSignsAndQuotesAreNothingSpecial) {
-  tourney.settings.name = "%s \"100%n\"";
+  tourney.ChangeSettings()->name = "%s \"100%n\"";
   EXPECT_EQ(Merged("[Event \"x\"]\n{ 50%d }\n"), "[Event \"%s \"100%n\"\"]\n{ 50%d }\n");
 }
 
 TEST_F(Collect, ACollectedGameIsReadyAndAnnounced) {
   PutPgn(2, "0-1");
-  EXPECT_TRUE(CollectResult(tourney, 2));
+  EXPECT_TRUE(JudgeEnded(2));
   EXPECT_EQ(GameNumber(2).status, kReady);
   EXPECT_EQ(GameNumber(2).result, kBlackWins);
   EXPECT_EQ(Output(), std::string(kStars) + "Game 2: Beta - Gamma : 0 - 1" + kStars + "> ");
@@ -119,14 +139,14 @@ TEST_F(Collect, ACollectedGameIsReadyAndAnnounced) {
 
 TEST_F(Collect, AGameWithoutResultIsAnnouncedWithAnAsterisk) {
   PutPgn(1, "*");
-  EXPECT_TRUE(CollectResult(tourney, 1));
+  EXPECT_TRUE(JudgeEnded(1));
   EXPECT_EQ(GameNumber(1).result, kUnfinished);
   EXPECT_NE(Output().find("Game 1: Alpha - Beta : *\n"), std::string::npos);
 }
 
 TEST_F(Collect, TheGamesFilesAreGoneAndTheirNamesForgotten) {
   PutPgn(2, "1-0");
-  CollectResult(tourney, 2);
+  JudgeEnded(2);
   EXPECT_FALSE(machine.files.Has("/t/g2.PGN"));
   EXPECT_FALSE(machine.files.Has("/t/g2.BAT"));
   EXPECT_EQ(GameNumber(2).bat_file, "");
@@ -140,7 +160,7 @@ TEST_F(Collect, AnErrorFileGoesWithAResultAndStaysWithoutOne) {
   PutPgn(2, "*");
   machine.files.Put("/t/g3.PGN", "");
   for (int number = 1; number <= 3; ++number)
-    CollectResult(tourney, number);
+    JudgeEnded(number);
   EXPECT_FALSE(machine.files.Has("/t/g1.err"));
   EXPECT_TRUE(machine.files.Has("/t/g2.err"));
   EXPECT_TRUE(machine.files.Has("/t/g3.err"));
@@ -150,21 +170,21 @@ TEST_F(Collect, GamesFollowOneAnotherInTheTourneysPgnFile) {
   machine.files.Put("/t/all.pgn", "before\n");
   PutPgn(1, "1-0");
   PutPgn(2, "1/2-1/2");
-  CollectResult(tourney, 2);
-  CollectResult(tourney, 1);
+  JudgeEnded(2);
+  JudgeEnded(1);
   EXPECT_EQ(AllPgn(), "before\n" + Merged(PgnText("1/2-1/2")) +
                           MergedPgn(tourney, GameNumber(1), PgnText("1-0")));
 }
 
 TEST_F(Collect, TheHtmlTableIsWrittenAfterAResult) {
   PutPgn(1, "1-0");
-  CollectResult(tourney, 1);
+  JudgeEnded(1);
   EXPECT_NE(machine.files.Bytes("/t/table.htm").find("Alpha"), std::string::npos);
 }
 
 TEST_F(Collect, WithoutAGameOrItsFileNothingHappens) {
-  EXPECT_FALSE(CollectResult(tourney, 1));
-  EXPECT_FALSE(CollectResult(tourney, 99));
+  EXPECT_FALSE(JudgeEnded(1));
+  EXPECT_FALSE(JudgeEnded(99));
   EXPECT_EQ(Output(), "");
   EXPECT_EQ(GameNumber(1).status, kSpooled);
   EXPECT_FALSE(machine.files.Has("/t/table.htm"));
@@ -172,7 +192,7 @@ TEST_F(Collect, WithoutAGameOrItsFileNothingHappens) {
 
 TEST_F(Collect, AnEmptyPgnFileGivesAReadyGameOfUnknownResult) {
   machine.files.Put("/t/g1.PGN", "");
-  EXPECT_TRUE(CollectResult(tourney, 1));
+  EXPECT_TRUE(JudgeEnded(1));
   EXPECT_EQ(GameNumber(1).status, kReady);
   EXPECT_EQ(GameNumber(1).result, kUnknown);
   EXPECT_EQ(AllPgn(), "");
@@ -181,19 +201,21 @@ TEST_F(Collect, AnEmptyPgnFileGivesAReadyGameOfUnknownResult) {
 TEST_F(Collect, ATourneyPgnFileThatCannotBeOpenedIsReportedAndTheResultKept) {
   machine.files.Deny(FileOperation::kOpen, "/t/all.pgn");
   PutPgn(1, "1-0");
-  EXPECT_TRUE(CollectResult(tourney, 1));
+  EXPECT_TRUE(JudgeEnded(1));
   EXPECT_EQ(Output(), std::string("Error copying pgn-file!\n") + kStars +
                           "Game 1: Alpha - Beta : 1 - 0" + kStars + "> ");
   EXPECT_EQ(GameNumber(1).result, kWhiteWins);
   EXPECT_FALSE(machine.files.Has("/t/g1.PGN"));
+  EXPECT_EQ(machine.files.Bytes("/t/g1.rescued.PGN"), PgnText("1-0"));
 }
 
 TEST_F(Collect, AFullDiskIsReportedToo) {
   for (const FileOperation operation : {FileOperation::kWrite, FileOperation::kClose}) {
     PutPgn(1, "1-0");
     GameNumber(1).pgn_file = "/t\\g1.PGN";
+    GameNumber(1).status = kSpooled;
     machine.files.Deny(operation, "/t/all.pgn");
-    EXPECT_TRUE(CollectResult(tourney, 1));
+    EXPECT_TRUE(JudgeEnded(1));
     EXPECT_EQ(Output().substr(0, 24), "Error copying pgn-file!\n");
     machine.files.Allow(operation, "/t/all.pgn");
   }
@@ -202,17 +224,17 @@ TEST_F(Collect, AFullDiskIsReportedToo) {
 TEST_F(Collect, CollectAllTakesEverySpooledGameThatHasARecord) {
   PutPgn(1, "1-0");
   PutPgn(3, "0-1");
-  CollectAll(tourney);
+  CollectAll(tourney, machine.files, file, running);
   EXPECT_EQ(GameNumber(1).status, kReady);
   EXPECT_EQ(GameNumber(2).status, kSpooled);
   EXPECT_EQ(GameNumber(3).status, kReady);
-  EXPECT_EQ(tourney.games_state, 1);
+  EXPECT_EQ(tourney.State().games_state, 1);
   PutPgn(2, "*");
-  CollectAll(tourney);
-  EXPECT_EQ(tourney.games_state, 2);
+  CollectAll(tourney, machine.files, file, running);
+  EXPECT_EQ(tourney.State().games_state, 2);
   GameNumber(2).result = kDraw;
-  CollectAll(tourney);
-  EXPECT_EQ(tourney.games_state, 3);
+  CollectAll(tourney, machine.files, file, running);
+  EXPECT_EQ(tourney.State().games_state, 3);
 }
 
 TEST_F(Collect, CollectAllLeavesGamesAloneThatAreNotSpooled) {
@@ -220,18 +242,20 @@ TEST_F(Collect, CollectAllLeavesGamesAloneThatAreNotSpooled) {
   GameNumber(2).status = kReady;
   PutPgn(1, "1-0");
   PutPgn(2, "1-0");
-  CollectAll(tourney);
+  CollectAll(tourney, machine.files, file, running);
   EXPECT_EQ(GameNumber(1).status, kNothingDone);
   EXPECT_EQ(GameNumber(2).result, kUnknown);
   EXPECT_TRUE(machine.files.Has("/t/g1.PGN"));
   EXPECT_EQ(Output(), "");
 }
 
-TEST_F(Collect, CollectAllWaitsForTheRecordOfTheGameThatIsBeingPlayed) {
+TEST_F(Collect, CollectAllPassesByTheGameThatIsBeingPlayed) {
   machine.files.Put("/t/g1.PGN", "");
   machine.files.Put("/t/g2.PGN", "");
-  tourney.current_game = 2;
-  CollectAll(tourney);
+  GameOrder order;
+  order.number = 2;
+  running.Add(order);
+  CollectAll(tourney, machine.files, file, running);
   EXPECT_EQ(GameNumber(1).status, kReady);
   EXPECT_EQ(GameNumber(2).status, kSpooled);
 }
@@ -240,15 +264,15 @@ TEST_F(Collect, CollectAllWaitsForTheRecordOfTheGameThatIsBeingPlayed) {
 class CollectAllOfASwissTourney : public ::testing::Test, protected SmallTourney {
  protected:
   CollectAllOfASwissTourney() {
-    tourney.settings.type = kSwiss;
-    tourney.settings.rounds = 4;
+    tourney.ChangeSettings()->type = kSwiss;
+    tourney.ChangeSettings()->rounds = 4;
     for (const char* name : {"Epsilon", "Zeta", "Eta", "Theta"})
       AddParticipant(name);
     for (int round = 1; round <= 2; ++round) {
       for (int white = 1; white <= 7; white += 2)
         tourney.AddGame(white, white + 1, round, 1);
     }
-    SpoolAll(tourney);
+    SpoolAll(tourney, machine.files);
   }
 
   /// The current round after these games have been collected at one go.
@@ -256,8 +280,8 @@ class CollectAllOfASwissTourney : public ::testing::Test, protected SmallTourney
     for (int number = first; number <= last; ++number)
       PutPgn(number, "1-0");
     machine.TakeOutput();
-    CollectAll(tourney);
-    return tourney.round;
+    CollectAll(tourney, machine.files, file, running);
+    return tourney.State().round;
   }
 };
 
@@ -273,25 +297,25 @@ TEST_F(CollectAllOfASwissTourney, MovesItOnOverSeveralRoundsAtOnce) {
 }
 
 TEST_F(CollectAllOfASwissTourney, MovesItOnOnceForEachResult) {
-  for (Game& game : tourney.Games()) {
+  for (Game& game : tourney.ChangeGames()) {
     if (game.number != 4) game.status = kReady;
   }
   EXPECT_EQ(RoundAfter(4, 4), 2) << "although round 2 is complete as well";
 }
 
 TEST_F(CollectAllOfASwissTourney, CollectsInTheOrderOfTheListWhateverTheRound) {
-  for (Game& game : tourney.Games())
+  for (Game& game : tourney.ChangeGames())
     game.round = 3 - game.round;
   EXPECT_EQ(RoundAfter(1, 8), 2) << "round 1 was complete with the very last result only";
 }
 
 TEST_F(CollectAllOfASwissTourney, AdjustsRoundsBehindTheFirstResult) {
-  tourney.settings.rounds = 10;
-  tourney.round = 4;
-  for (Game& game : tourney.Games())
+  tourney.ChangeSettings()->rounds = 10;
+  tourney.ChangeState()->round = 4;
+  for (Game& game : tourney.ChangeGames())
     game.round += 3;
   EXPECT_EQ(RoundAfter(1, 8), 4) << "there is no fifth round for eight players";
-  EXPECT_EQ(tourney.settings.rounds, 4);
+  EXPECT_EQ(tourney.Settings().rounds, 4);
   const std::string output = machine.TakeOutput();
   const std::size_t adjusted = output.find("Number of rounds adjusted to 4 (maximum).\n");
   EXPECT_GT(adjusted, output.find("Game 1: "));
@@ -299,20 +323,21 @@ TEST_F(CollectAllOfASwissTourney, AdjustsRoundsBehindTheFirstResult) {
 }
 
 TEST_F(CollectAllOfASwissTourney, MovesNothingOnWithoutAResult) {
-  for (Game& game : tourney.Games()) {
+  for (Game& game : tourney.ChangeGames()) {
     if (game.round == 1) game.status = kReady;
   }
   EXPECT_EQ(RoundAfter(2, 1), 1);
 }
 
 TEST_F(Collect, WithAutoSaveTheResultIsOnTheDiskBeforeTheRecordIsGone) {
-  tourney.settings.auto_save = 1;
-  tourney.settings.save_file = "/t/tourney.ini";
+  tourney.ChangeSettings()->auto_save = 1;
+  file.SetName("/t/tourney.ini");
   PutPgn(1, "1-0");
   machine.files.Deny(FileOperation::kRemove, "/t/g1.PGN");
-  CollectResult(tourney, 1);
-  Tourney loaded(machine.host, "/nowhere/");
-  ASSERT_TRUE(loaded.Load("/t/tourney.ini"));
+  JudgeEnded(1);
+  Tourney loaded;
+  TourneyFile loaded_file(machine.files);
+  ASSERT_TRUE(loaded_file.Load(loaded, "/t/tourney.ini"));
   EXPECT_EQ(loaded.FindGame(1)->status, kReady);
   EXPECT_EQ(loaded.FindGame(1)->result, kWhiteWins);
   EXPECT_EQ(loaded.FindGame(1)->pgn_file, "");
@@ -320,21 +345,22 @@ TEST_F(Collect, WithAutoSaveTheResultIsOnTheDiskBeforeTheRecordIsGone) {
 
 TEST_F(Collect, WithoutAutoSaveNothingIsSaved) {
   PutPgn(1, "1-0");
-  CollectResult(tourney, 1);
+  JudgeEnded(1);
   EXPECT_FALSE(machine.files.Has("/t/tourney.ini"));
 }
 
 TEST_F(Collect, WithAutoSaveAResultThatCannotBeSavedKeepsItsRecord) {
-  tourney.settings.auto_save = 1;
-  ASSERT_TRUE(tourney.Save("/t/tourney.ini"));
+  tourney.ChangeSettings()->auto_save = 1;
+  ASSERT_TRUE(file.Save(tourney, "/t/tourney.ini"));
   PutPgn(1, "1-0");
   machine.files.Deny(FileOperation::kRename, "/t/tourney.ini.new");
-  CollectResult(tourney, 1);
+  JudgeEnded(1);
   EXPECT_EQ(GameNumber(1).result, kWhiteWins);
   machine.files.Allow(FileOperation::kRename, "/t/tourney.ini.new");
-  Tourney next_start(machine.host, "/nowhere/");
-  ASSERT_TRUE(next_start.Load("/t/tourney.ini"));
-  CollectAll(next_start);
+  Tourney next_start;
+  TourneyFile next_start_file(machine.files);
+  ASSERT_TRUE(next_start_file.Load(next_start, "/t/tourney.ini"));
+  CollectAll(next_start, machine.files, next_start_file, running);
   EXPECT_EQ(next_start.FindGame(1)->status, kReady);
   EXPECT_EQ(next_start.FindGame(1)->result, kWhiteWins);
 }
@@ -355,21 +381,21 @@ class PowerCutWhileCollecting : public ::testing::TestWithParam<bool> {
   void Arrange() {
     SmallTourney& was = *before_;
     was.AddGames(3);
-    SpoolAll(was.tourney);
+    SpoolAll(was.tourney, was.machine.files);
     for (int number = 1; number <= 3; ++number)
       was.PutPgn(number, "1-0");
-    was.tourney.settings.auto_save = GetParam() ? 1 : 0;
-    ASSERT_TRUE(was.tourney.Save("/t/tourney.ini"));
+    was.tourney.ChangeSettings()->auto_save = GetParam() ? 1 : 0;
+    ASSERT_TRUE(was.file.Save(was.tourney, "/t/tourney.ini"));
   }
 
   /// False when the power went.
   bool CollectUntil(int operations) {
     MortalFileSystem files(before_->machine.files, operations);
-    Host host{files, before_->machine.processes, before_->machine.clock};
-    Tourney tourney(host, "/nowhere/");
-    EXPECT_TRUE(tourney.Load("/t/tourney.ini"));
+    Tourney tourney;
+    TourneyFile file(files);
+    EXPECT_TRUE(file.Load(tourney, "/t/tourney.ini"));
     try {
-      CollectAll(tourney);
+      CollectAll(tourney, files, file, RunningGames());
     } catch (const PowerCut&) {
       return false;
     }
@@ -377,10 +403,12 @@ class PowerCutWhileCollecting : public ::testing::TestWithParam<bool> {
   }
 
   void StartAgain() {
-    Tourney tourney(before_->machine.host, "/nowhere/");
-    ASSERT_TRUE(tourney.Load("/t/tourney.ini"));
-    CollectAll(tourney);
-    const std::string pgn = before_->machine.files.Bytes("/t/all.pgn");
+    MemoryFileSystem& files = before_->machine.files;
+    Tourney tourney;
+    TourneyFile file(files);
+    ASSERT_TRUE(file.Load(tourney, "/t/tourney.ini"));
+    CollectAll(tourney, files, file, RunningGames());
+    const std::string pgn = files.Bytes("/t/all.pgn");
     for (int number = 1; number <= 3; ++number) {
       EXPECT_GE(CountGame(pgn, number), 1) << "game " << number;
       const Game& game = *tourney.FindGame(number);
@@ -415,14 +443,14 @@ TEST(FailuresWhileCollecting, EachIsSurvivedAndALostRecordReported) {
       SCOPED_TRACE(std::to_string(static_cast<int>(operation)) + " fails at " + std::to_string(n));
       SmallTourney small;
       small.AddGames(2);
-      SpoolAll(small.tourney);
-      small.tourney.settings.auto_save = 1;
+      SpoolAll(small.tourney, small.machine.files);
+      small.tourney.ChangeSettings()->auto_save = 1;
       for (int number = 1; number <= 2; ++number)
         small.PutPgn(number, "1-0");
       small.machine.TakeOutput();
       small.machine.files.FailAt(operation, n);
-      CollectAll(small.tourney);
-      CollectAll(small.tourney);
+      CollectAll(small.tourney, small.machine.files, small.file, small.running);
+      CollectAll(small.tourney, small.machine.files, small.file, small.running);
       const bool told = small.machine.TakeOutput().find("Error copying") != std::string::npos;
       const std::string pgn = small.machine.files.Bytes("/t/all.pgn");
       for (int number = 1; number <= 2; ++number) {
@@ -431,14 +459,6 @@ TEST(FailuresWhileCollecting, EachIsSurvivedAndALostRecordReported) {
       }
     }
   }
-}
-
-TEST_F(Collect, AnEmptyRecordIsAsGoodAsNone) {
-  EXPECT_TRUE(LacksPgn(tourney, GameNumber(1)));
-  machine.files.Put("/t/g1.PGN", "");
-  EXPECT_TRUE(LacksPgn(tourney, GameNumber(1)));
-  machine.files.Put("/t/g1.PGN", "x");
-  EXPECT_FALSE(LacksPgn(tourney, GameNumber(1)));
 }
 
 }  // namespace

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "fakes/memory_file_system.h"
 
@@ -51,6 +54,25 @@ class MortalFileSystem : public FileSystem {
     Spend();
     return disk_.Rename(from, to);
   }
+  LockAttempt Lock(const std::string& path) override {
+    if (!disk_.Has(path)) Spend();
+    LockAttempt attempt = disk_.Lock(path);
+    if (attempt.file) attempt.file = std::make_unique<Locked>(*this, std::move(attempt.file));
+    return attempt;
+  }
+  bool IsLocked(const std::string& path) override { return disk_.IsLocked(path); }
+  std::vector<std::string> PathsWithPrefix(const std::string& prefix) override {
+    return disk_.PathsWithPrefix(prefix);
+  }
+  std::optional<FileStamp> Stamp(const std::string& path) override { return disk_.Stamp(path); }
+  bool MakeDirectory(const std::string& path) override {
+    Spend();
+    return disk_.MakeDirectory(path);
+  }
+  bool RemoveDirectory(const std::string& path) override {
+    Spend();
+    return disk_.RemoveDirectory(path);
+  }
   bool ChangeDirectory(const std::string& path) override { return disk_.ChangeDirectory(path); }
   std::string FullPath(const std::string& path) override { return disk_.FullPath(path); }
 
@@ -74,6 +96,22 @@ class MortalFileSystem : public FileSystem {
    private:
     MortalFileSystem& owner_;
     std::unique_ptr<OutputFile> file_;
+  };
+
+  class Locked : public LockedFile {
+   public:
+    Locked(MortalFileSystem& owner, std::unique_ptr<LockedFile> file)
+        : owner_(owner), file_(std::move(file)) {}
+    bool Replace(std::string_view text) override {
+      if (owner_.left_ == 0) file_->Replace(text.substr(0, text.size() / 2));
+      owner_.Spend();
+      return file_->Replace(text);
+    }
+    std::intptr_t HostHandle() const override { return file_->HostHandle(); }
+
+   private:
+    MortalFileSystem& owner_;
+    std::unique_ptr<LockedFile> file_;
   };
 
   std::unique_ptr<OutputFile> Mortal(std::unique_ptr<OutputFile> file) {

@@ -7,9 +7,10 @@
 #include <mutex>
 
 #include "platform/faults.h"
-#include "runner/runner_switch_commands.h"
 #include "runner/small_tourney.h"
 #include "runner/spool.h"
+#include "tourney/content_text.h"
+#include "tourney/runner_switch_commands.h"
 
 namespace tarvendo {
 namespace {
@@ -30,21 +31,21 @@ class RunnerThreads : public ::testing::Test, protected SmallTourney {
   }
 
   void Start() {
-    runner_ = std::make_unique<Runner>(tourney, brackets);
-    ASSERT_TRUE(runner_->StartThreads());
+    runner_ = std::make_unique<Runner>(room, RunnerOptions());
+    ASSERT_TRUE(runner_->StartThread());
   }
 
   int CountReady() {
-    const std::lock_guard lock(tourney.Lock());
+    const Hold hold = shared.Take();
     int ready = 0;
     for (const Game& game : tourney.Games())
       ready += game.IsReady() ? 1 : 0;
     return ready;
   }
 
-  bool IsLockBroken() {
+  bool IsTourneyBroken() {
     try {
-      const std::lock_guard lock(tourney.Lock());
+      const Hold hold = shared.Take();
       return false;
     } catch (const Terminated&) {
       return true;
@@ -60,16 +61,15 @@ TEST_F(RunnerThreads, EndWhenTheyAreToldTo) {
 }
 
 TEST_F(RunnerThreads, ARunnerWhoseThreadsNeverStartedEndsToo) {
-  runner_ = std::make_unique<Runner>(tourney, brackets);
+  runner_ = std::make_unique<Runner>(room, RunnerOptions());
   runner_.reset();
 }
 
 TEST_F(RunnerThreads, EndInTheMiddleOfAGameWhichGoesOnByItself) {
   AddGames(1);
-  SpoolAll(tourney);
-  tourney.Switch().SetRunning(true);
+  SpoolAll(tourney, machine.files);
+  tourney.ChangeSwitch()->SetRunning(true);
   std::atomic<bool> started = false;
-  machine.processes.batch_running = true;
   machine.processes.on_batch = [&](const std::string&) {
     machine.files.Put("/t/winboard.debug", "1\n");
     started = true;
@@ -90,19 +90,19 @@ TEST_F(RunnerThreads, AwaitIdleComesBackWhenTheRunnerIsOff) {
 
 TEST_F(RunnerThreads, AwaitIdleWaitsUntilAllGamesArePlayed) {
   AddGames(3);
-  tourney.settings.auto_run = 1;
+  tourney.ChangeSettings()->auto_run = 1;
   LetGamesBePlayed();
   Start();
-  StartRunner(tourney);
+  StartRunner(*shared.Take());
   runner_->AwaitIdle();
   EXPECT_EQ(CountReady(), 3);
 }
 
 TEST_F(RunnerThreads, AwaitIdleWaitsForAStartTime) {
   AddGames(2);
-  tourney.settings.auto_run = 1;
+  tourney.ChangeSettings()->auto_run = 1;
   LetGamesBePlayed();
-  tourney.Switch().SetStartTime(machine.clock.Now() + 3600);
+  tourney.ChangeSwitch()->SetStartTime(machine.clock.Now() + 3600);
   Start();
   runner_->AwaitIdle();
   EXPECT_EQ(CountReady(), 2);
@@ -110,30 +110,30 @@ TEST_F(RunnerThreads, AwaitIdleWaitsForAStartTime) {
 
 TEST_F(RunnerThreads, ACommandWorksWhileGamesArePlayed) {
   AddGames(4);
-  tourney.settings.auto_run = 1;
+  tourney.ChangeSettings()->auto_run = 1;
   LetGamesBePlayed();
   Start();
-  StartRunner(tourney);
+  StartRunner(*shared.Take());
   for (int i = 0; i < 200; ++i) {
-    const std::lock_guard lock(tourney.Lock());
-    tourney.settings.name = "Cup " + std::to_string(i);
-    tourney.ContentText();
+    const Hold hold = shared.Take();
+    tourney.ChangeSettings()->name = "Cup " + std::to_string(i);
+    ContentText(tourney);
   }
   runner_->AwaitIdle();
   EXPECT_EQ(CountReady(), 4);
 }
 
 // The last one here: the request to end that it makes is the whole process's and stays.
-TEST_F(RunnerThreads, AThreadThatDiesBreaksTheLockOfTheTourney) {
+TEST_F(RunnerThreads, AThreadThatDiesBreaksTheTourney) {
   const FaultGuard guard;
   AddGames(1);
-  SpoolAll(tourney);
+  SpoolAll(tourney, machine.files);
   machine.processes.on_batch = [](const std::string&) -> bool {
     throw std::runtime_error("as a fault would");
   };
-  tourney.Switch().SetRunning(true);
+  tourney.ChangeSwitch()->SetRunning(true);
   Start();
-  while (!IsLockBroken())
+  while (!IsTourneyBroken())
     std::this_thread::yield();
   runner_->AwaitIdle();
   EXPECT_TRUE(TerminationRequested());

@@ -3,8 +3,7 @@
 #include <string>
 
 #include "fakes/captured_log.h"
-#include "pairing/bracket_list.h"
-#include "tourney/tourney.h"
+#include "runner/tourney_room.h"
 
 namespace tarvendo {
 
@@ -13,9 +12,9 @@ namespace tarvendo {
 struct SmallTourney {
   SmallTourney() {
     machine.files.MakeDirectory("/t");
-    tourney.settings.files_path = "/t\\";
-    tourney.settings.pgn_file = "/t\\all.pgn";
-    tourney.settings.type = kRoundRobin;
+    tourney.ChangeSettings()->files_path = "/t\\";
+    tourney.ChangeSettings()->pgn_file = "/t\\all.pgn";
+    tourney.ChangeSettings()->type = kRoundRobin;
     for (const char* name : {"Alpha", "Beta", "Gamma", "Delta"})
       AddParticipant(name);
   }
@@ -25,7 +24,7 @@ struct SmallTourney {
     player.texts.name = name;
     player.texts.program_exe = name + ".exe";
     player.number = static_cast<int>(tourney.Participants().size()) + 1;
-    tourney.Participants().push_back(player);
+    tourney.ChangeParticipants().push_back(player);
   }
 
   /// Adds `count` games, each in a round of its own, and forgets what that printed.
@@ -37,7 +36,10 @@ struct SmallTourney {
     machine.TakeOutput();
   }
 
-  Game& GameNumber(int number) { return *tourney.FindGame(number); }
+  Game& GameNumber(int number) {
+    const std::ptrdiff_t place = tourney.FindGame(number) - tourney.Games().data();
+    return tourney.ChangeGames()[static_cast<std::size_t>(place)];
+  }
 
   /// WinBoard has written the game's record.
   void PutPgn(int number, const std::string& result) {
@@ -51,8 +53,14 @@ struct SmallTourney {
   }
 
   CapturedLog machine;
-  Tourney tourney{machine.host, "/program/"};
-  BracketList brackets{tourney};
+  TourneyRoom room{machine.host};
+  SharedTourney& shared = room.shared;
+
+  // For the test's own thread, which needs no hold as long as there is no other.
+  Tourney& tourney = *shared.Take();
+  TourneyFile& file = room.file.With(shared.Take());
+  BracketList& brackets = room.brackets.With(shared.Take());
+  RunningGames& running = room.running.With(shared.Take());
 };
 
 }  // namespace tarvendo

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "platform/faulty_code.h"
 #include "platform/files.h"
@@ -52,6 +55,26 @@ class DyingFile : public OutputFile {
 
  private:
   std::unique_ptr<OutputFile> file_;
+  Countdown& countdown_;
+};
+
+/// A locked file that may get half of a text.
+class DyingLockedFile : public LockedFile {
+ public:
+  DyingLockedFile(std::unique_ptr<LockedFile> file, Countdown& countdown)
+      : file_(std::move(file)), countdown_(countdown) {}
+
+  bool Replace(std::string_view text) override {
+    if (countdown_.IsLast()) {
+      file_->Replace(text.substr(0, text.size() / 2));
+      Countdown::Die();
+    }
+    return file_->Replace(text);
+  }
+  std::intptr_t HostHandle() const override { return file_->HostHandle(); }
+
+ private:
+  std::unique_ptr<LockedFile> file_;
   Countdown& countdown_;
 };
 
@@ -106,6 +129,27 @@ class DyingFileSystem : public FileSystem {
   bool Rename(const std::string& from, const std::string& to) override {
     Step();
     return files_.Rename(from, to);
+  }
+  LockAttempt Lock(const std::string& path) override {
+    if (!files_.Exists(path)) Step();
+    LockAttempt attempt = files_.Lock(path);
+    if (attempt.file) {
+      attempt.file = std::make_unique<DyingLockedFile>(std::move(attempt.file), countdown_);
+    }
+    return attempt;
+  }
+  bool IsLocked(const std::string& path) override { return files_.IsLocked(path); }
+  std::vector<std::string> PathsWithPrefix(const std::string& prefix) override {
+    return files_.PathsWithPrefix(prefix);
+  }
+  std::optional<FileStamp> Stamp(const std::string& path) override { return files_.Stamp(path); }
+  bool MakeDirectory(const std::string& path) override {
+    Step();
+    return files_.MakeDirectory(path);
+  }
+  bool RemoveDirectory(const std::string& path) override {
+    Step();
+    return files_.RemoveDirectory(path);
   }
   bool ChangeDirectory(const std::string& path) override { return files_.ChangeDirectory(path); }
   std::string FullPath(const std::string& path) override { return files_.FullPath(path); }

@@ -9,7 +9,7 @@
 #include <mutex>
 
 #include "platform/clock.h"
-#include "platform/processes.h"
+#include "quick_processes.h"
 
 namespace tarvendo {
 
@@ -18,7 +18,7 @@ namespace tarvendo {
 /// program does next never depends on how fast the machine is. May be used from any thread.
 class QuickClock : public Clock {
  public:
-  explicit QuickClock(Processes& processes) : processes_(processes) {}
+  explicit QuickClock(QuickProcesses& processes) : processes_(processes) {}
 
   /// 2001-09-25 12:00:00 UTC, always; while the file stub_clock_runs lies in the current directory,
   /// 20 seconds later at each look.
@@ -28,14 +28,24 @@ class QuickClock : public Clock {
     return now_;
   }
 
+  /// What a wait spares jumps over, so that a deadline has come when the wait for it has ended.
+  TimePoint Steady() override {
+    return std::chrono::time_point_cast<std::chrono::milliseconds>(
+               std::chrono::steady_clock::now()) +
+           std::chrono::milliseconds(spared_);
+  }
+
   bool Wait(std::condition_variable& wake, std::unique_lock<std::mutex>& held,
             std::chrono::milliseconds span, const std::function<bool()>& done) override {
-    const auto end = std::chrono::steady_clock::now() + span;
-    NotePlayer(span);
+    if (span == std::chrono::milliseconds::max()) {
+      wake.wait(held, done);
+      return true;
+    }
+    const TimePoint end = Steady() + span;
     do {
       if (wake.wait_for(held, span == kLockedFileWait ? kLongBeat : kBeat, done)) return true;
-      if (GameAsksForLook()) return false;
-    } while (processes_.AnyBatchRunning() && std::chrono::steady_clock::now() < end);
+    } while (!GameAsksForLook() && processes_.IsAnyRunning() && Steady() < end);
+    SkipTo(end);
     return done();
   }
 
@@ -45,18 +55,12 @@ class QuickClock : public Clock {
   /// again.
   static constexpr std::chrono::milliseconds kLockedFileWait{3000};
   static constexpr std::chrono::milliseconds kLongBeat{100};
-  static constexpr std::chrono::milliseconds kLongestPoll{3000};
   static constexpr const char* kPauseFile = "stub_pause";
   static constexpr const char* kRunsFile = "stub_clock_runs";
 
-  /// Only the thread that plays the games ever waits longer than a poll.
-  static void NotePlayer(std::chrono::milliseconds span) {
-    if (span > kLongestPoll) IsPlayer() = true;
-  }
-
-  static bool& IsPlayer() {
-    static thread_local bool is_player = false;
-    return is_player;
+  void SkipTo(TimePoint end) {
+    const TimePoint now = Steady();
+    if (now < end) spared_ += (end - now).count();
   }
 
   /// Whether the stand-in for WinBoard wants the runner to look at its files in the middle of the
@@ -65,14 +69,15 @@ class QuickClock : public Clock {
   static bool GameAsksForLook() {
     static thread_local bool has_looked = false;
     std::error_code error;
-    if (!IsPlayer() || !std::filesystem::exists(kPauseFile, error)) return false;
+    if (!std::filesystem::exists(kPauseFile, error)) return false;
     has_looked = !has_looked;
     if (!has_looked) std::filesystem::remove(kPauseFile, error);
     return has_looked;
   }
 
-  Processes& processes_;
+  QuickProcesses& processes_;
   std::atomic<std::int64_t> now_{1001419200};
+  std::atomic<std::int64_t> spared_{0};  ///< milliseconds that waits did not take
 };
 
 }  // namespace tarvendo

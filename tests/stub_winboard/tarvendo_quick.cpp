@@ -4,8 +4,10 @@
 
 #include "console/application.h"
 #include "dying_files.h"
+#include "platform/file_watch.h"
 #include "platform/processes.h"
 #include "quick_clock.h"
+#include "quick_processes.h"
 
 namespace {
 
@@ -19,9 +21,11 @@ int LastStep() {
 int main(int count, char** words) {
   tarvendo::PrepareChildEnvironment();
   const auto real_files = tarvendo::MakeFileSystem();
-  const auto processes = tarvendo::MakeProcesses();
+  const auto real_processes = tarvendo::MakeProcesses();
+  const auto watches = tarvendo::MakeFileWatches();
   tarvendo::DyingFileSystem files(*real_files, LastStep());
-  tarvendo::QuickClock clock(*processes);
-  tarvendo::Host host{files, *processes, clock};
+  tarvendo::QuickProcesses processes(*real_processes);
+  tarvendo::QuickClock clock(processes);
+  tarvendo::Host host{files, processes, clock, *watches};
   return tarvendo::RunProgram(host, {words + 1, words + count});
 }

@@ -39,17 +39,17 @@ TEST_F(ColourStateTest, TwoMoreOfAColourGiveAnAbsoluteWish) {
 }
 
 TEST_F(ColourStateTest, InTheLastRoundThereIsNoWish) {
-  tourney.settings.rounds = 1;
+  tourney.ChangeSettings()->rounds = 1;
   EXPECT_TRUE(IsLastSwissRound(tourney));
   EXPECT_EQ(WishAfter("WW"), 2);
 }
 
 TEST_F(ColourStateTest, ARoundRobinLeavesTheWishAlone) {
-  tourney.settings.type = kRoundRobin;
-  tourney.settings.rounds = 1;
+  tourney.ChangeSettings()->type = kRoundRobin;
+  tourney.ChangeSettings()->rounds = 1;
   EXPECT_FALSE(IsLastSwissRound(tourney));
   EXPECT_EQ(WishAfter("WW"), 2);
-  tourney.FindParticipant(1)->colour_state = 9;
+  tourney.Change(*tourney.FindParticipant(1))->colour_state = 9;
   EXPECT_EQ(WishAfter("W"), 9);
 }
 

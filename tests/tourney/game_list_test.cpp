@@ -17,7 +17,7 @@ class GameListTest : public TourneyTest {
 
   /// Gives the last game its two files.
   void GiveFiles(const std::string& base) {
-    Game& game = tourney.Games().back();
+    Game& game = tourney.ChangeGames().back();
     game.bat_file = base + ".BAT";
     game.pgn_file = base + ".PGN";
     machine.files.Put(game.bat_file, "");
@@ -66,7 +66,7 @@ TEST_F(GameListTest, AWidthBelowSixIsComputedAnew) {
   tourney.name_width = 9;
   GameLine(tourney, tourney.Games()[0]);
   EXPECT_EQ(tourney.name_width, 9);
-  tourney.Participants().clear();
+  tourney.ChangeParticipants().clear();
   tourney.name_width = -20;
   EXPECT_EQ(GameLine(tourney, Game()),
             "  0. Round 0-0   0.WhitePlayer -  0.BlackPlayer   -NOTHING DONE\n");
@@ -92,7 +92,7 @@ TEST_F(GameListTest, PercentSignsInNamesAreNoFormats) {
   game.black_player = "%n%d";
   tourney.name_width = 6;
   EXPECT_EQ(GameLine(tourney, game), "  0. Round 0-0   0.100%s  -  0.%n%d     -NOTHING DONE\n");
-  tourney.Games().push_back(game);
+  tourney.ChangeGames().push_back(game);
   ListGames(tourney, {});
   EXPECT_EQ(Output(), "  0. Round 0-0   0.100%s  -  0.%n%d     -NOTHING DONE\n");
 }
@@ -137,8 +137,8 @@ TEST_F(GameListTest, TheDetailedFormOfAGameThatBothLoseHasNoResultLine) {
 
 TEST_F(GameListTest, EveryCriterionNarrowsTheSelection) {
   AddThree();
-  tourney.Games()[1].status = kReady;
-  tourney.Games()[1].result = kDraw;
+  tourney.ChangeGames()[1].status = kReady;
+  tourney.ChangeGames()[1].result = kDraw;
   GameFilter filter;
   EXPECT_EQ(Listed(filter), " 1 2 3");
   EXPECT_EQ(Listed({.number = 2}), " 2");
@@ -184,7 +184,7 @@ TEST_F(GameListTest, AListWithoutMatchLeavesTheWidthAlone) {
 
 TEST_F(GameListTest, RemovingSaysSoForEachGameAndKeepsTheNumbers) {
   AddThree();
-  EXPECT_EQ(RemoveGames(tourney, {.player = 1}), 2);
+  EXPECT_EQ(RemoveGames(tourney, machine.files, {.player = 1}), 2);
   EXPECT_EQ(Output(), "Removing game 1...removed.\nRemoving game 2...removed.\n");
   EXPECT_EQ(GameNumbers(), " 3");
   EXPECT_EQ(Add(1, 2).number, 4);
@@ -194,43 +194,43 @@ TEST_F(GameListTest, RemovingSaysSoForEachGameAndKeepsTheNumbers) {
 
 TEST_F(GameListTest, RemovingNothingSaysNothing) {
   AddThree();
-  EXPECT_EQ(RemoveGames(tourney, {.number = 9}), 0);
+  EXPECT_EQ(RemoveGames(tourney, machine.files, {.number = 9}), 0);
   EXPECT_EQ(Output(), "");
-  EXPECT_EQ(tourney.games_state, 1);
+  EXPECT_EQ(tourney.State().games_state, 1);
 }
 
 TEST_F(GameListTest, RemovingDeletesTheBatchFileAndThenThePgnFile) {
   AddThree();
   GiveFiles("t\\g3");
-  RemoveGames(tourney, {.all = true});
+  RemoveGames(tourney, machine.files, {.all = true});
   EXPECT_EQ(machine.files.Removed(), (std::vector<std::string>{"t\\g3.BAT", "t\\g3.PGN"}));
   EXPECT_TRUE(tourney.Games().empty());
-  EXPECT_EQ(tourney.games_state, 0);
+  EXPECT_EQ(tourney.State().games_state, 0);
 }
 
 TEST_F(GameListTest, ANumberWithoutCriteriaRemovesTheFirstGame) {
   AddThree();
-  EXPECT_EQ(RemoveFirstGame(tourney, 3, {}), 1);
+  EXPECT_EQ(RemoveFirstGame(tourney, machine.files, 3, {}), 1);
   EXPECT_EQ(Output(), "Removing game 1...removed.\n");
   EXPECT_EQ(GameNumbers(), " 2 3");
 }
 
 TEST_F(GameListTest, ANumberWithCriteriaThatEarlierGamesFailRemovesThatGame) {
   AddThree();
-  EXPECT_EQ(RemoveFirstGame(tourney, 3, {.round = 9}), 1);
+  EXPECT_EQ(RemoveFirstGame(tourney, machine.files, 3, {.round = 9}), 1);
   EXPECT_EQ(GameNumbers(), " 1 2");
-  EXPECT_EQ(RemoveFirstGame(tourney, 9, {.round = 2}), 1);
+  EXPECT_EQ(RemoveFirstGame(tourney, machine.files, 9, {.round = 2}), 1);
   EXPECT_EQ(GameNumbers(), " 1");
-  EXPECT_EQ(RemoveFirstGame(tourney, 9, {.round = 2}), 0);
-  EXPECT_EQ(RemoveFirstGame(tourney, 0, {.round = 2}), 0);
-  EXPECT_EQ(RemoveFirstGame(tourney, 0, {.all = true, .round = 2}), 1);
+  EXPECT_EQ(RemoveFirstGame(tourney, machine.files, 9, {.round = 2}), 0);
+  EXPECT_EQ(RemoveFirstGame(tourney, machine.files, 0, {.round = 2}), 0);
+  EXPECT_EQ(RemoveFirstGame(tourney, machine.files, 0, {.all = true, .round = 2}), 1);
 }
 
 TEST_F(GameListTest, GamesOfNobodyGoFromTheLastToTheFirst) {
   AddThree();
-  tourney.Games()[0].black = 0;
-  tourney.Games()[2].white = 0;
-  RemoveGamesOfNobody(tourney);
+  tourney.ChangeGames()[0].black = 0;
+  tourney.ChangeGames()[2].white = 0;
+  RemoveGamesOfNobody(tourney, machine.files);
   EXPECT_EQ(Output(), "Removing game 3...removed.\nRemoving game 1...removed.\n");
   EXPECT_EQ(GameNumbers(), " 2");
 }
@@ -238,7 +238,7 @@ TEST_F(GameListTest, GamesOfNobodyGoFromTheLastToTheFirst) {
 TEST_F(GameListTest, TheFilesOfAGameAreDeletedAndForgotten) {
   AddThree();
   GiveFiles("g3");
-  DeleteGameFiles(tourney, tourney.Games()[2]);
+  DeleteGameFiles(tourney, machine.files, tourney.Games()[2]);
   EXPECT_TRUE(machine.files.FileNames().empty());
   EXPECT_EQ(tourney.Games()[2].bat_file, "");
   EXPECT_EQ(tourney.Games()[2].pgn_file, "");
@@ -246,11 +246,11 @@ TEST_F(GameListTest, TheFilesOfAGameAreDeletedAndForgotten) {
 
 TEST_F(GameListTest, TheErrorFileOfAGameLiesBesideItsPgnFile) {
   AddThree();
-  tourney.settings.files_path = "t\\";
+  tourney.ChangeSettings()->files_path = "t\\";
   EXPECT_EQ(ErrorFileName(tourney, tourney.Games()[1]), "t\\g2.err");
-  tourney.Games()[1].pgn_file = "old\\g2.PGN";
+  tourney.ChangeGames()[1].pgn_file = "old\\g2.PGN";
   EXPECT_EQ(ErrorFileName(tourney, tourney.Games()[1]), "old\\g2.err");
-  tourney.Games()[1].pgn_file = "x";
+  tourney.ChangeGames()[1].pgn_file = "x";
   EXPECT_EQ(ErrorFileName(tourney, tourney.Games()[1]), "x.err");
 }
 
@@ -259,7 +259,7 @@ TEST_F(GameListTest, TheErrorFileIsDeletedWithTheFilesOfAGame) {
   GiveFiles("g3");
   machine.files.Put("g2.err", "");
   machine.files.Put("g3.err", "");
-  DeleteGameFiles(tourney, tourney.Games()[2]);
+  DeleteGameFiles(tourney, machine.files, tourney.Games()[2]);
   EXPECT_TRUE(machine.files.Has("g2.err"));
   EXPECT_FALSE(machine.files.Has("g3.err"));
 }
@@ -267,8 +267,8 @@ TEST_F(GameListTest, TheErrorFileIsDeletedWithTheFilesOfAGame) {
 TEST_F(GameListTest, AGameThatHasNoOtherFileAnyMoreLeavesNoErrorFileWhenItIsRemoved) {
   AddThree();
   machine.files.Put("g1.err", "");
-  tourney.Games()[0].status = kReady;
-  RemoveGames(tourney, {.all = true});
+  tourney.ChangeGames()[0].status = kReady;
+  RemoveGames(tourney, machine.files, {.all = true});
   EXPECT_TRUE(machine.files.FileNames().empty());
 }
 
@@ -277,7 +277,7 @@ TEST_F(GameListTest, FilesThatAreGoneAreForgottenAllTheSame) {
   GiveFiles("g3");
   machine.files.Remove("g3.BAT");
   machine.files.Deny(FileOperation::kRemove, "g3.PGN");
-  DeleteGameFiles(tourney, tourney.Games()[2]);
+  DeleteGameFiles(tourney, machine.files, tourney.Games()[2]);
   EXPECT_EQ(tourney.Games()[2].bat_file, "");
   EXPECT_EQ(tourney.Games()[2].pgn_file, "");
   EXPECT_TRUE(machine.files.Has("g3.PGN"));
@@ -285,9 +285,9 @@ TEST_F(GameListTest, FilesThatAreGoneAreForgottenAllTheSame) {
 
 TEST_F(GameListTest, FileNamesAreNeverRunAsCommands) {
   AddThree();
-  tourney.Games()[0].pgn_file = "x & rm -rf y";
+  tourney.ChangeGames()[0].pgn_file = "x & rm -rf y";
   machine.files.Put("x & rm -rf y", "");
-  RemoveGames(tourney, {.all = true});
+  RemoveGames(tourney, machine.files, {.all = true});
   EXPECT_TRUE(machine.files.FileNames().empty());
   EXPECT_TRUE(machine.processes.ShellCalls().empty());
 }
@@ -295,9 +295,9 @@ TEST_F(GameListTest, FileNamesAreNeverRunAsCommands) {
 TEST_F(GameListTest, AForfeitGivesTheOpponentsTheGamesNotYetReady) {
   AddThree();
   GiveFiles("g3");
-  tourney.Games()[2].status = kSpooled;
+  tourney.ChangeGames()[2].status = kSpooled;
   AddReady(3, 2, kWhiteWins);
-  EXPECT_TRUE(Forfeit(tourney, 3));
+  EXPECT_TRUE(Forfeit(tourney, machine.files, 3));
   EXPECT_EQ(Output(), "All games of player Gammas adjudicated as win for the opponent.\n");
   EXPECT_EQ(tourney.Games()[0].status, kNothingDone);
   EXPECT_EQ(tourney.Games()[1].status, kReady);
@@ -311,9 +311,9 @@ TEST_F(GameListTest, AForfeitGivesTheOpponentsTheGamesNotYetReady) {
 
 TEST_F(GameListTest, AForfeitOfNobodyIsRefused) {
   AddThree();
-  EXPECT_FALSE(Forfeit(tourney, 4));
+  EXPECT_FALSE(Forfeit(tourney, machine.files, 4));
   EXPECT_EQ(Output(), "Can't find a player by number 4!\n");
-  EXPECT_FALSE(Forfeit(tourney, -1));
+  EXPECT_FALSE(Forfeit(tourney, machine.files, -1));
   EXPECT_EQ(Output(), "Can't find a player by number -1!\n");
 }
 

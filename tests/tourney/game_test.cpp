@@ -2,31 +2,22 @@
 
 #include <gtest/gtest.h>
 
-#include "fakes/memory_file_system.h"
+#include "base/record_file.h"
 
 namespace tarvendo {
 namespace {
 
-class Holder : public RecordFile {};
-
 Game Read(const std::string& bytes) {
-  MemoryFileSystem files;
-  files.Put("g", bytes);
-  Holder holder;
-  EXPECT_TRUE(holder.OpenRead(files, "g"));
+  RecordReader reader(bytes);
   Game game;
-  game.Attach(holder);
-  game.ReadRecord();
+  game.ReadRecord(reader);
   return game;
 }
 
-std::string Written(Game& game) {
-  Holder holder;
-  holder.OpenText();
-  game.Attach(holder);
-  game.WriteRecord();
-  game.Detach();
-  return holder.TakeText();
+std::string Written(const Game& game) {
+  RecordWriter writer;
+  game.WriteRecord(writer);
+  return writer.Text();
 }
 
 constexpr const char* kBlock = "2\n7\n8\n3\n5\n4\n1\n9\nt\\g7.BAT\nBeta\nt\\g7.PGN\nAlpha\n";

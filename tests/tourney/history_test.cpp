@@ -41,7 +41,7 @@ TEST_F(HistoryTest, AGameInTheRoundIsFound) {
   EXPECT_TRUE(HasGameInRound(tourney, One(), 3, false));
   EXPECT_FALSE(HasGameInRound(tourney, One(), 3, true));
   EXPECT_FALSE(HasGameInRound(tourney, One(), 2, false));
-  tourney.Games()[0].status = kReady;
+  tourney.ChangeGames()[0].status = kReady;
   EXPECT_TRUE(HasGameInRound(tourney, One(), 3, true));
 }
 
@@ -49,24 +49,24 @@ TEST_F(HistoryTest, OnlyTheFirstGameOfTheRoundCounts) {
   Add(1, 2, 1, 1);
   AddReady(2, 1, kDraw, 1);
   EXPECT_FALSE(HasGameInRound(tourney, One(), 1, true));
-  std::swap(tourney.Games()[0].status, tourney.Games()[1].status);
+  std::swap(tourney.ChangeGames()[0].status, tourney.ChangeGames()[1].status);
   EXPECT_TRUE(HasGameInRound(tourney, One(), 1, true));
 }
 
 TEST_F(HistoryTest, ARoundIsCompleteWithAGameForEverySubRound) {
-  tourney.settings.sub_rounds = 2;
+  tourney.ChangeSettings()->sub_rounds = 2;
   Add(1, 2, 1, 1);
   EXPECT_FALSE(RoundComplete(tourney, One(), 1, false));
   AddReady(2, 1, kDraw, 1);
   EXPECT_TRUE(RoundComplete(tourney, One(), 1, false));
   EXPECT_FALSE(RoundComplete(tourney, One(), 1, true));
-  tourney.Games()[0].status = kReady;
+  tourney.ChangeGames()[0].status = kReady;
   EXPECT_TRUE(RoundComplete(tourney, One(), 1, true));
 }
 
 TEST_F(HistoryTest, NoSubRoundsCountAsOne) {
   for (const int sub_rounds : {0, -3}) {
-    tourney.settings.sub_rounds = sub_rounds;
+    tourney.ChangeSettings()->sub_rounds = sub_rounds;
     EXPECT_FALSE(RoundComplete(tourney, *tourney.FindParticipant(3), 1, false));
   }
   Add(1, 2);
@@ -74,7 +74,7 @@ TEST_F(HistoryTest, NoSubRoundsCountAsOne) {
 }
 
 TEST_F(HistoryTest, PlacesThatNoGameHasAreLeftOut) {
-  tourney.FindParticipant(1)->games = {-1, 5, 2147483647, -2147483647};
+  tourney.Change(*tourney.FindParticipant(1))->games = {-1, 5, 2147483647, -2147483647};
   EXPECT_FALSE(HasMet(tourney, One(), 2));
   EXPECT_FALSE(HasGameInRound(tourney, One(), 0, false));
   EXPECT_FALSE(RoundComplete(tourney, One(), 0, false));

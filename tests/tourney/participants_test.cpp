@@ -185,7 +185,7 @@ TEST_F(ParticipantsTest, EightGamesBreakTheLineToo) {
 
 TEST_F(ParticipantsTest, AllParticipantsAreShownUnderAHeadline) {
   Enter({"A", "B"});
-  tourney.settings.name = "Cup 100%s";
+  tourney.ChangeSettings()->name = "Cup 100%s";
   ShowParticipants(tourney, 0);
   EXPECT_EQ(Output(), "Players currently at tourney 'Cup 100%s':\n" +
                           ParticipantText(tourney, tourney.Participants()[0]) +
@@ -245,7 +245,7 @@ TEST_F(ParticipantsTest, RemovingAParticipantRemovesHisGamesAndClosesTheGap) {
   Add(3, 4);
   Add(4, 2);
   Add(4, 1);
-  EXPECT_TRUE(RemoveParticipant(tourney, 2));
+  EXPECT_TRUE(RemoveParticipant(tourney, machine.files, 2));
   EXPECT_EQ(Output(), "Removing game 3...removed.\nRemoving game 1...removed.\n");
   EXPECT_EQ(NumbersAndNames(), "1A 2C 3D ");
   EXPECT_EQ(Pairs(), "2-3 3-1 ");
@@ -260,7 +260,7 @@ TEST_F(ParticipantsTest, RemovingAParticipantDeletesTheFilesOfHisGames) {
   Enter({"A", "B"});
   Add(1, 2).pgn_file = "g1.PGN";
   machine.files.Put("g1.PGN", "");
-  EXPECT_TRUE(RemoveParticipant(tourney, 1));
+  EXPECT_TRUE(RemoveParticipant(tourney, machine.files, 1));
   EXPECT_TRUE(machine.files.FileNames().empty());
 }
 
@@ -269,7 +269,7 @@ TEST_F(ParticipantsTest, RemovingNobodyChangesNothing) {
   Add(1, 2);
   tourney.name_width = 9;
   for (const int number : {0, 3, -1})
-    EXPECT_FALSE(RemoveParticipant(tourney, number));
+    EXPECT_FALSE(RemoveParticipant(tourney, machine.files, number));
   EXPECT_EQ(Output(), "");
   EXPECT_EQ(tourney.name_width, 9);
   EXPECT_EQ(Pairs(), "1-2 ");

@@ -98,7 +98,7 @@ class CreateRRGamesTest : public TourneyTest {};
 
 TEST_F(CreateRRGamesTest, GamesAreNumberedInTheOrderOfThePairs) {
   Enter({"Alpha", "Beta", "100%s", "A name of more than twelve"});
-  CreateRRGames(tourney);
+  CreateRRGames(tourney, machine.files);
   EXPECT_EQ(Output(),
             "Creating Round Robin games..."
             "Adding game  1 Alpha        -  2 Beta        \n"
@@ -109,7 +109,7 @@ TEST_F(CreateRRGamesTest, GamesAreNumberedInTheOrderOfThePairs) {
             "Adding game  4 A name of more than twelve -  3 100%s       \n"
             "ready.\n");
   EXPECT_EQ(GameNumbers(), " 1 2 3 4 5 6");
-  EXPECT_EQ(tourney.settings.rounds, 3);
+  EXPECT_EQ(tourney.Settings().rounds, 3);
   EXPECT_EQ(tourney.Games()[2].round, 1);
   EXPECT_EQ(tourney.Games()[2].sub_round, 1);
   EXPECT_EQ(History(4), (std::vector<int>{3, 4, 5}));
@@ -117,17 +117,17 @@ TEST_F(CreateRRGamesTest, GamesAreNumberedInTheOrderOfThePairs) {
 
 TEST_F(CreateRRGamesTest, FiveParticipantsPlayTenGamesInFiveRounds) {
   EnterMany(5);
-  CreateRRGames(tourney);
+  CreateRRGames(tourney, machine.files);
   EXPECT_EQ(tourney.Games().size(), 10U);
-  EXPECT_EQ(tourney.settings.rounds, 5);
+  EXPECT_EQ(tourney.Settings().rounds, 5);
   for (int i = 1; i <= 5; ++i)
     EXPECT_EQ(History(i).size(), 4U);
 }
 
 TEST_F(CreateRRGamesTest, EvenSubRoundsHaveTheColoursReversed) {
   EnterMany(4);
-  tourney.settings.sub_rounds = 2;
-  CreateRRGames(tourney);
+  tourney.ChangeSettings()->sub_rounds = 2;
+  CreateRRGames(tourney, machine.files);
   ASSERT_EQ(tourney.Games().size(), 12U);
   for (std::size_t i = 0; i < 12; i += 2) {
     const Game& first = tourney.Games()[i];
@@ -143,8 +143,8 @@ TEST_F(CreateRRGamesTest, EvenSubRoundsHaveTheColoursReversed) {
 TEST_F(CreateRRGamesTest, NoSubRoundsCountAsOne) {
   EnterMany(2);
   for (const int sub_rounds : {0, 1, -1}) {
-    tourney.settings.sub_rounds = sub_rounds;
-    CreateRRGames(tourney);
+    tourney.ChangeSettings()->sub_rounds = sub_rounds;
+    CreateRRGames(tourney, machine.files);
     ASSERT_EQ(tourney.Games().size(), 1U);
     EXPECT_EQ(tourney.Games()[0].sub_round, 1);
   }
@@ -153,43 +153,43 @@ TEST_F(CreateRRGamesTest, NoSubRoundsCountAsOne) {
 TEST_F(CreateRRGamesTest, NobodyAndOneAloneLoseTheOldGames) {
   Enter({"A"});
   tourney.AddGame(1, 1, 1, 1);
-  tourney.Games()[0].bat_file = "g1.BAT";
+  tourney.ChangeGames()[0].bat_file = "g1.BAT";
   machine.files.Put("g1.BAT", "");
   Output();
-  CreateRRGames(tourney);
+  CreateRRGames(tourney, machine.files);
   EXPECT_EQ(Output(), "Creating Round Robin games...ready.\n");
   EXPECT_TRUE(tourney.Games().empty());
   EXPECT_FALSE(machine.files.Has("g1.BAT"));
-  EXPECT_EQ(tourney.settings.rounds, 1);
-  EXPECT_EQ(tourney.games_state, 0);
-  tourney.Participants().clear();
-  CreateRRGames(tourney);
-  EXPECT_EQ(tourney.settings.rounds, -1);
+  EXPECT_EQ(tourney.Settings().rounds, 1);
+  EXPECT_EQ(tourney.State().games_state, 0);
+  tourney.ChangeParticipants().clear();
+  CreateRRGames(tourney, machine.files);
+  EXPECT_EQ(tourney.Settings().rounds, -1);
 }
 
 TEST_F(CreateRRGamesTest, ASecondCallDeletesTheFirstGamesAndNumbersOn) {
   EnterMany(4);
-  CreateRRGames(tourney);
-  for (Game& game : tourney.Games()) {
+  CreateRRGames(tourney, machine.files);
+  for (Game& game : tourney.ChangeGames()) {
     game.bat_file = Format("g%d.BAT", game.number);
     game.pgn_file = Format("g%d.PGN", game.number);
     machine.files.Put(game.bat_file, "");
     machine.files.Put(game.pgn_file, "");
   }
-  CreateRRGames(tourney);
+  CreateRRGames(tourney, machine.files);
   EXPECT_TRUE(machine.files.FileNames().empty());
   EXPECT_EQ(GameNumbers(), " 7 8 9 10 11 12");
   EXPECT_EQ(History(1), (std::vector<int>{0, 1, 3}));
-  EXPECT_EQ(tourney.games_state, 1);
+  EXPECT_EQ(tourney.State().games_state, 1);
 }
 
 TEST_F(CreateRRGamesTest, TheTypeOfTheTourneyDoesNotMatter) {
   EnterMany(3);
   for (const int type : {kSwiss, kRoundRobin}) {
-    tourney.settings.type = type;
-    CreateRRGames(tourney);
+    tourney.ChangeSettings()->type = type;
+    CreateRRGames(tourney, machine.files);
     EXPECT_EQ(tourney.Games().size(), 3U);
-    EXPECT_EQ(tourney.settings.type, type);
+    EXPECT_EQ(tourney.Settings().type, type);
   }
 }
 

@@ -8,11 +8,11 @@ namespace {
 class RoundsTest : public TourneyTest {
  protected:
   std::string Adjusted(int participants, int rounds) {
-    tourney.Participants().clear();
+    tourney.ChangeParticipants().clear();
     EnterMany(participants);
-    tourney.settings.rounds = rounds;
+    tourney.ChangeSettings()->rounds = rounds;
     AdjustRounds(tourney);
-    return std::to_string(tourney.settings.rounds) + " " + Output();
+    return std::to_string(tourney.Settings().rounds) + " " + Output();
   }
 };
 
@@ -22,75 +22,75 @@ TEST_F(RoundsTest, TheCurrentRoundIsTheFirstInWhichSomebodyHasNoGame) {
   Add(3, 4, 1);
   Add(1, 3, 2);
   RecomputeCurrentRound(tourney);
-  EXPECT_EQ(tourney.round, 2);
-  tourney.round = 7;
+  EXPECT_EQ(tourney.State().round, 2);
+  tourney.ChangeState()->round = 7;
   Add(2, 4, 2);
   RecomputeCurrentRound(tourney);
-  EXPECT_EQ(tourney.round, 3);
+  EXPECT_EQ(tourney.State().round, 3);
 }
 
 TEST_F(RoundsTest, AMissingSubRoundKeepsTheRound) {
-  tourney.settings.sub_rounds = 2;
+  tourney.ChangeSettings()->sub_rounds = 2;
   EnterMany(2);
   Add(1, 2, 1, 1);
-  tourney.round = 5;
+  tourney.ChangeState()->round = 5;
   RecomputeCurrentRound(tourney);
-  EXPECT_EQ(tourney.round, 1);
+  EXPECT_EQ(tourney.State().round, 1);
   Add(2, 1, 1, 2);
   RecomputeCurrentRound(tourney);
-  EXPECT_EQ(tourney.round, 2);
+  EXPECT_EQ(tourney.State().round, 2);
 }
 
 TEST_F(RoundsTest, GamesCountInAnyStatus) {
   EnterMany(2);
   Add(1, 2, 1).status = kSpooled;
   RecomputeCurrentRound(tourney);
-  EXPECT_EQ(tourney.round, 2);
+  EXPECT_EQ(tourney.State().round, 2);
 }
 
 TEST_F(RoundsTest, WithAllRoundsCompleteTheRoundStays) {
   EnterMany(2);
-  tourney.settings.rounds = 1;
+  tourney.ChangeSettings()->rounds = 1;
   Add(1, 2, 1);
-  tourney.round = 9;
+  tourney.ChangeState()->round = 9;
   RecomputeCurrentRound(tourney);
-  EXPECT_EQ(tourney.round, 9);
+  EXPECT_EQ(tourney.State().round, 9);
 }
 
 TEST_F(RoundsTest, WithoutRoundsOrParticipantsOrInARoundRobinTheRoundStays) {
-  tourney.round = 9;
+  tourney.ChangeState()->round = 9;
   RecomputeCurrentRound(tourney);
-  EXPECT_EQ(tourney.round, 9);
+  EXPECT_EQ(tourney.State().round, 9);
   EnterMany(2);
-  tourney.settings.rounds = 0;
+  tourney.ChangeSettings()->rounds = 0;
   RecomputeCurrentRound(tourney);
-  EXPECT_EQ(tourney.round, 9);
-  tourney.settings.rounds = 2;
-  tourney.settings.type = kRoundRobin;
+  EXPECT_EQ(tourney.State().round, 9);
+  tourney.ChangeSettings()->rounds = 2;
+  tourney.ChangeSettings()->type = kRoundRobin;
   RecomputeCurrentRound(tourney);
-  EXPECT_EQ(tourney.round, 9);
-  tourney.settings.type = kSwiss;
+  EXPECT_EQ(tourney.State().round, 9);
+  tourney.ChangeSettings()->type = kSwiss;
   RecomputeCurrentRound(tourney);
-  EXPECT_EQ(tourney.round, 1);
+  EXPECT_EQ(tourney.State().round, 1);
 }
 
 TEST_F(RoundsTest, WithNoSubRoundsNoRoundIsIncomplete) {
   EnterMany(2);
-  tourney.round = 9;
+  tourney.ChangeState()->round = 9;
   for (const int sub_rounds : {0, -1}) {
-    tourney.settings.sub_rounds = sub_rounds;
+    tourney.ChangeSettings()->sub_rounds = sub_rounds;
     RecomputeCurrentRound(tourney);
-    EXPECT_EQ(tourney.round, 9);
+    EXPECT_EQ(tourney.State().round, 9);
   }
 }
 
 TEST_F(RoundsTest, HugeNumbersOfRoundsTakeNoTime) {
   EnterMany(2);
-  tourney.settings.rounds = 2147483646;
-  tourney.settings.sub_rounds = 2147483646;
+  tourney.ChangeSettings()->rounds = 2147483646;
+  tourney.ChangeSettings()->sub_rounds = 2147483646;
   Add(1, 2, 1);
   RecomputeCurrentRound(tourney);
-  EXPECT_EQ(tourney.round, 1);
+  EXPECT_EQ(tourney.State().round, 1);
 }
 
 TEST_F(RoundsTest, ARoundRobinNeedsAsManyRoundsAsItsFieldAsksFor) {
@@ -102,7 +102,7 @@ TEST_F(RoundsTest, ARoundRobinNeedsAsManyRoundsAsItsFieldAsksFor) {
 }
 
 TEST_F(RoundsTest, TheRoundsOfARoundRobinAreSetSilently) {
-  tourney.settings.type = kRoundRobin;
+  tourney.ChangeSettings()->type = kRoundRobin;
   EXPECT_EQ(Adjusted(7, 2), "7 ");
   EXPECT_EQ(Adjusted(8, 99), "7 ");
 }
@@ -130,12 +130,12 @@ TEST_F(RoundsTest, WithinTheLimitsNothingIsSaid) {
 
 TEST_F(RoundsTest, TooManyRoundsAreCutToHalfTheParticipants) {
   EnterMany(8);
-  tourney.settings.rounds = 10;
+  tourney.ChangeSettings()->rounds = 10;
   CutRoundsToHalf(tourney);
   EXPECT_EQ(Output(),
             "Amount of rounds can't be more than half of players in the tourney.\n"
             "Setting Rounds to 4.\n");
-  EXPECT_EQ(tourney.settings.rounds, 4);
+  EXPECT_EQ(tourney.Settings().rounds, 4);
   CutRoundsToHalf(tourney);
   EXPECT_EQ(Output(), "");
 }
@@ -145,19 +145,19 @@ TEST_F(RoundsTest, TheRoundAdvancesWhenEverybodyHasPlayed) {
   AddReady(1, 2, kDraw);
   Game& last = Add(3, 4);
   EXPECT_FALSE(AdvanceCurrentRound(tourney));
-  EXPECT_EQ(tourney.round, 1);
+  EXPECT_EQ(tourney.State().round, 1);
   last.status = kReady;
   EXPECT_TRUE(AdvanceCurrentRound(tourney));
-  EXPECT_EQ(tourney.round, 2);
+  EXPECT_EQ(tourney.State().round, 2);
   EXPECT_FALSE(AdvanceCurrentRound(tourney));
 }
 
 TEST_F(RoundsTest, TheRoundNeverAdvancesPastRounds) {
   EnterMany(2);
-  tourney.settings.rounds = 1;
+  tourney.ChangeSettings()->rounds = 1;
   AddReady(1, 2, kDraw);
   EXPECT_FALSE(AdvanceCurrentRound(tourney));
-  EXPECT_EQ(tourney.round, 1);
+  EXPECT_EQ(tourney.State().round, 1);
 }
 
 TEST_F(RoundsTest, AFirstGameThatIsNotReadyBlocksTheRound) {
@@ -169,24 +169,24 @@ TEST_F(RoundsTest, AFirstGameThatIsNotReadyBlocksTheRound) {
 
 TEST_F(RoundsTest, WithoutParticipantsTheRoundAdvances) {
   EXPECT_TRUE(AdvanceCurrentRound(tourney));
-  EXPECT_EQ(tourney.round, 2);
+  EXPECT_EQ(tourney.State().round, 2);
 }
 
 TEST_F(RoundsTest, AbsurdSubRoundsAreCutToWhatTheMemoryHolds) {
-  tourney.settings.sub_rounds = 2147483647;
+  tourney.ChangeSettings()->sub_rounds = 2147483647;
   EXPECT_EQ(PlayableSubRounds(tourney, 0), 2000000);
   EXPECT_EQ(PlayableSubRounds(tourney, 10), 200000);
   EXPECT_EQ(PlayableSubRounds(tourney, 5000000), 1);
-  tourney.settings.sub_rounds = 0;
+  tourney.ChangeSettings()->sub_rounds = 0;
   EXPECT_EQ(PlayableSubRounds(tourney, 10), 0);
-  tourney.settings.sub_rounds = 3;
+  tourney.ChangeSettings()->sub_rounds = 3;
   EXPECT_EQ(PlayableSubRounds(tourney, 10), 3);
 }
 
 TEST_F(RoundsTest, ARoundRobinDoesNotAdvance) {
-  tourney.settings.type = kRoundRobin;
+  tourney.ChangeSettings()->type = kRoundRobin;
   EXPECT_FALSE(AdvanceCurrentRound(tourney));
-  EXPECT_EQ(tourney.round, 1);
+  EXPECT_EQ(tourney.State().round, 1);
 }
 
 }  // namespace

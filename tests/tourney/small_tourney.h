@@ -8,10 +8,11 @@
 #include "fakes/captured_log.h"
 #include "tourney/participants.h"
 #include "tourney/tourney.h"
+#include "tourney/tourney_file.h"
 
 namespace tarvendo {
 
-/// A tourney on a made-up machine. The program lies in "/prog/"; the current directory is "/home".
+/// A tourney and its file on a made-up machine. The current directory is "/home".
 class TourneyTest : public testing::Test {
  protected:
   /// Participants with these names, numbered from 1; says nothing.
@@ -35,7 +36,7 @@ class TourneyTest : public testing::Test {
   Game& Add(int white, int black, int round = 1, int sub_round = 1) {
     tourney.AddGame(white, black, round, sub_round);
     machine.TakeOutput();
-    return tourney.Games().back();
+    return tourney.ChangeGames().back();
   }
 
   Game& AddReady(int white, int black, int result, int round = 1) {
@@ -58,7 +59,8 @@ class TourneyTest : public testing::Test {
   const std::vector<int>& History(int number) { return tourney.FindParticipant(number)->games; }
 
   CapturedLog machine;
-  Tourney tourney{machine.host, "/prog/"};
+  Tourney tourney;
+  TourneyFile file{machine.files};
 };
 
 }  // namespace tarvendo

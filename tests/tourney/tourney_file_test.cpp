@@ -2,6 +2,7 @@
 #include <cstdio>
 
 #include "base/text.h"
+#include "tourney/content_text.h"
 #include "tourney/game_list.h"
 #include "tourney/small_tourney.h"
 
@@ -68,19 +69,20 @@ class TourneyFileTest : public TourneyTest {
     SetPlayers();
     Add(1, 2, 1, 1);
     Add(2, 1, 2, 2);
-    tourney.Games()[0].status = kReady;
-    tourney.Games()[0].result = kDraw;
-    Game& spooled = tourney.Games()[1];
+    tourney.ChangeGames()[0].status = kReady;
+    tourney.ChangeGames()[0].result = kDraw;
+    Game& spooled = tourney.ChangeGames()[1];
     spooled.status = kSpooled;
     spooled.spool_index = 6;
     spooled.bat_file = "games\\g2.BAT";
     spooled.pgn_file = "games\\g2.PGN";
-    tourney.FindParticipant(1)->colour_state = kMediumWhite;
-    tourney.FindParticipant(2)->colour_state = kMediumBlack;
+    tourney.Change(*tourney.FindParticipant(1))->colour_state = kMediumWhite;
+    tourney.Change(*tourney.FindParticipant(2))->colour_state = kMediumBlack;
   }
 
   void SetSettings() {
-    TourneySettings& settings = tourney.settings;
+    const auto edit = tourney.ChangeSettings();
+    TourneySettings& settings = *edit;
     settings.pics_dir = "pics/";
     settings.auto_save = 5;
     settings.auto_run = 7;
@@ -98,13 +100,14 @@ class TourneyFileTest : public TourneyTest {
     settings.hash_tables = "64 MB";
     settings.tablebases = "none; but 'quoted'";
     settings.time_control = {330, 5, 40};
-    tourney.round = 3;
-    tourney.Switch().Set({10000000000, 20000000000, 1});
+    tourney.ChangeState()->round = 3;
+    tourney.ChangeSwitch()->Set({10000000000, 20000000000, 1});
   }
 
   void SetPlayers() {
-    tourney.FindParticipant(1)->texts = {"Alpha", "d1", "i1", "/w1", "/b1", "a.exe", "g1"};
-    for (Player& player : tourney.Participants()) {
+    tourney.Change(*tourney.FindParticipant(1))->texts = {"Alpha", "d1",    "i1", "/w1",
+                                                          "/b1",   "a.exe", "g1"};
+    for (Player& player : tourney.ChangeParticipants()) {
       player.points = 2;
       player.buchholz = 2;
       player.sonneborn_berger = 4;
@@ -115,7 +118,7 @@ class TourneyFileTest : public TourneyTest {
 
   bool LoadText(const std::string& text) {
     machine.files.Put("t.ini", text);
-    return tourney.Load("t.ini");
+    return file.Load(tourney, "t.ini");
   }
 
   /// The saved settings with two lists in place of the saved ones.
@@ -124,7 +127,7 @@ class TourneyFileTest : public TourneyTest {
 
 TEST_F(TourneyFileTest, EveryValueIsWrittenInItsPlace) {
   SetEverything();
-  EXPECT_TRUE(tourney.Save("t.ini"));
+  EXPECT_TRUE(file.Save(tourney, "t.ini"));
   EXPECT_EQ(machine.files.Bytes("t.ini"), SavedText());
   EXPECT_EQ(Output(), "");
 }
@@ -132,11 +135,11 @@ TEST_F(TourneyFileTest, EveryValueIsWrittenInItsPlace) {
 TEST_F(TourneyFileTest, ALoadedTourneyIsSavedAsTheSameBytes) {
   EXPECT_TRUE(LoadText(SavedText()));
   EXPECT_EQ(Output(), "");
-  EXPECT_EQ(tourney.settings.name, "Cup 100%s");
-  EXPECT_EQ(tourney.settings.save_file, "t.ini");
+  EXPECT_EQ(tourney.Settings().name, "Cup 100%s");
+  EXPECT_EQ(file.Name(), "t.ini");
   EXPECT_EQ(tourney.Participants().at(0).texts.init_string, "i1");
   EXPECT_EQ(tourney.Games().at(1).bat_file, "games\\g2.BAT");
-  EXPECT_TRUE(tourney.Save("t.ini"));
+  EXPECT_TRUE(file.Save(tourney, "t.ini"));
   EXPECT_EQ(machine.files.Bytes("t.ini"), SavedText());
 }
 
@@ -153,13 +156,13 @@ TEST_F(TourneyFileTest, AFileWithCrLfIsReadAsWell) {
   for (const char c : SavedText())
     text += c == '\n' ? std::string("\r\n") : std::string(1, c);
   EXPECT_TRUE(LoadText(text));
-  EXPECT_TRUE(tourney.Save("t.ini"));
+  EXPECT_TRUE(file.Save(tourney, "t.ini"));
   EXPECT_EQ(machine.files.Bytes("t.ini"), SavedText());
 }
 
 TEST_F(TourneyFileTest, ASavedTourneyNumbersItsGamesOn) {
   EXPECT_TRUE(LoadText(SavedText()));
-  RemoveGames(tourney, {.all = true});
+  RemoveGames(tourney, machine.files, {.all = true});
   EXPECT_EQ(Add(1, 2).number, 3);
 }
 
@@ -172,25 +175,25 @@ TEST_F(TourneyFileTest, SpoolCounterAndNameWidthAreNotInTheFile) {
 }
 
 TEST_F(TourneyFileTest, ASaveWithANameKeepsTheName) {
-  EXPECT_TRUE(tourney.Save("mine.ini"));
-  EXPECT_EQ(tourney.settings.save_file, "mine.ini");
-  tourney.settings.name = "Changed";
-  EXPECT_TRUE(tourney.Save(""));
+  EXPECT_TRUE(file.Save(tourney, "mine.ini"));
+  EXPECT_EQ(file.Name(), "mine.ini");
+  tourney.ChangeSettings()->name = "Changed";
+  EXPECT_TRUE(file.Save(tourney, ""));
   EXPECT_EQ(machine.files.FileNames(), std::vector<std::string>{"/home/mine.ini"});
   EXPECT_NE(machine.files.Bytes("mine.ini").find("\nChanged\n"), std::string::npos);
 }
 
 TEST_F(TourneyFileTest, ASaveWithoutAnyNameGoesDirectlyBehindFilesPath) {
-  EXPECT_TRUE(tourney.Save(""));
-  EXPECT_EQ(tourney.settings.save_file, "tourney.ini");
-  tourney.settings.save_file.clear();
-  tourney.settings.files_path = "games";
-  EXPECT_TRUE(tourney.Save(""));
-  EXPECT_EQ(tourney.settings.save_file, "gamestourney.ini");
-  tourney.settings.save_file.clear();
-  tourney.settings.files_path = "games\\";
+  EXPECT_TRUE(file.Save(tourney, ""));
+  EXPECT_EQ(file.Name(), "tourney.ini");
+  file.SetName("");
+  tourney.ChangeSettings()->files_path = "games";
+  EXPECT_TRUE(file.Save(tourney, ""));
+  EXPECT_EQ(file.Name(), "gamestourney.ini");
+  file.SetName("");
+  tourney.ChangeSettings()->files_path = "games\\";
   machine.files.MakeDirectory("games");
-  EXPECT_TRUE(tourney.Save(""));
+  EXPECT_TRUE(file.Save(tourney, ""));
   EXPECT_EQ(machine.files.FileNames(),
             (std::vector<std::string>{"/home/games/tourney.ini", "/home/gamestourney.ini",
                                       "/home/tourney.ini"}));
@@ -199,73 +202,63 @@ TEST_F(TourneyFileTest, ASaveWithoutAnyNameGoesDirectlyBehindFilesPath) {
 TEST_F(TourneyFileTest, ASaveWithoutNameNeverReplacesAForeignFile) {
   for (const char* foreign : {"shopping list\n", "TOURNEY_FILES\n", "\n", "tourney_file\n"}) {
     machine.files.Put("tourney.ini", foreign);
-    tourney.settings.save_file.clear();
-    EXPECT_FALSE(tourney.Save(""));
+    file.SetName("");
+    EXPECT_FALSE(file.Save(tourney, ""));
     EXPECT_EQ(machine.files.Bytes("tourney.ini"), foreign);
   }
-  EXPECT_TRUE(tourney.Save("tourney.ini"));
+  EXPECT_TRUE(file.Save(tourney, "tourney.ini"));
 }
 
 TEST_F(TourneyFileTest, ASaveWithoutNameReplacesAnEmptyFileAndATourneyFile) {
   for (const char* mine : {"", "TOURNEY_FILE\n", "TOURNEY_FILE"}) {
     machine.files.Put("tourney.ini", mine);
-    tourney.settings.save_file.clear();
-    EXPECT_TRUE(tourney.Save(""));
+    file.SetName("");
+    EXPECT_TRUE(file.Save(tourney, ""));
     EXPECT_EQ(machine.files.Bytes("tourney.ini").substr(0, 13), "TOURNEY_FILE\n");
   }
 }
 
 TEST_F(TourneyFileTest, ASaveThatCannotBeMadeIsAFailureWithoutMessage) {
-  EXPECT_FALSE(tourney.Save("nowhere\\t.ini"));
-  EXPECT_EQ(tourney.settings.save_file, "nowhere\\t.ini");
+  EXPECT_FALSE(file.Save(tourney, "nowhere\\t.ini"));
+  EXPECT_EQ(file.Name(), "nowhere\\t.ini");
   EXPECT_EQ(Output(), "");
 }
 
 TEST_F(TourneyFileTest, AFileThatCannotBeOpenedChangesNothingButTheName) {
   SetEverything();
-  const std::string before = tourney.ContentText();
-  EXPECT_FALSE(tourney.Load("missing.ini"));
-  EXPECT_EQ(tourney.ContentText(), before);
-  EXPECT_EQ(tourney.settings.save_file, "missing.ini");
+  const std::string before = ContentText(tourney);
+  EXPECT_FALSE(file.Load(tourney, "missing.ini"));
+  EXPECT_EQ(ContentText(tourney), before);
+  EXPECT_EQ(file.Name(), "missing.ini");
   EXPECT_EQ(Output(), "");
 }
 
 TEST_F(TourneyFileTest, ALoadWithoutNameChoosesAsASaveDoes) {
-  EXPECT_FALSE(tourney.Load(""));
-  EXPECT_EQ(tourney.settings.save_file, "tourney.ini");
+  EXPECT_FALSE(file.Load(tourney, ""));
+  EXPECT_EQ(file.Name(), "tourney.ini");
   machine.files.Put("tourney.ini", SavedText());
-  EXPECT_TRUE(tourney.Load(""));
+  EXPECT_TRUE(file.Load(tourney, ""));
   // The name in the file takes over.
-  EXPECT_EQ(tourney.settings.save_file, "t.ini");
+  EXPECT_EQ(file.Name(), "t.ini");
 }
 
 TEST_F(TourneyFileTest, AForeignFileIsSaidToBeNoneAndChangesNothing) {
   SetEverything();
-  const std::string before = tourney.ContentText();
+  const std::string before = ContentText(tourney);
   for (const std::string foreign :
        {"", "\n", "tourney_file\n", "TOURNEY_FILE", "TOURNEY_FILE \n", "PLAYER_FILE\nPLAYER\n"}) {
     EXPECT_FALSE(LoadText(foreign));
     EXPECT_EQ(Output(), "Not a tourney file.\n");
-    EXPECT_EQ(tourney.ContentText(), before);
+    EXPECT_EQ(ContentText(tourney), before);
   }
-}
-
-TEST_F(TourneyFileTest, ContentLeavesOutTheFilesOwnNameOnly) {
-  SetEverything();
-  std::string expected = SavedText();
-  expected.erase(expected.find("t.ini\n"), 6);
-  EXPECT_EQ(tourney.ContentText(), expected);
-  tourney.settings.save_file = "other.ini";
-  EXPECT_EQ(tourney.ContentText(), expected);
-  EXPECT_TRUE(machine.files.FileNames().empty());
 }
 
 TEST_F(TourneyFileTest, FlagsAreWrittenBackAsTheyWereButForAutoSave) {
   std::string text = SavedText();
   text.replace(text.find("t.ini\n1\n7\n"), 10, "t.ini\n-4\n-7\n");
   EXPECT_TRUE(LoadText(text));
-  EXPECT_EQ(tourney.settings.auto_save, 1);
-  EXPECT_EQ(tourney.settings.auto_run, -7);
+  EXPECT_EQ(tourney.Settings().auto_save, 1);
+  EXPECT_EQ(tourney.Settings().auto_run, -7);
 }
 
 TEST_F(TourneyFileTest, NegativeCountsAreNone) {
@@ -322,33 +315,37 @@ TEST_F(TourneyFileTest, PositionsThatNoGameHasDoNoHarm) {
   ShowParticipants(tourney, 1);
   const std::string shown = Output();
   EXPECT_NE(shown.find("    Opponents    : \n"), std::string::npos);
-  EXPECT_TRUE(RemoveParticipant(tourney, 1));
+  EXPECT_TRUE(RemoveParticipant(tourney, machine.files, 1));
 }
 
-TEST_F(TourneyFileTest, ATextOf254BytesSurvivesAndALongerOneDoesNot) {
+TEST_F(TourneyFileTest, ATextOf254BytesSurvivesAndALongerOneIsCutWhichIsSaidOnce) {
   for (const std::size_t size : {253U, 254U}) {
-    tourney.settings.name = std::string(size, 'n');
-    EXPECT_TRUE(tourney.Save("t.ini"));
-    EXPECT_TRUE(tourney.Load("t.ini"));
-    EXPECT_EQ(tourney.settings.name.size(), size);
-    EXPECT_EQ(tourney.settings.pgn_file, "default.pgn");
+    tourney.ChangeSettings()->name = std::string(size, 'n');
+    EXPECT_TRUE(file.Save(tourney, "t.ini"));
+    EXPECT_TRUE(file.Load(tourney, "t.ini"));
+    EXPECT_EQ(tourney.Settings().name.size(), size);
+    EXPECT_EQ(tourney.Settings().pgn_file, "default.pgn");
   }
+  EXPECT_EQ(Output(), "");
   for (const std::size_t size : {255U, 256U, 1000U}) {
-    tourney.settings.name = std::string(size, 'n');
-    EXPECT_TRUE(tourney.Save("t.ini"));
-    EXPECT_TRUE(tourney.Load("t.ini"));
-    EXPECT_EQ(tourney.settings.name, std::string(254, 'n'));
-    EXPECT_NE(tourney.settings.pgn_file, "default.pgn");
-    tourney.Reset();
+    tourney.ChangeSettings()->name = std::string(size, 'n');
+    EXPECT_TRUE(file.Save(tourney, "t.ini"));
+    EXPECT_EQ(Output(), "In the tourney file a text of " + std::to_string(size) +
+                            " bytes is cut to 254: '" + std::string(60, 'n') + "...'\n");
+    EXPECT_TRUE(file.Save(tourney, "t.ini"));
+    EXPECT_EQ(Output(), "");
+    EXPECT_TRUE(file.Load(tourney, "t.ini"));
+    EXPECT_EQ(tourney.Settings().name, std::string(254, 'n'));
+    EXPECT_EQ(tourney.Settings().pgn_file, "default.pgn");
   }
 }
 
 TEST_F(TourneyFileTest, ATextWithALineFeedMovesEverythingBehindIt) {
-  tourney.settings.name = "two\nlines";
-  EXPECT_TRUE(tourney.Save("t.ini"));
-  EXPECT_TRUE(tourney.Load("t.ini"));
-  EXPECT_EQ(tourney.settings.name, "two");
-  EXPECT_EQ(tourney.settings.report_path, "lines");
+  tourney.ChangeSettings()->name = "two\nlines";
+  EXPECT_TRUE(file.Save(tourney, "t.ini"));
+  EXPECT_TRUE(file.Load(tourney, "t.ini"));
+  EXPECT_EQ(tourney.Settings().name, "two");
+  EXPECT_EQ(tourney.Settings().report_path, "lines");
 }
 
 TEST_F(TourneyFileTest, NulBytesAnywhereDoNoHarm) {
@@ -358,7 +355,7 @@ TEST_F(TourneyFileTest, NulBytesAnywhereDoNoHarm) {
     text[i] = '\0';
     const bool loaded = LoadText(text);
     EXPECT_EQ(loaded, i > 12) << i;
-    EXPECT_TRUE(tourney.Save("t.ini"));
+    EXPECT_TRUE(file.Save(tourney, "t.ini"));
     Output();
   }
 }
@@ -395,8 +392,7 @@ struct TextLine {
   std::string TourneySettings::*field;
 };
 
-constexpr std::array<TextLine, 11> kTextLines = {{{2, &TourneySettings::pics_dir},
-                                                  {3, &TourneySettings::save_file},
+constexpr std::array<TextLine, 10> kTextLines = {{{2, &TourneySettings::pics_dir},
                                                   {17, &TourneySettings::files_path},
                                                   {18, &TourneySettings::name},
                                                   {19, &TourneySettings::report_path},
@@ -408,17 +404,17 @@ constexpr std::array<TextLine, 11> kTextLines = {{{2, &TourneySettings::pics_dir
                                                   {25, &TourneySettings::tablebases}}};
 
 /// The numbers of lines 4 to 16 and 26 to 28 of a tourney.
-std::vector<long long> Numbers(Tourney& tourney) {
-  const TourneySettings& s = tourney.settings;
-  const RunnerSwitch::State runner = tourney.Switch().Get();
+std::vector<long long> Numbers(const Tourney& tourney) {
+  const TourneySettings& s = tourney.Settings();
+  const RunnerSwitch::State& runner = tourney.Switch().Get();
   return {s.auto_save,
           s.auto_run,
-          tourney.games_state,
+          tourney.State().games_state,
           s.save_debug_files,
           s.ponder,
-          tourney.round,
+          tourney.State().round,
           s.rounds,
-          tourney.last_game_number,
+          tourney.State().last_game_number,
           s.sub_rounds,
           s.type,
           runner.start_time,
@@ -433,19 +429,22 @@ class CutTourneyFile : public TourneyFileTest {
  protected:
   /// Values that are nowhere in the saved file.
   void SetFormerValues(Tourney& fresh) {
+    const auto edit = fresh.ChangeSettings();
+    TourneySettings& settings = *edit;
     for (const TextLine& entry : kTextLines)
-      fresh.settings.*(entry.field) = "former";
-    fresh.settings.auto_run = fresh.settings.save_debug_files = fresh.settings.ponder = 50;
-    fresh.settings.rounds = fresh.settings.sub_rounds = fresh.settings.type = 51;
-    fresh.games_state = fresh.round = fresh.last_game_number = 52;
-    fresh.settings.time_control = {53, 54, 55};
-    fresh.Switch().Set({56, 57, 58});
+      settings.*(entry.field) = "former";
+    settings.auto_run = settings.save_debug_files = settings.ponder = 50;
+    settings.rounds = settings.sub_rounds = settings.type = 51;
+    settings.time_control = {53, 54, 55};
+    const auto state = fresh.ChangeState();
+    state->games_state = state->round = state->last_game_number = 52;
+    fresh.ChangeSwitch()->Set({56, 57, 58});
   }
 
-  void ExpectSettings(Tourney& loaded, const std::vector<long long>& former, const CutFile& cut) {
+  void ExpectSettings(const Tourney& loaded, const std::vector<long long>& former,
+                      const CutFile& cut) {
     for (const TextLine& entry : kTextLines) {
-      const std::string before = entry.line == 3 ? "t.ini" : "former";
-      EXPECT_EQ(loaded.settings.*(entry.field), cut.Text(entry.line, before)) << entry.line;
+      EXPECT_EQ(loaded.Settings().*(entry.field), cut.Text(entry.line, "former")) << entry.line;
     }
     const std::vector<long long> numbers = Numbers(loaded);
     for (std::size_t i = 0; i < numbers.size(); ++i) {
@@ -460,13 +459,16 @@ TEST_F(CutTourneyFile, FieldsBehindTheCutKeepTheirFormerValuesWhereverItIs) {
   for (std::size_t size = 0; size <= whole.size(); ++size) {
     SCOPED_TRACE(size);
     machine.files.Put("t.ini", whole.substr(0, size));
-    Tourney fresh(machine.host, "/prog/");
+    Tourney fresh;
+    TourneyFile fresh_file(machine.files);
     SetFormerValues(fresh);
     const std::vector<long long> former = Numbers(fresh);
     const bool expected = size >= 13;
-    EXPECT_EQ(fresh.Load("t.ini"), expected);
+    EXPECT_EQ(fresh_file.Load(fresh, "t.ini"), expected);
     EXPECT_EQ(Output(), expected ? "" : "Not a tourney file.\n");
-    ExpectSettings(fresh, former, CutFile(expected ? whole.substr(0, size) : ""));
+    const CutFile cut(expected ? whole.substr(0, size) : "");
+    ExpectSettings(fresh, former, cut);
+    EXPECT_EQ(fresh_file.Name(), cut.Text(3, "t.ini"));
   }
 }
 
@@ -476,9 +478,10 @@ TEST_F(CutTourneyFile, TheListsHoldAsManyRecordsAsTheirCountsSay) {
   const std::size_t games_count = whole.find("2\n2\n1\n8\n");
   for (std::size_t size = 13; size <= whole.size(); ++size) {
     SCOPED_TRACE(size);
-    Tourney fresh(machine.host, "/prog/");
+    Tourney fresh;
+    TourneyFile fresh_file(machine.files);
     machine.files.Put("t.ini", whole.substr(0, size));
-    EXPECT_TRUE(fresh.Load("t.ini"));
+    EXPECT_TRUE(fresh_file.Load(fresh, "t.ini"));
     EXPECT_EQ(fresh.Participants().size(), size > participants_count ? 2U : 0U);
     EXPECT_EQ(fresh.Games().size(), size > games_count ? 2U : 0U);
   }
@@ -488,28 +491,31 @@ TEST_F(CutTourneyFile, WhatWasLoadedCanBeSavedAndLoadedAgain) {
   const std::string whole = SavedText();
   for (std::size_t size = 13; size <= whole.size(); ++size) {
     SCOPED_TRACE(size);
-    Tourney fresh(machine.host, "/prog/");
+    Tourney fresh;
+    TourneyFile fresh_file(machine.files);
     machine.files.Put("t.ini", whole.substr(0, size));
-    EXPECT_TRUE(fresh.Load("t.ini"));
-    EXPECT_TRUE(fresh.Save("again.ini"));
-    const std::string content = fresh.ContentText();
-    Tourney again(machine.host, "/prog/");
-    EXPECT_TRUE(again.Load("again.ini"));
-    EXPECT_EQ(again.ContentText(), content);
+    EXPECT_TRUE(fresh_file.Load(fresh, "t.ini"));
+    EXPECT_TRUE(fresh_file.Save(fresh, "again.ini"));
+    const std::string content = ContentText(fresh);
+    Tourney again;
+    TourneyFile again_file(machine.files);
+    EXPECT_TRUE(again_file.Load(again, "again.ini"));
+    EXPECT_EQ(ContentText(again), content);
   }
 }
 
 TEST_F(CutTourneyFile, WorkGoesOnWithWhatWasLoaded) {
   const std::string whole = SavedText();
   for (std::size_t size = 13; size <= whole.size(); ++size) {
-    Tourney fresh(machine.host, "/prog/");
+    Tourney fresh;
+    TourneyFile fresh_file(machine.files);
     machine.files.Put("t.ini", whole.substr(0, size));
-    EXPECT_TRUE(fresh.Load("t.ini"));
+    EXPECT_TRUE(fresh_file.Load(fresh, "t.ini"));
     ShowParticipants(fresh, 0);
     ListGames(fresh, {});
     fresh.AddGame(1, 2, 1, 1);
-    RemoveParticipant(fresh, 1);
-    RemoveGames(fresh, {.all = true});
+    RemoveParticipant(fresh, machine.files, 1);
+    RemoveGames(fresh, machine.files, {.all = true});
     EXPECT_TRUE(fresh.Games().empty()) << size;
   }
 }
@@ -517,7 +523,7 @@ TEST_F(CutTourneyFile, WorkGoesOnWithWhatWasLoaded) {
 class SaveFaults : public TourneyFileTest, public testing::WithParamInterface<FileOperation> {};
 
 TEST_P(SaveFaults, ASaveThatFailsAnywhereLeavesTheOldFileWhole) {
-  EXPECT_TRUE(tourney.Save("t.ini"));
+  EXPECT_TRUE(file.Save(tourney, "t.ini"));
   const std::string old = machine.files.Bytes("t.ini");
   SetEverything();
   const int operations_before = machine.files.Count(GetParam());
@@ -525,7 +531,7 @@ TEST_P(SaveFaults, ASaveThatFailsAnywhereLeavesTheOldFileWhole) {
   bool saved = false;
   while (!saved) {
     machine.files.FailAt(GetParam(), ++n);
-    saved = tourney.Save("t.ini");
+    saved = file.Save(tourney, "t.ini");
     EXPECT_EQ(machine.files.Bytes("t.ini"), saved ? SavedText() : old) << n;
     EXPECT_EQ(machine.files.FileNames(), std::vector<std::string>{"/home/t.ini"}) << n;
   }

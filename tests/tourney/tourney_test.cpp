@@ -8,24 +8,24 @@ namespace tarvendo {
 namespace {
 
 TEST_F(TourneyTest, ANewTourneyHasTheDefaultsOfAProgramJustStarted) {
-  EXPECT_EQ(tourney.settings.name, "My Own Winboard Tourney");
-  EXPECT_EQ(tourney.settings.type, kSwiss);
-  EXPECT_EQ(tourney.settings.rounds, 10);
-  EXPECT_EQ(tourney.settings.sub_rounds, 1);
-  EXPECT_EQ(tourney.settings.time_control.seconds, 60);
-  EXPECT_EQ(tourney.settings.time_control.inc, 0);
-  EXPECT_EQ(tourney.settings.time_control.mps, 0);
-  EXPECT_EQ(tourney.settings.ponder, 0);
-  EXPECT_EQ(tourney.settings.auto_run, 0);
-  EXPECT_EQ(tourney.settings.auto_save, 0);
-  EXPECT_EQ(tourney.settings.save_debug_files, kSaveNever);
-  EXPECT_EQ(tourney.settings.pgn_file, "default.pgn");
-  EXPECT_EQ(tourney.settings.winboard_path, "winboard.exe");
-  EXPECT_EQ(tourney.settings.hash_tables, "Hashtables, what are those?");
-  EXPECT_EQ(tourney.settings.tablebases, "I don't know. Are they related to Excel sheets?");
-  EXPECT_EQ(tourney.round, 1);
-  EXPECT_EQ(tourney.games_state, 1);
-  EXPECT_EQ(tourney.last_game_number, 0);
+  EXPECT_EQ(tourney.Settings().name, "My Own Winboard Tourney");
+  EXPECT_EQ(tourney.Settings().type, kSwiss);
+  EXPECT_EQ(tourney.Settings().rounds, 10);
+  EXPECT_EQ(tourney.Settings().sub_rounds, 1);
+  EXPECT_EQ(tourney.Settings().time_control.seconds, 60);
+  EXPECT_EQ(tourney.Settings().time_control.inc, 0);
+  EXPECT_EQ(tourney.Settings().time_control.mps, 0);
+  EXPECT_EQ(tourney.Settings().ponder, 0);
+  EXPECT_EQ(tourney.Settings().auto_run, 0);
+  EXPECT_EQ(tourney.Settings().auto_save, 0);
+  EXPECT_EQ(tourney.Settings().save_debug_files, kSaveNever);
+  EXPECT_EQ(tourney.Settings().pgn_file, "default.pgn");
+  EXPECT_EQ(tourney.Settings().winboard_path, "winboard.exe");
+  EXPECT_EQ(tourney.Settings().hash_tables, "Hashtables, what are those?");
+  EXPECT_EQ(tourney.Settings().tablebases, "I don't know. Are they related to Excel sheets?");
+  EXPECT_EQ(tourney.State().round, 1);
+  EXPECT_EQ(tourney.State().games_state, 1);
+  EXPECT_EQ(tourney.State().last_game_number, 0);
   EXPECT_EQ(tourney.spool_counter, 0);
   EXPECT_EQ(tourney.name_width, 0);
   EXPECT_FALSE(tourney.Switch().IsRunning());
@@ -33,80 +33,60 @@ TEST_F(TourneyTest, ANewTourneyHasTheDefaultsOfAProgramJustStarted) {
 
 TEST_F(TourneyTest, ANewTourneyHasEmptyTextsAndLists) {
   for (const std::string* text :
-       {&tourney.settings.save_file, &tourney.settings.files_path, &tourney.settings.report_path,
-        &tourney.settings.pics_dir, &tourney.settings.white_options,
-        &tourney.settings.black_options, &tourney.settings.computer}) {
+       {&tourney.Settings().files_path, &tourney.Settings().report_path,
+        &tourney.Settings().pics_dir, &tourney.Settings().white_options,
+        &tourney.Settings().black_options, &tourney.Settings().computer}) {
     EXPECT_EQ(*text, "");
   }
   EXPECT_TRUE(tourney.Games().empty());
   EXPECT_TRUE(tourney.Participants().empty());
-  EXPECT_EQ(tourney.WorkDir(), "/prog/");
-}
-
-TEST_F(TourneyTest, TheTourneyBesideTheProgramIsLoadedAtTheStart) {
-  tourney.settings.name = "Of old";
-  machine.files.MakeDirectory("/prog");
-  ASSERT_TRUE(tourney.Save("/prog/tourney.ini"));
-  machine.files.Put("tourney.ini", "another one in the current directory\n");
-  Tourney next(machine.host, "/prog/");
-  EXPECT_EQ(next.settings.name, "Of old");
-  EXPECT_EQ(next.settings.save_file, "/prog/tourney.ini");
-}
-
-TEST_F(TourneyTest, AForeignFileBesideTheProgramIsSaidToBeNoTourneyFile) {
-  machine.files.Put("/prog/tourney.ini", "shopping list\n");
-  const Tourney next(machine.host, "/prog/");
-  EXPECT_EQ(Output(), "Not a tourney file.\n");
-  EXPECT_EQ(next.settings.name, "My Own Winboard Tourney");
 }
 
 TEST_F(TourneyTest, ResetGivesTheDefaultsOfANewTourney) {
-  tourney.settings =
-      TourneySettings{"n",   1,     5,   2,     {1, 2, 3}, 1,    1,    1,   0,   "save",
-                      "f\\", "r\\", "p", "d\\", "w",       "wo", "bo", "c", "h", "t"};
-  tourney.round = 4;
-  tourney.games_state = 3;
+  const auto edit = tourney.ChangeSettings();
+  *edit = TourneySettings{"n",   1,   5,     2,   {1, 2, 3}, 1,    1,   1,   0,  "f\\",
+                          "r\\", "p", "d\\", "w", "wo",      "bo", "c", "h", "t"};
+  tourney.ChangeState()->round = 4;
+  tourney.ChangeState()->games_state = 3;
   Enter({"A", "B"});
   Add(1, 2);
   EXPECT_TRUE(tourney.Reset());
-  EXPECT_EQ(tourney.settings.save_debug_files, kSaveAutomatically);
-  EXPECT_EQ(tourney.settings.time_control.seconds, 300);
-  EXPECT_EQ(tourney.settings.time_control.mps, 0);
-  EXPECT_EQ(tourney.settings.time_control.inc, 0);
-  EXPECT_EQ(tourney.settings.computer, "It's a PC.");
-  EXPECT_EQ(tourney.settings.name, "My Own Winboard Tourney");
-  EXPECT_EQ(tourney.settings.pgn_file, "default.pgn");
-  EXPECT_EQ(tourney.settings.hash_tables, "Hashtables, what are those?");
-  EXPECT_EQ(tourney.settings.tablebases, "I don't know. Are they related to Excel sheets?");
-  for (const std::string* text : {&tourney.settings.white_options, &tourney.settings.black_options,
-                                  &tourney.settings.files_path, &tourney.settings.report_path}) {
+  EXPECT_EQ(tourney.Settings().save_debug_files, kSaveAutomatically);
+  EXPECT_EQ(tourney.Settings().time_control.seconds, 300);
+  EXPECT_EQ(tourney.Settings().time_control.mps, 0);
+  EXPECT_EQ(tourney.Settings().time_control.inc, 0);
+  EXPECT_EQ(tourney.Settings().computer, "It's a PC.");
+  EXPECT_EQ(tourney.Settings().name, "My Own Winboard Tourney");
+  EXPECT_EQ(tourney.Settings().pgn_file, "default.pgn");
+  EXPECT_EQ(tourney.Settings().hash_tables, "Hashtables, what are those?");
+  EXPECT_EQ(tourney.Settings().tablebases, "I don't know. Are they related to Excel sheets?");
+  for (const std::string* text :
+       {&tourney.Settings().white_options, &tourney.Settings().black_options,
+        &tourney.Settings().files_path, &tourney.Settings().report_path}) {
     EXPECT_EQ(*text, "");
   }
-  for (const int number : {tourney.settings.type, tourney.settings.ponder,
-                           tourney.settings.auto_run, tourney.settings.auto_save}) {
+  for (const int number : {tourney.Settings().type, tourney.Settings().ponder,
+                           tourney.Settings().auto_run, tourney.Settings().auto_save}) {
     EXPECT_EQ(number, 0);
   }
-  EXPECT_EQ(tourney.settings.rounds, 10);
-  EXPECT_EQ(tourney.settings.sub_rounds, 1);
-  EXPECT_EQ(tourney.round, 1);
-  EXPECT_EQ(tourney.games_state, 1);
-  EXPECT_EQ(tourney.last_game_number, 0);
+  EXPECT_EQ(tourney.Settings().rounds, 10);
+  EXPECT_EQ(tourney.Settings().sub_rounds, 1);
+  EXPECT_EQ(tourney.State().round, 1);
+  EXPECT_EQ(tourney.State().games_state, 1);
+  EXPECT_EQ(tourney.State().last_game_number, 0);
   EXPECT_TRUE(tourney.Games().empty());
   EXPECT_TRUE(tourney.Participants().empty());
 }
 
 TEST_F(TourneyTest, ResetKeepsWhatBelongsToTheMachine) {
-  tourney.settings.winboard_path = "c:\\wb\\winboard.exe";
-  tourney.settings.pics_dir = "pics/";
-  tourney.settings.save_file = "mine.ini";
+  tourney.ChangeSettings()->winboard_path = "c:\\wb\\winboard.exe";
+  tourney.ChangeSettings()->pics_dir = "pics/";
   tourney.spool_counter = 7;
   tourney.name_width = 12;
-  tourney.Switch().Set({5, 6, 1});
+  tourney.ChangeSwitch()->Set({5, 6, 1});
   tourney.Reset();
-  EXPECT_EQ(tourney.settings.winboard_path, "c:\\wb\\winboard.exe");
-  EXPECT_EQ(tourney.settings.pics_dir, "pics/");
-  EXPECT_EQ(tourney.settings.save_file, "mine.ini");
-  EXPECT_EQ(tourney.WorkDir(), "/prog/");
+  EXPECT_EQ(tourney.Settings().winboard_path, "c:\\wb\\winboard.exe");
+  EXPECT_EQ(tourney.Settings().pics_dir, "pics/");
   EXPECT_EQ(tourney.spool_counter, 7);
   EXPECT_EQ(tourney.name_width, 12);
   EXPECT_TRUE(tourney.Switch().IsRunning());
@@ -115,13 +95,13 @@ TEST_F(TourneyTest, ResetKeepsWhatBelongsToTheMachine) {
 
 TEST_F(TourneyTest, AddedGamesAreNumberedOnAndEnteredInTheHistories) {
   Enter({"Alpha", "100%s"});
-  tourney.last_game_number = 41;
+  tourney.ChangeState()->last_game_number = 41;
   tourney.AddGame(1, 2, 3, 2);
   EXPECT_EQ(Output(), "Adding game  1 Alpha        -  2 100%s       \n");
   ASSERT_EQ(tourney.Games().size(), 1U);
   const Game& game = tourney.Games()[0];
   EXPECT_EQ(game.number, 42);
-  EXPECT_EQ(tourney.last_game_number, 42);
+  EXPECT_EQ(tourney.State().last_game_number, 42);
   EXPECT_EQ(game.white_player, "Alpha");
   EXPECT_EQ(game.black_player, "100%s");
   EXPECT_EQ(game.round, 3);
@@ -138,7 +118,7 @@ TEST_F(TourneyTest, AGameOfUnknownParticipantsHurtsNobody) {
 }
 
 TEST_F(TourneyTest, TheLargestGameNumberIsFollowedByTheSmallest) {
-  tourney.last_game_number = 2147483647;
+  tourney.ChangeState()->last_game_number = 2147483647;
   EXPECT_EQ(Add(0, 0).number, -2147483647 - 1);
 }
 
@@ -160,7 +140,7 @@ TEST_F(TourneyTest, GamesOutOfOrderAreFoundToo) {
     Add(0, 0);
   const std::vector<int> numbers = {9, 2, 7, 1, 4};
   for (std::size_t i = 0; i < 5; ++i)
-    tourney.Games()[i].number = numbers[i];
+    tourney.ChangeGames()[i].number = numbers[i];
   for (const int number : numbers) {
     ASSERT_NE(tourney.FindGame(number), nullptr) << number;
     EXPECT_EQ(tourney.FindGame(number)->number, number);
@@ -171,7 +151,7 @@ TEST_F(TourneyTest, GamesOutOfOrderAreFoundToo) {
 TEST_F(TourneyTest, OfTwoGamesWithOneNumberTheFirstIsFound) {
   for (int i = 0; i < 3; ++i)
     Add(0, 0);
-  for (Game& game : tourney.Games())
+  for (Game& game : tourney.ChangeGames())
     game.number = 2;
   EXPECT_EQ(tourney.FindGame(2), &tourney.Games()[0]);
 }
@@ -193,31 +173,31 @@ TEST_F(TourneyTest, ParticipantsAreFoundByNumber) {
 
 TEST_F(TourneyTest, TheGamesStateTellsHowFarTheGamesAre) {
   tourney.RecomputeGamesState();
-  EXPECT_EQ(tourney.games_state, 0);
+  EXPECT_EQ(tourney.State().games_state, 0);
   Add(0, 0);
-  EXPECT_EQ(tourney.games_state, 1);
-  tourney.Games()[0].status = kSpooled;
+  EXPECT_EQ(tourney.State().games_state, 1);
+  tourney.ChangeGames()[0].status = kSpooled;
   tourney.RecomputeGamesState();
-  EXPECT_EQ(tourney.games_state, 1);
+  EXPECT_EQ(tourney.State().games_state, 1);
   AddReady(0, 0, kDraw);
-  tourney.Games()[0].status = kReady;
+  tourney.ChangeGames()[0].status = kReady;
   for (const int result : {kUnknown, kUnfinished}) {
-    tourney.Games()[0].result = result;
+    tourney.ChangeGames()[0].result = result;
     tourney.RecomputeGamesState();
-    EXPECT_EQ(tourney.games_state, 2) << result;
+    EXPECT_EQ(tourney.State().games_state, 2) << result;
   }
-  tourney.Games()[0].result = kBothLose;
+  tourney.ChangeGames()[0].result = kBothLose;
   tourney.RecomputeGamesState();
-  EXPECT_EQ(tourney.games_state, 3);
+  EXPECT_EQ(tourney.State().games_state, 3);
 }
 
 TEST_F(TourneyTest, RemovingGamesRecomputesTheirState) {
   AddReady(0, 0, kDraw);
   Add(0, 0);
   tourney.EraseGames({1});
-  EXPECT_EQ(tourney.games_state, 3);
+  EXPECT_EQ(tourney.State().games_state, 3);
   tourney.EraseAllGames();
-  EXPECT_EQ(tourney.games_state, 0);
+  EXPECT_EQ(tourney.State().games_state, 0);
 }
 
 TEST_F(TourneyTest, ErasingAllGamesEmptiesTheHistories) {
@@ -225,14 +205,14 @@ TEST_F(TourneyTest, ErasingAllGamesEmptiesTheHistories) {
   Add(1, 2);
   tourney.EraseAllGames();
   EXPECT_TRUE(History(1).empty());
-  EXPECT_EQ(tourney.last_game_number, 1);
+  EXPECT_EQ(tourney.State().last_game_number, 1);
 }
 
 TEST_F(TourneyTest, ErasingDropsPlacesThatNoGameHas) {
   Enter({"A", "B"});
   Add(1, 2);
   Add(1, 2);
-  tourney.FindParticipant(1)->games = {-5, 0, 99, 1, 2147483647};
+  tourney.Change(*tourney.FindParticipant(1))->games = {-5, 0, 99, 1, 2147483647};
   tourney.EraseGames({0});
   EXPECT_EQ(History(1), std::vector<int>{0});
 }

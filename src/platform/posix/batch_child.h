@@ -15,9 +15,6 @@ class BatchChild {
   BatchChild(const std::vector<BatchStep>& steps, const std::string& program_directory,
              const std::string& search_path);
 
-  /// Nothing to be done at all.
-  bool IsEmpty() const { return steps_.empty(); }
-
   /// Runs the steps one after the other and ends the process with the last one's exit code: 127
   /// when its program was not found. The last program takes the place of this process.
   [[noreturn]] void Run() const;

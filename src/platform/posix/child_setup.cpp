@@ -2,11 +2,26 @@
 
 #include <fcntl.h>
 #include <pthread.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <limits>
 
 namespace tarvendo {
+namespace {
+
+/// The C library of older systems has no function for it, Linux before 5.9 no such call.
+void CloseRange(unsigned first, unsigned last) {
+  constexpr unsigned kMost = 65536;
+  if (syscall(SYS_close_range, first, last, 0) == 0) return;
+  for (unsigned descriptor = first; descriptor <= std::min(last, kMost); ++descriptor) {
+    close(static_cast<int>(descriptor));
+  }
+}
+
+}  // namespace
 
 ChildSetup::ChildSetup() : flags_(POSIX_SPAWN_SETSIGDEF) {
   posix_spawn_file_actions_init(&actions_);
@@ -36,6 +51,11 @@ void ChildSetup::LeaveProcessGroup() {
   flags_ = static_cast<short>(flags_ | POSIX_SPAWN_SETPGROUP);
 }
 
+void ChildSetup::HandOn(int descriptor) {
+  // A descriptor that is copied to itself is no longer closed when the program is started.
+  posix_spawn_file_actions_adddup2(&actions_, descriptor, descriptor);
+}
+
 std::optional<pid_t> ChildSetup::Spawn(char* const* arguments) {
   posix_spawnattr_setflags(&attributes_, flags_);
   pid_t child = 0;
@@ -54,6 +74,18 @@ void ResetChildSignals() {
     if (action.sa_handler != SIG_IGN) signal(number, SIG_DFL);
   }
   signal(SIGPIPE, SIG_DFL);
+}
+
+void CloseAllBut(int kept) {
+  constexpr unsigned kFirst = STDERR_FILENO + 1;
+  if (kept < static_cast<int>(kFirst)) {
+    CloseRange(kFirst, std::numeric_limits<unsigned>::max());
+    return;
+  }
+  const auto number = static_cast<unsigned>(kept);
+  if (number > kFirst) CloseRange(kFirst, number - 1);
+  CloseRange(number + 1, std::numeric_limits<unsigned>::max());
+  fcntl(kept, F_SETFD, 0);
 }
 
 SignalsHeldBack::SignalsHeldBack() {

@@ -26,6 +26,9 @@ class ChildSetup {
   /// The keys that end this program (Ctrl-C) do not reach the child.
   void LeaveProcessGroup();
 
+  /// The child gets this descriptor of ours too, under its number.
+  void HandOn(int descriptor);
+
   /// Starts the program arguments[0], looked for in PATH when it is a bare name. The array ends
   /// with a null pointer. Nothing when it could not be started.
   std::optional<pid_t> Spawn(char* const* arguments);
@@ -39,6 +42,10 @@ class ChildSetup {
 /// Puts what this program has done to its signals back, in a child before it becomes another
 /// program.
 void ResetChildSignals();
+
+/// Closes everything but the standard streams and `kept` (negative: nothing more), which the next
+/// program gets as well; in a child, by system calls alone.
+void CloseAllBut(int kept);
 
 /// No signal is handled by this thread as long as it lives: between a fork and ResetChildSignals
 /// the child would tell its parent about signals that were meant for the child.

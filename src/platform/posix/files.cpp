@@ -15,6 +15,8 @@
 #include "platform/line_ends.h"
 #include "platform/paths.h"
 #include "platform/posix/descriptor.h"
+#include "platform/posix/directory.h"
+#include "platform/posix/file_lock.h"
 #include "platform/posix/full_path.h"
 
 namespace tarvendo {
@@ -174,6 +176,35 @@ class PosixFileSystem : public FileSystem {
 
   bool Rename(const std::string& from, const std::string& to) override {
     return rename(CallPath(from).c_str(), CallPath(to).c_str()) == 0;
+  }
+
+  LockAttempt Lock(const std::string& path) override { return LockHostFile(CallPath(path)); }
+
+  bool IsLocked(const std::string& path) override { return IsHostFileLocked(CallPath(path)); }
+
+  std::vector<std::string> PathsWithPrefix(const std::string& prefix) override {
+    return HostPathsWithPrefix(prefix);
+  }
+
+  std::optional<FileStamp> Stamp(const std::string& path) override {
+    struct stat status {};
+    if (stat(CallPath(path).c_str(), &status) != 0 || S_ISDIR(status.st_mode)) return std::nullopt;
+    // A number of a file is unique on its device only.
+    const std::uint64_t device = static_cast<std::uint64_t>(status.st_dev) * 0x9E3779B97F4A7C15ULL;
+    constexpr std::int64_t kNanoseconds = 1000000000;
+    return FileStamp{static_cast<std::uint64_t>(status.st_ino) ^ device, status.st_size,
+                     status.st_mtim.tv_sec * kNanoseconds + status.st_mtim.tv_nsec};
+  }
+
+  bool MakeDirectory(const std::string& path) override {
+    struct stat status {};
+    const std::string name = CallPath(path);
+    if (mkdir(name.c_str(), 0777) == 0) return true;
+    return errno == EEXIST && stat(name.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+  }
+
+  bool RemoveDirectory(const std::string& path) override {
+    return rmdir(CallPath(path).c_str()) == 0;
   }
 
   bool ChangeDirectory(const std::string& path) override {

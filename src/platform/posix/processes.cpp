@@ -10,20 +10,27 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <mutex>
 #include <optional>
+#include <utility>
 
 #include "platform/faults.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/posix/batch_child.h"
+#include "platform/posix/batch_watch.h"
 #include "platform/posix/child_setup.h"
 #include "platform/posix/descriptor.h"
+#include "platform/posix/file_lock.h"
 #include "platform/posix/termination.h"
 
 namespace tarvendo {
 namespace {
+
+/// What is to end with its batch file gets so long to do it by itself.
+constexpr std::chrono::milliseconds kGrace{2000};
 
 /// Whether the child has ended; it is reaped then.
 bool HasEnded(pid_t child) {
@@ -58,18 +65,56 @@ std::string SearchPath() {
   return path == nullptr ? "/usr/local/bin:/usr/bin:/bin" : path;
 }
 
-std::optional<pid_t> SpawnBatchProcessor(std::string processor, const std::string& path) {
+/// The descriptor that a child is to get; negative when there is none.
+int DescriptorOf(const LockedFile* lock) {
+  return lock == nullptr ? -1 : static_cast<int>(lock->HostHandle());
+}
+
+std::optional<pid_t> SpawnBatchProcessor(std::string processor, const std::string& path,
+                                         const LockedFile* lock) {
   ChildSetup setup;
   setup.ReadNothing();
   setup.LeaveProcessGroup();
+  if (lock != nullptr) setup.HandOn(DescriptorOf(lock));
   std::string option = "/c";
   std::string file = HostPath(path);
   const std::array<char*, 4> arguments = {processor.data(), option.data(), file.data(), nullptr};
   return setup.Spawn(arguments.data());
 }
 
-std::optional<pid_t> ForkBatch(const BatchChild& batch) {
+/// The two ends of a pipe that is closed when a program is started.
+struct Pipe {
+  Pipe() {
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) ends = {-1, -1};
+  }
+  ~Pipe() {
+    CloseEnd(0);
+    CloseEnd(1);
+  }
+  Pipe(const Pipe&) = delete;
+  Pipe& operator=(const Pipe&) = delete;
+
+  void CloseEnd(std::size_t which) {
+    if (ends.at(which) >= 0) close(ends.at(which));
+    ends.at(which) = -1;
+  }
+
+  std::array<int, 2> ends{-1, -1};
+};
+
+/// Comes back when the other end was closed everywhere.
+void AwaitClosing(Pipe& pipe) {
+  char nothing = '\0';
+  pipe.CloseEnd(1);
+  while (read(pipe.ends[0], &nothing, 1) < 0 && errno == EINTR) {
+  }
+}
+
+/// Returns when the child has nothing of this program's any more but the lock that is for it.
+std::optional<pid_t> ForkBatch(const BatchChild& batch, const LockedFile* lock) {
   const Descriptor nothing = OpenToRead("/dev/null");
+  const int handed_on = DescriptorOf(lock);
+  Pipe closing;
   const SignalsHeldBack held_back;
   const pid_t child = fork();
   if (child < 0) return std::nullopt;
@@ -77,9 +122,11 @@ std::optional<pid_t> ForkBatch(const BatchChild& batch) {
     setpgid(0, 0);
     dup2(nothing.Get(), STDIN_FILENO);
     ResetChildSignals();
+    CloseAllBut(handed_on);
     held_back.Release();
     batch.Run();
   }
+  AwaitClosing(closing);
   return child;
 }
 
@@ -102,27 +149,34 @@ class PosixProcesses : public Processes {
     std::array<std::string, 4> words = {"/bin/sh", "-c", "--", line};
     const std::array<char*, 5> arguments = {words[0].data(), words[1].data(), words[2].data(),
                                             words[3].data(), nullptr};
-    const std::optional<pid_t> child = setup.Spawn(arguments.data());
+    const std::optional<pid_t> child = SpawnAlone(setup, arguments.data());
     if (!child) return ShellOutcome::kNotStarted;
     AwaitCommand(*child);
     return ShellOutcome::kRan;
   }
 
-  bool StartBatch(const std::string& path) override {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    Reap();
+  std::optional<BatchId> StartBatch(const std::string& path, const LockedFile* lock) override {
     const std::optional<std::string> text = MakeFileSystem()->ReadText(path);
-    if (!text) return false;
-    const std::string processor = BatchProcessor();
-    if (!processor.empty()) return Remember(SpawnBatchProcessor(processor, path));
-    const BatchChild batch(ParseBatch(*text), ExecutableDirectory(), SearchPath());
-    return batch.IsEmpty() || Remember(ForkBatch(batch));
+    if (!text) return std::nullopt;
+    const std::lock_guard<std::mutex> guard(batches_.Starting());
+    if (!batches_.Start()) return std::nullopt;
+    const std::optional<pid_t> child = StartBatchChild(path, *text, lock);
+    if (!child) return std::nullopt;
+    return batches_.Add(*child, lock == nullptr ? std::nullopt : std::optional(IdentityOf(*lock)));
   }
 
-  bool AnyBatchRunning() override {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    Reap();
-    return !running_.empty();
+  bool IsRunning(BatchId batch) override { return batches_.IsRunning(batch); }
+
+  void EndBatch(BatchId batch) override { batches_.End(batch); }
+
+  void EndHolders(const std::string& lock_path) override {
+    const std::optional<FileIdentity> lock = IdentityOfHostFile(HostPath(lock_path));
+    const std::lock_guard<std::mutex> guard(batches_.Starting());
+    if (lock && batches_.Start()) batches_.EndHolders(*lock);
+  }
+
+  void SetEndListener(std::function<void()> on_end) override {
+    batches_.SetListener(std::move(on_end));
   }
 
   std::string ShellWords(const std::vector<std::string>& words) override {
@@ -135,21 +189,23 @@ class PosixProcesses : public Processes {
   }
 
  private:
+  std::optional<pid_t> SpawnAlone(ChildSetup& setup, char* const* arguments) {
+    const std::lock_guard<std::mutex> guard(batches_.Starting());
+    return setup.Spawn(arguments);
+  }
+
   static int OpenOutput(const std::string& path) {
     return open(HostPath(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
   }
 
-  bool Remember(std::optional<pid_t> child) {
-    if (child) running_.push_back(*child);
-    return child.has_value();
+  static std::optional<pid_t> StartBatchChild(const std::string& path, const std::string& text,
+                                              const LockedFile* lock) {
+    const std::string processor = BatchProcessor();
+    if (!processor.empty()) return SpawnBatchProcessor(processor, path, lock);
+    return ForkBatch(BatchChild(ParseBatch(text), ExecutableDirectory(), SearchPath()), lock);
   }
 
-  void Reap() {
-    running_.erase(std::remove_if(running_.begin(), running_.end(), HasEnded), running_.end());
-  }
-
-  std::mutex mutex_;
-  std::vector<pid_t> running_;
+  BatchWatch batches_{kGrace};
 };
 
 }  // namespace

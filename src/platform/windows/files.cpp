@@ -7,7 +7,11 @@
 #include <utility>
 
 #include "platform/line_ends.h"
+#include "platform/windows/directory.h"
+#include "platform/windows/file_lock.h"
 #include "platform/windows/handle.h"
+
+#undef RemoveDirectory  // The host's header gives this name to another function.
 
 namespace tarvendo {
 namespace {
@@ -98,6 +102,22 @@ DWORD AttributesLike(const std::string& model) {
   return kept == 0 ? FILE_ATTRIBUTE_NORMAL : kept;
 }
 
+std::optional<FileStamp> StampOf(const std::string& path) {
+  constexpr DWORD kEverything = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  const Handle file(CreateFileA(path.c_str(), FILE_READ_ATTRIBUTES, kEverything, nullptr,
+                                OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+  BY_HANDLE_FILE_INFORMATION about{};
+  if (!file.IsOpen() || GetFileInformationByHandle(file.Get(), &about) == 0) return std::nullopt;
+  const auto joined = [](std::uint64_t high, std::uint64_t low) { return (high << 32) | low; };
+  // A number of a file is unique on its volume only.
+  const std::uint64_t volume = about.dwVolumeSerialNumber * 0x9E3779B97F4A7C15ULL;
+  const auto written = about.ftLastWriteTime;
+  return FileStamp{
+      joined(about.nFileIndexHigh, about.nFileIndexLow) ^ volume,
+      static_cast<std::int64_t>(joined(about.nFileSizeHigh, about.nFileSizeLow)),
+      static_cast<std::int64_t>(joined(written.dwHighDateTime, written.dwLowDateTime))};
+}
+
 class WindowsFileSystem : public FileSystem {
  public:
   std::optional<std::string> ReadText(const std::string& path) override {
@@ -154,6 +174,30 @@ class WindowsFileSystem : public FileSystem {
   bool Rename(const std::string& from, const std::string& to) override {
     return MoveFileExA(CallPath(from).c_str(), CallPath(to).c_str(), MOVEFILE_REPLACE_EXISTING) !=
            0;
+  }
+
+  LockAttempt Lock(const std::string& path) override { return LockHostFile(CallPath(path)); }
+
+  bool IsLocked(const std::string& path) override { return IsHostFileLocked(CallPath(path)); }
+
+  std::vector<std::string> PathsWithPrefix(const std::string& prefix) override {
+    return HostPathsWithPrefix(prefix);
+  }
+
+  std::optional<FileStamp> Stamp(const std::string& path) override {
+    return StampOf(CallPath(path));
+  }
+
+  bool MakeDirectory(const std::string& path) override {
+    const std::string name = CallPath(path);
+    if (CreateDirectoryA(name.c_str(), nullptr) != 0) return true;
+    if (GetLastError() != ERROR_ALREADY_EXISTS) return false;
+    const DWORD attributes = GetFileAttributesA(name.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+  }
+
+  bool RemoveDirectory(const std::string& path) override {
+    return RemoveDirectoryA(CallPath(path).c_str()) != 0;
   }
 
   bool ChangeDirectory(const std::string& path) override {

@@ -2,14 +2,14 @@
 
 #include <windows.h>
 
-#include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <mutex>
 #include <utility>
 
 #include "platform/faults.h"
+#include "platform/files.h"
 #include "platform/paths.h"
+#include "platform/windows/batch_watch.h"
 #include "platform/windows/child_process.h"
 #include "platform/windows/command_line.h"
 #include "platform/windows/handle.h"
@@ -43,10 +43,6 @@ void AwaitCommand(const Handle& child) {
   if (TerminationRequested()) throw Terminated("asked to end while a command is running");
 }
 
-bool HasEnded(const std::unique_ptr<Handle>& child) {
-  return WaitForSingleObject(child->Get(), 0) != WAIT_TIMEOUT;
-}
-
 class WindowsProcesses : public Processes {
  public:
   ShellOutcome RunShell(const std::string& line, const std::string& output) override {
@@ -54,28 +50,31 @@ class WindowsProcesses : public Processes {
     const Handle file = output.empty() ? Handle() : OpenOutput(output);
     if (!output.empty() && !file.IsOpen()) return ShellOutcome::kNoOutputFile;
     const Handle child =
-        StartChild(ProcessorCommandLine(CommandProcessor(), line), {nullptr, file.Get()}, false);
+        StartChild(ProcessorCommandLine(CommandProcessor(), line), {nullptr, file.Get()});
     if (!child.IsOpen()) return ShellOutcome::kNotStarted;
     AwaitCommand(child);
     return ShellOutcome::kRan;
   }
 
-  bool StartBatch(const std::string& path) override {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    Reap();
-    if (!OpenToRead(path).IsOpen()) return false;
+  std::optional<BatchId> StartBatch(const std::string& path, const LockedFile* lock) override {
+    if (!OpenToRead(path).IsOpen()) return std::nullopt;
     const Handle nothing = OpenToRead("NUL");
     const std::string line = ProcessorCommandLine(CommandProcessor(), QuotedWord(path));
-    Handle child = StartChild(line, {nothing.Get(), nullptr}, true);
-    if (!child.IsOpen()) return false;
-    running_.push_back(std::make_unique<Handle>(std::move(child)));
-    return true;
+    void* const handed_on = lock == nullptr ? nullptr : reinterpret_cast<void*>(lock->HostHandle());
+    Handle job(CreateJobObjectA(nullptr, nullptr));
+    Handle child = StartChildAlone(line, {nothing.Get(), nullptr}, handed_on, job.Get());
+    if (!child.IsOpen()) return std::nullopt;
+    return batches_.Add(std::move(child), std::move(job));
   }
 
-  bool AnyBatchRunning() override {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    Reap();
-    return !running_.empty();
+  bool IsRunning(BatchId batch) override { return batches_.IsRunning(batch); }
+
+  void EndBatch(BatchId batch) override { batches_.End(batch); }
+
+  void EndHolders(const std::string& /*lock_path*/) override {}
+
+  void SetEndListener(std::function<void()> on_end) override {
+    batches_.SetListener(std::move(on_end));
   }
 
   std::string ShellWords(const std::vector<std::string>& words) override {
@@ -88,12 +87,7 @@ class WindowsProcesses : public Processes {
   }
 
  private:
-  void Reap() {
-    running_.erase(std::remove_if(running_.begin(), running_.end(), HasEnded), running_.end());
-  }
-
-  std::mutex mutex_;
-  std::vector<std::unique_ptr<Handle>> running_;
+  BatchWatch batches_;
 };
 
 }  // namespace

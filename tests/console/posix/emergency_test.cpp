@@ -12,6 +12,7 @@
 #include "fakes/manual_clock.h"
 #include "fakes/memory_file_system.h"
 #include "fakes/scripted_processes.h"
+#include "fakes/scripted_watches.h"
 #include "platform/faults.h"
 #include "platform/host.h"
 #include "platform/scratch_directory.h"
@@ -23,7 +24,7 @@ constexpr const char* kTwoLines =
     "An exception has occurred and tourney will be closed.\n"
     "Trying to save current tourney to file 'emergency.ini' in current directory.\n";
 
-/// Files with a bug in them: who touches one of these names gets an exception.
+/// Files with a bug in them: who replaces one of these gets an exception.
 class BuggyFiles : public MemoryFileSystem {
  public:
   std::unique_ptr<OutputFile> CreateNew(const std::string& path,
@@ -43,8 +44,8 @@ class Emergency : public testing::Test {
     const int console = open((directory_.Path() + "/console").c_str(), O_WRONLY | O_CREAT, 0600);
     if (dup2(console, STDOUT_FILENO) != STDOUT_FILENO) std::_Exit(3);
     directory_.Put("script", script);
-    files_.cursed.insert("cursed.ini");
-    Host host{files_, processes_, clock_};
+    files_.cursed.insert("/home/cursed.ini");
+    Host host{files_, processes_, clock_, watches_};
     const int code = RunProgram(host, {directory_.Path() + "/script"});
     if (code != 1) std::_Exit(4);
     std::_Exit(files_.Has(file) ? 0 : 2);
@@ -61,6 +62,7 @@ class Emergency : public testing::Test {
   BuggyFiles files_;
   ScriptedProcesses processes_{files_};
   ManualClock clock_;
+  ScriptedWatches watches_;
 };
 
 using EmergencyDeathTest = Emergency;
@@ -80,7 +82,7 @@ TEST_F(EmergencyDeathTest, NoCommandFollowsTheException) {
 }
 
 TEST_F(EmergencyDeathTest, ASaveThatThrowsIsReported) {
-  files_.cursed.insert("emergency.ini");
+  files_.cursed.insert("/home/emergency.ini");
   EXPECT_EXIT(Run(kCursed, "emergency.ini"), testing::ExitedWithCode(2), "^$");
   EXPECT_EQ(Console(), kAfterCursed + kTwoLines + "Saving failed, exiting.\n");
 }

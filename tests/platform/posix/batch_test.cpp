@@ -5,8 +5,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
+#include <condition_variable>
+#include <csignal>
 #include <cstdlib>
+#include <mutex>
+#include <set>
+#include <vector>
 
 #include "platform/faults.h"
 #include "platform/paths.h"
@@ -16,11 +22,47 @@
 namespace tarvendo {
 namespace {
 
-/// Waits for the end of a child without reaping it, and returns its exit code.
-int AwaitEndOfAChild() {
-  siginfo_t ended{};
-  EXPECT_EQ(waitid(P_ALL, 0, &ended, WEXITED | WNOWAIT), 0);
-  return ended.si_code == CLD_EXITED ? ended.si_status : 1000 + ended.si_status;
+/// Hears of the ends of this program's children, which somebody else reaps.
+class ChildEnds {
+ public:
+  ChildEnds() {
+    EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
+    struct sigaction action {};
+    action.sa_sigaction = Note;
+    action.sa_flags = SA_SIGINFO | SA_RESTART | SA_NOCLDSTOP;
+    sigaction(SIGCHLD, &action, &before_);
+  }
+  ~ChildEnds() {
+    sigaction(SIGCHLD, &before_, nullptr);
+    close(ends[0]);
+    close(ends[1]);
+  }
+  ChildEnds(const ChildEnds&) = delete;
+  ChildEnds& operator=(const ChildEnds&) = delete;
+
+  /// Waits for the next end. Returns the exit code, or 1000 and the signal.
+  int Await() {
+    int code = -1;
+    while (read(ends[0], &code, sizeof(code)) < 0 && errno == EINTR) {
+    }
+    return code;
+  }
+
+ private:
+  static void Note(int /*number*/, siginfo_t* end, void* /*context*/) {
+    const int error_before = errno;
+    const int code = end->si_code == CLD_EXITED ? end->si_status : 1000 + end->si_status;
+    // In the child, which hears of its own children, the pipe is closed.
+    [[maybe_unused]] const ssize_t written = write(ends[1], &code, sizeof(code));
+    errno = error_before;
+  }
+
+  static inline std::array<int, 2> ends{};
+  struct sigaction before_ {};
+};
+
+std::ptrdiff_t OpenDescriptors() {
+  return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
 }
 
 bool HasNoChildLeft() {
@@ -29,16 +71,29 @@ bool HasNoChildLeft() {
 
 class Batch : public testing::Test {
  protected:
-  Batch() { unsetenv("COMSPEC"); }
+  Batch() {
+    unsetenv("COMSPEC");
+    processes_->SetEndListener([this] {
+      const std::lock_guard<std::mutex> guard(mutex_);
+      ++ends_told_;
+      told_.notify_all();
+    });
+  }
 
   /// Runs a batch file to its end and returns its exit code.
   int Run(const std::string& text) {
     directory_.Put("g1.BAT", text);
-    EXPECT_TRUE(processes_->StartBatch(directory_.File("g1.BAT")));
-    const int code = AwaitEndOfAChild();
-    EXPECT_FALSE(processes_->AnyBatchRunning());
+    const auto batch = processes_->StartBatch(directory_.File("g1.BAT"), nullptr);
+    EXPECT_TRUE(batch.has_value());
+    AwaitEnd(*batch);
     EXPECT_TRUE(HasNoChildLeft());
-    return code;
+    return ends_.Await();
+  }
+
+  /// Until the end has been told.
+  void AwaitEnd(BatchId batch) {
+    std::unique_lock<std::mutex> held(mutex_);
+    told_.wait(held, [&] { return !processes_->IsRunning(batch); });
   }
 
   /// A program that writes its words into the file "words", each on a line of its own.
@@ -55,6 +110,10 @@ class Batch : public testing::Test {
   std::string Host(const std::string& name) const { return HostPath(directory_.File(name)); }
 
   ScratchDirectory directory_;
+  ChildEnds ends_;
+  std::mutex mutex_;
+  std::condition_variable told_;
+  int ends_told_ = 0;  ///< guarded by mutex_
   std::unique_ptr<Processes> processes_ = MakeProcesses();
 };
 
@@ -148,31 +207,37 @@ TEST_F(Batch, ARunningGameIsSeenAndReapedWhenItEnds) {
   ASSERT_EQ(mkfifo(Host("in").c_str(), 0600), 0);
   ASSERT_EQ(mkfifo(Host("out").c_str(), 0600), 0);
   directory_.Put("g1.BAT", program);
-  ASSERT_TRUE(processes_->StartBatch(directory_.File("g1.BAT")));
+  const auto batch = processes_->StartBatch(directory_.File("g1.BAT"), nullptr);
+  ASSERT_TRUE(batch.has_value());
   const pid_t child = std::atoi(directory_.Bytes("out").c_str());
-  EXPECT_TRUE(processes_->AnyBatchRunning());
+  EXPECT_TRUE(processes_->IsRunning(*batch));
   EXPECT_EQ(getpgid(child), child) << "Ctrl-C would end the game";
   close(open(Host("in").c_str(), O_WRONLY));
-  EXPECT_EQ(AwaitEndOfAChild(), 0);
-  EXPECT_FALSE(processes_->AnyBatchRunning());
+  AwaitEnd(*batch);
+  EXPECT_EQ(ends_.Await(), 0);
   EXPECT_TRUE(HasNoChildLeft());
 }
 
-TEST_F(Batch, AStartReapsTheGamesThatHaveEnded) {
+TEST_F(Batch, EveryGameIsReapedAndToldWithoutAnotherStart) {
   directory_.Put("g1.BAT", "true");
+  Run("true");  // Now the thread that watches them is there.
+  const auto open_before = OpenDescriptors();
+  std::vector<BatchId> batches;
   for (int game = 0; game < 5; ++game) {
-    ASSERT_TRUE(processes_->StartBatch(directory_.File("g1.BAT")));
-    AwaitEndOfAChild();
+    const auto batch = processes_->StartBatch(directory_.File("g1.BAT"), nullptr);
+    ASSERT_TRUE(batch.has_value());
+    batches.push_back(*batch);
   }
-  EXPECT_FALSE(processes_->AnyBatchRunning());
+  for (const BatchId batch : batches) {
+    AwaitEnd(batch);
+  }
   EXPECT_TRUE(HasNoChildLeft());
+  EXPECT_EQ(std::set<BatchId>(batches.begin(), batches.end()).size(), 5U);
+  EXPECT_EQ(OpenDescriptors(), open_before);
 }
 
-TEST_F(Batch, ABatchOfRemarksStartsNothing) {
-  directory_.Put("g1.BAT", "@rem Round 1\n");
-  EXPECT_TRUE(processes_->StartBatch(directory_.File("g1.BAT")));
-  EXPECT_FALSE(processes_->AnyBatchRunning());
-  EXPECT_TRUE(HasNoChildLeft());
+TEST_F(Batch, ABatchOfRemarksEndsAtOnce) {
+  EXPECT_EQ(Run("@rem Round 1\n"), 0);
 }
 
 TEST_F(Batch, ThePlayersProgramsHaveTheirSignalsAtDefault) {
@@ -196,7 +261,7 @@ TEST_F(Batch, TheUsersOwnCommandProcessorIsUsed) {
 TEST_F(Batch, ACommandProcessorThatIsMissingStartsNothing) {
   setenv("COMSPEC", "no-such-processor", 1);
   directory_.Put("g1.BAT", "true");
-  EXPECT_FALSE(processes_->StartBatch(directory_.File("g1.BAT")));
+  EXPECT_FALSE(processes_->StartBatch(directory_.File("g1.BAT"), nullptr).has_value());
   unsetenv("COMSPEC");
   EXPECT_TRUE(HasNoChildLeft());
 }

@@ -5,8 +5,10 @@
 #include <cstdlib>
 #include <thread>
 
+#include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/scratch_directory.h"
+#include "platform/waiting_batch.h"
 
 namespace tarvendo {
 namespace {
@@ -20,8 +22,13 @@ class WindowsProcessesTest : public testing::Test {
 
   void RunBatch(const std::string& name, const std::string& text) {
     directory_.Put(name, text);
-    ASSERT_TRUE(processes_->StartBatch(directory_.File(name)));
-    while (processes_->AnyBatchRunning()) {
+    const auto batch = processes_->StartBatch(directory_.File(name), nullptr);
+    ASSERT_TRUE(batch.has_value());
+    AwaitEnd(*batch);
+  }
+
+  void AwaitEnd(BatchId batch) {
+    while (processes_->IsRunning(batch)) {
       std::this_thread::yield();
     }
   }
@@ -67,8 +74,7 @@ TEST_F(WindowsProcessesTest, AMissingProcessorIsReported) {
   _putenv("COMSPEC=c:\\no such processor.exe");
   EXPECT_EQ(processes_->RunShell("echo a", ""), ShellOutcome::kNotStarted);
   directory_.Put("g1.BAT", "@rem\r\n");
-  EXPECT_FALSE(processes_->StartBatch(directory_.File("g1.BAT")));
-  EXPECT_FALSE(processes_->AnyBatchRunning());
+  EXPECT_FALSE(processes_->StartBatch(directory_.File("g1.BAT"), nullptr).has_value());
   _putenv(("COMSPEC=" + before).c_str());
 }
 
@@ -78,14 +84,33 @@ TEST_F(WindowsProcessesTest, ABatchFileIsRunAndSeenToEnd) {
   EXPECT_EQ(directory_.Bytes("out").substr(0, 4), "made");
 }
 
+TEST_F(WindowsProcessesTest, TheGameGoesOnAndKeepsItsLockWhenTheProgramGoes) {
+  const std::string path = directory_.File("g1.run");
+  const auto files = MakeFileSystem();
+  LockAttempt claim = files->Lock(path);
+  ASSERT_NE(claim.file, nullptr);
+  directory_.Put("wait", "");
+  const auto batch = processes_->StartBatch(MakeWaitingBatch(directory_, "wait"), claim.file.get());
+  ASSERT_TRUE(batch.has_value());
+  claim.file.reset();
+  processes_.reset();
+  EXPECT_TRUE(files->IsLocked(path));
+  EXPECT_TRUE(files->Lock(path).is_held);
+  EXPECT_FALSE(files->Remove(path)) << "nobody deletes it meanwhile";
+  std::filesystem::remove(directory_.Path() + "/wait");
+  while (files->IsLocked(path)) {
+    std::this_thread::yield();
+  }
+  EXPECT_TRUE(files->Remove(path));
+}
+
 TEST_F(WindowsProcessesTest, ABatchFileOfTheCurrentDirectoryIsRun) {
   const auto before = std::filesystem::current_path();
   std::filesystem::current_path(directory_.Path());
   directory_.Put("g1.BAT", "@echo made> out\r\n");
-  EXPECT_TRUE(processes_->StartBatch("g1.BAT"));
-  while (processes_->AnyBatchRunning()) {
-    std::this_thread::yield();
-  }
+  const auto batch = processes_->StartBatch("g1.BAT", nullptr);
+  ASSERT_TRUE(batch.has_value());
+  AwaitEnd(*batch);
   std::filesystem::current_path(before);
   EXPECT_EQ(directory_.Bytes("out").substr(0, 4), "made");
 }

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <memory>
+
+namespace tarvendo {
+
+/// Lets the console thread sleep until another thread rings, or the process is asked to end. No
+/// processor time is used meanwhile, and no signal is missed.
+class Doorbell {
+ public:
+  virtual ~Doorbell() = default;
+
+  /// Wakes the one who waits, or lets his next wait return at once. Any thread.
+  virtual void Ring() = 0;
+
+  /// Waits for a ring that no wait has answered yet, or until the process is asked to end
+  /// (faults.h, TerminationRequested).
+  virtual void Await() = 0;
+};
+
+std::unique_ptr<Doorbell> MakeDoorbell();
+
+}  // namespace tarvendo

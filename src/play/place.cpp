@@ -1,0 +1,62 @@
+#include "play/place.h"
+
+#include "base/whole_file.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+
+namespace tarvendo {
+namespace {
+
+constexpr const char* kDebugFile = "winboard.debug";
+constexpr std::string_view kPlace = ".place";
+
+/// The directory of the order's debug file, without its separator; empty when it is that of all
+/// games.
+std::string OwnDirectory(const GameOrder& order) {
+  const std::size_t separator = LastSeparator(order.debug_file);
+  if (separator == std::string::npos) return "";
+  const std::string directory = order.debug_file.substr(0, separator);
+  return directory.ends_with(kPlace) ? directory : "";
+}
+
+std::string CopyOfBatch(const std::string& directory, const GameOrder& order) {
+  return directory + "\\g" + std::to_string(order.number) + ".BAT";
+}
+
+std::string QuotedWhenBlank(const std::string& path) {
+  return path.find(' ') == std::string::npos ? path : "\"" + path + "\"";
+}
+
+}  // namespace
+
+std::string FirstDebugFile(const std::string& files_path) {
+  return files_path + kDebugFile;
+}
+
+std::string OwnDebugFile(const std::string& files_path, int number) {
+  return files_path + "g" + std::to_string(number) + std::string(kPlace) + "\\" + kDebugFile;
+}
+
+std::string PreparePlace(FileSystem& files, const GameOrder& order) {
+  const std::string directory = OwnDirectory(order);
+  if (directory.empty()) return order.batch_file;
+  const auto text = files.ReadText(order.batch_file);
+  if (!text || !files.MakeDirectory(directory)) return "";
+  RemoveIfThere(files, order.debug_file);
+  const std::string copy = CopyOfBatch(directory, order);
+  const auto file = files.Create(copy);
+  // It stands behind a /debugfile= of the user's own, and the last one counts.
+  const std::string option = "/debugfile=" + QuotedWhenBlank(order.debug_file) + " ";
+  const bool written = file && file->Write(*text + option);
+  return written && file->Close() ? copy : "";
+}
+
+void RemovePlace(FileSystem& files, const GameOrder& order) {
+  const std::string directory = OwnDirectory(order);
+  if (directory.empty()) return;
+  RemoveIfThere(files, order.debug_file);
+  RemoveIfThere(files, CopyOfBatch(directory, order));
+  files.RemoveDirectory(directory);
+}
+
+}  // namespace tarvendo

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/clock.h"
+#include "play/game_host.h"
+#include "runner/directory_lock.h"
+#include "runner/plan.h"
+#include "runner/referee.h"
+#include "runner/starter.h"
+#include "runner/tourney_room.h"
+
+namespace tarvendo {
+
+/// How the games follow each other.
+struct PlayPace {
+  std::chrono::milliseconds between_games{5000};
+  std::chrono::milliseconds retry{3000};     ///< between two attempts while something is in the way
+  std::chrono::milliseconds grouping{1000};  ///< from a result to its save, at the latest
+  RefereePace referee = RefereePace::kAtOnce;
+  int failures_allowed = 0;  ///< so many in a row stop the runner; 0 is any number
+};
+
+/// Plays the tourney's games with a game host, a pass at a time: judges what has ended, then starts
+/// what the plan says. Never sleeps: a pass tells when the next one is due. Used by one thread, the
+/// runner's; a pass holds the tourney for its steps, but never while it calls the game host or
+/// searches for a pairing.
+class PlayLoop {
+ public:
+  PlayLoop(TourneyRoom& room, GameHost& host, const PlayPace& pace);
+
+  /// Does what is to be done now. Returns when the next pass is due at the latest; nothing: not
+  /// before something happens.
+  std::optional<TimePoint> Pass();
+
+  /// Whether the last pass found nothing to do and no game is under way: the switch is off, or on
+  /// without a game to play.
+  bool IsIdle() const { return is_idle_; }
+
+  /// How often the switch had been moved when the last pass looked at it.
+  std::uint64_t SwitchChangesSeen() const { return switch_changes_; }
+
+ private:
+  /// How an attempt to start a game has ended.
+  enum class Attempt { kStarted, kNothingToDo, kHindered, kAgain };
+
+  void SwitchAtSetTimes();
+  void NoteSetTime(long long seconds);
+  void JudgeEnded(TimePoint now);
+  /// Counts games that gave no sign of life or no record; too many in a row stop the runner.
+  void CountFailure(Tourney& tourney, const GameOutcome& outcome);
+  void TellOfSilence(TimePoint now);
+  void StartGames(TimePoint now);
+  bool IsSwitchedOn(TimePoint now);
+  Attempt StartOne(TimePoint now);
+  bool TakeDirectory(const std::string& files_path, TimePoint now);
+  void AdoptGames();
+  bool IsPlaceFree(const std::string& files_path, TimePoint now);
+  void CollectWhatIsThere();
+  Attempt TakeStep(PlanAttempt& attempt, TimePoint now);
+  Attempt StartGame(int number, TimePoint now);
+  Attempt SpoolOne(PlanAttempt& attempt, TimePoint now);
+  void PairRound(PlanAttempt& attempt);
+  void Settle();
+  std::optional<TimePoint> NextPass() const;
+
+  /// Something is in the way: the message comes now and at every eleventh attempt.
+  void Hinder(const std::string& message, TimePoint now);
+
+  TourneyRoom& room_;
+  GameHost& host_;
+  PlayPace pace_;
+  Referee referee_;
+  DirectoryLock directory_;
+  bool is_on_ = false;    ///< the switch, as the last pass saw it
+  bool is_fresh_ = true;  ///< claims of an earlier process have not been looked for yet
+  bool is_idle_ = false;
+  bool was_kept_waiting_ = false;  ///< by another program
+  bool has_collected_ = false;     ///< what lay there at the start
+  int tries_until_message_ = 0;
+  int failures_ = 0;  ///< games in a row without a sign of life or a record
+  std::uint64_t switch_changes_ = 0;
+  std::vector<int> blocked_;          ///< games whose claim somebody else holds
+  TimePoint start_at_;                ///< no game is started before
+  std::optional<TimePoint> look_at_;  ///< when to see again what is in the way
+  std::optional<TimePoint> settle_at_;
+  std::optional<TimePoint> switch_at_;  ///< when to look at the set times again
+};
+
+}  // namespace tarvendo

@@ -1,0 +1,179 @@
+#include "runner/referee.h"
+
+#include <algorithm>
+
+#include "base/log.h"
+#include "base/text.h"
+#include "base/whole_file.h"
+#include "platform/files.h"
+#include "play/place.h"
+#include "reports/table_driver.h"
+#include "runner/adoption.h"
+#include "runner/batch_file.h"
+#include "runner/collect.h"
+#include "runner/running_games.h"
+#include "tourney/history.h"
+#include "tourney/rounds.h"
+#include "tourney/tourney.h"
+#include "tourney/tourney_file.h"
+
+namespace tarvendo {
+namespace {
+
+constexpr long long kLogLimit = 2097152;  ///< bytes
+
+std::string Stars(std::size_t count) {
+  return std::string(count, '*');
+}
+
+void AnnounceNoSignOfLife() {
+  const std::string stars = Stars(70);
+  PrintText("\n" + stars +
+            "\nError running game. Stopping game and setting its result to UNKNOWN.\n"
+            "Possible reasons for this problem is that you have deleted\n"
+            "the game's bat-file, or your player's directory or exe-file name are\n"
+            "incorrect or your winboard-path is incorrect.\n" +
+            stars + "\n> ");
+}
+
+void AnnounceUnwatchable() {
+  const std::string stars = Stars(70);
+  PrintText(stars + "Error running game. I can't access winboard.debug, stopping runner." + stars);
+}
+
+void AnnounceNoResult(const Game& game) {
+  PrintText("\n" + Stars(79) + "\n" +
+            Format("Game %d: %s - %s result not found, and therefore set to UNKNOWN.\n",
+                   game.number, game.white_player.c_str(), game.black_player.c_str()) +
+            Stars(79) + "\n> ");
+}
+
+/// What is said of a game that did not end by itself.
+void AnnounceEnd(GameEnd end) {
+  switch (end) {
+    case GameEnd::kNotStarted:
+    case GameEnd::kNoSignOfLife:
+      return AnnounceNoSignOfLife();
+    case GameEnd::kCannotBeWatched:
+      AnnounceNoSignOfLife();
+      return AnnounceUnwatchable();
+    case GameEnd::kEnded:
+    case GameEnd::kDiedSilently:
+    case GameEnd::kOutOfPatience:
+      return;
+  }
+}
+
+/// The record of the game with that number and these players; null when the tourney has none.
+const Game* FindSameGame(const Tourney& tourney, const GameOrder& order) {
+  const Game* game = tourney.FindGame(order.number);
+  const bool is_same =
+      game != nullptr && game->white_player == order.white && game->black_player == order.black;
+  return is_same ? game : nullptr;
+}
+
+bool IsCurrentRoundPlayed(const Tourney& tourney) {
+  const auto& participants = tourney.Participants();
+  return std::all_of(participants.begin(), participants.end(), [&](const Player& player) {
+    return RoundComplete(tourney, player, tourney.State().round, true);
+  });
+}
+
+/// In a Swiss tourney whose round is complete: whether the next one is to be paired now.
+bool MoveRoundOn(Tourney& tourney) {
+  if (!tourney.IsSwiss() || !IsCurrentRoundPlayed(tourney)) return false;
+  CutRoundsToHalf(tourney);
+  RecomputeCurrentRound(tourney);
+  if (tourney.State().round < tourney.Settings().rounds) return tourney.Settings().auto_run != 0;
+  Print("Tourney finished.\n");
+  tourney.ChangeSettings()->auto_run = 0;
+  return false;
+}
+
+}  // namespace
+
+bool Referee::Judge(Tourney& tourney, TourneyFile& file, RunningGames& running,
+                    const GameOutcome& outcome) {
+  AnnounceEnd(outcome.end);
+  running.Remove(outcome.order);
+  if (outcome.end == GameEnd::kCannotBeWatched) {
+    // The claim stays: WinBoard may be playing all the same, and whoever starts next learns of it.
+    tourney.ChangeSwitch()->SetRunning(false);
+    return false;
+  }
+  const Game* game = FindSameGame(tourney, outcome.order);
+  const bool is_awaited = game != nullptr && game->status == kSpooled;
+  if (is_awaited) {
+    TakeOver(tourney, outcome);
+  } else if (outcome.pgn && !outcome.pgn->empty()) {
+    LeaveRecord(host_.files, outcome.order);
+  }
+  KeepOrLeaveDebugFile(tourney, outcome, game != nullptr && game->LacksResult());
+  const bool drops_files = !is_awaited || outcome.pgn.has_value();
+  settled_.push_back({outcome.order, drops_files});
+  if (TheLog != nullptr) TheLog->Housekeep(kLogLimit);
+  if (pace_ == RefereePace::kAtOnce) SaveAndClear(tourney, file);
+  // The end of a game that the tourney does not hold says nothing about the tourney's round.
+  return game != nullptr && MoveRoundOn(tourney);
+}
+
+void Referee::TakeOver(Tourney& tourney, const GameOutcome& outcome) {
+  const Game& game = *tourney.FindGame(outcome.order.number);
+  if (!outcome.pgn) {
+    AnnounceNoResult(game);
+    tourney.Change(game)->status = kReady;
+    return;
+  }
+  TakeResult(tourney, host_.files, game, *outcome.pgn, outcome.order.pgn_file);
+  if (pace_ == RefereePace::kAtOnce) {
+    WritePage(tourney);
+  } else {
+    is_table_due_ = true;
+    MoveOnAsATableDoes(tourney);
+  }
+}
+
+void Referee::KeepOrLeaveDebugFile(const Tourney& tourney, const GameOutcome& outcome,
+                                   bool lacks_result) {
+  FileSystem& files = host_.files;
+  const std::string copy = GameFileBeside(outcome.order.pgn_file, ".debug");
+  RemoveIfThere(files, copy);
+  const int wish = tourney.Settings().save_debug_files;
+  if (wish == kSaveAlways || (wish == kSaveAutomatically && lacks_result)) {
+    files.Rename(outcome.order.debug_file, copy);
+  }
+}
+
+void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file) {
+  if (!file.AutoSave(tourney)) return;
+  for (const Settled& settled : settled_) {
+    if (settled.drops_files) DropFiles(tourney, settled.order);
+    RemovePlace(host_.files, settled.order);
+    RemoveIfThere(host_.files, settled.order.claim_file);
+  }
+  settled_.clear();
+}
+
+/// A game of that number may have been spooled anew meanwhile: then the files are its own.
+void Referee::DropFiles(const Tourney& tourney, const GameOrder& order) {
+  const Game* game = tourney.FindGame(order.number);
+  if (game != nullptr && game->status == kSpooled) return;
+  RemoveIfThere(host_.files, order.batch_file);
+  RemoveIfThere(host_.files, order.pgn_file);
+  // Why a game has no result shall be read the next morning.
+  if (game != nullptr && game->IsFinished()) {
+    RemoveIfThere(host_.files, GameFileBeside(order.pgn_file, ".err"));
+  }
+}
+
+void Referee::WritePage(Tourney& tourney) {
+  WriteTable(tourney, host_.files, "", HtmlTableDefaults(tourney));
+}
+
+void Referee::Settle(Tourney& tourney, TourneyFile& file) {
+  SaveAndClear(tourney, file);
+  if (is_table_due_) WritePage(tourney);
+  is_table_due_ = false;
+}
+
+}  // namespace tarvendo

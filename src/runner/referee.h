@@ -1,0 +1,63 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/clock.h"
+#include "platform/host.h"
+#include "play/game_outcome.h"
+
+namespace tarvendo {
+
+class RunningGames;
+class Tourney;
+class TourneyFile;
+
+/// When a referee saves, and writes the page.
+enum class RefereePace {
+  kAtOnce,    ///< behind each result
+  kInGroups,  ///< when it is told to: one save and one page for all results since the last one
+};
+
+/// Judges what has become of the games: announces, adds the record to the tourney's PGN file, sets
+/// the result, moves the round on. The games' own files and claims go only behind the save that
+/// holds their results. Used by the runner's thread, each call with the tourney held.
+class Referee {
+ public:
+  Referee(const Host& host, RefereePace pace) : host_(host), pace_(pace) {}
+
+  /// Judges one outcome and takes the game out of `running`. A game that the tourney no longer has
+  /// SPOOLED under that number and with these players is left alone: its record is kept as
+  /// gN.left.PGN, and the console names it. Then the step behind a finished game: the log is cut
+  /// down, and in a Swiss tourney whose round is complete Rounds and the current round are brought
+  /// up to date. Either the tourney is finished ("Tourney finished.\n", AutoRun goes off), or with
+  /// AutoRun on the next round is to be paired: then true.
+  bool Judge(Tourney& tourney, TourneyFile& file, RunningGames& running,
+             const GameOutcome& outcome);
+
+  /// Saves (AutoSave) what has been judged since the last call, deletes the files of those games
+  /// and writes the page. Should the save fail, the files stay, and the next call tries again.
+  void Settle(Tourney& tourney, TourneyFile& file);
+
+  /// Whether something waits for Settle.
+  bool HasUnsettled() const { return is_table_due_ || !settled_.empty(); }
+
+ private:
+  /// A game that has been judged, its files still there.
+  struct Settled {
+    GameOrder order;
+    bool drops_files;  ///< nobody needs its batch file and its record any more
+  };
+
+  void DropFiles(const Tourney& tourney, const GameOrder& order);
+  void TakeOver(Tourney& tourney, const GameOutcome& outcome);
+  void KeepOrLeaveDebugFile(const Tourney& tourney, const GameOutcome& outcome, bool lacks_result);
+  void SaveAndClear(Tourney& tourney, TourneyFile& file);
+  void WritePage(Tourney& tourney);
+
+  Host host_;
+  RefereePace pace_;
+  std::vector<Settled> settled_;
+  bool is_table_due_ = false;
+};
+
+}  // namespace tarvendo

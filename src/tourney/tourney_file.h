@@ -1,0 +1,86 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <set>
+#include <string>
+
+namespace tarvendo {
+
+class FileSystem;
+class Tourney;
+
+/// The file that the tourney is kept in (docs/files.md): its name, what is known of its content,
+/// saving and loading. There is one for the tourney, as long as the program runs; used by the
+/// tourney's holder only.
+///
+/// A name without a directory is meant from the directory that is the current one when it is given:
+/// later changes of the directory do not move the file. It is shown and saved as it was typed.
+class TourneyFile {
+ public:
+  explicit TourneyFile(FileSystem& files) : files_(files) {}
+
+  /// The name of a save without a name, as it was typed; empty when none was given so far.
+  const std::string& Name() const { return name_; }
+  void SetName(const std::string& name);
+
+  /// Saves to the file `name`, which is kept as the name from then on, or without a name to that
+  /// one, or to "tourney.ini" behind FilesPath when there is none. A save without a name never
+  /// replaces a file that is no tourney file. False on failure, about which nothing is printed. A
+  /// text for which its line has no room is cut in the file, and said so once.
+  bool Save(const Tourney& tourney, const std::string& name);
+
+  /// Loads the file `name`, chosen as in Save; the name becomes the one that stands in it. A file
+  /// that cannot be opened gives false; one that is no tourney file prints "Not a tourney file.\n"
+  /// and gives false; either changes nothing but the name.
+  bool Load(Tourney& tourney, const std::string& name);
+
+  /// With AutoSave on, saves without a name; prints "Saving tourney failed!\n" when that fails. A
+  /// file that another program has changed since it was loaded or saved here is not replaced: this
+  /// is said, and the runner is stopped. False when what was to be saved was not.
+  bool AutoSave(Tourney& tourney);
+
+  /// Whether the tourney is another one than it was when it was loaded or saved last.
+  bool HasChanged(const Tourney& tourney) const;
+
+  /// When another program has changed the file since it was loaded or saved here: says so and stops
+  /// the runner, for what is in the file and what is here are two tourneys now.
+  void StopIfChangedByOthers(Tourney& tourney);
+
+  /// With AutoSave on, saves in the same way, but says nothing when that fails: for a save that
+  /// AutoSave follows, which then fails too. True when nothing was to be saved.
+  bool TryAutoSave(const Tourney& tourney);
+
+ private:
+  /// A content of the file at a path.
+  struct Content {
+    std::string path;
+    std::size_t size = 0;
+    std::size_t hash = 0;
+
+    bool operator==(const Content&) const = default;
+  };
+
+  /// Makes a given name the name, and sees to it that there is one.
+  void ChooseName(const Tourney& tourney, const std::string& name);
+  bool Write(const Tourney& tourney);
+
+  /// Whether the file, which holds `text`, holds something else than what was loaded from it or
+  /// saved to it last.
+  bool WasChangedByOthers(const std::optional<std::string>& text) const;
+
+  /// Remembers what is in the file now; nothing when there is none.
+  void Know(std::optional<std::string> text);
+  Content ContentOf(const std::string& text) const;
+  void ReportCutText(const std::string& text);
+
+  FileSystem& files_;
+  std::string name_;
+  std::string path_;                            ///< of the file with that name
+  std::optional<Content> known_;                ///< what was loaded or saved last
+  std::optional<std::uint64_t> known_version_;  ///< of the tourney that was loaded or saved last
+  std::set<std::string> reported_;  ///< the texts of which it was said that they were cut
+};
+
+}  // namespace tarvendo

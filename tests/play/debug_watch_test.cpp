@@ -1,0 +1,143 @@
+#include "play/debug_watch.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/memory_file_system.h"
+
+namespace tarvendo {
+namespace {
+
+constexpr const char* kFirstLines = "one\ntwo\nthree\nfour\nfive\n";
+constexpr const char* kPath = "/t\\winboard.debug";
+
+class DebugFile : public ::testing::Test {
+ protected:
+  DebugFile() { watch_.Begin(kPath); }
+
+  DebugNews Look() { return watch_.Look(files_); }
+
+  /// The look at a file that holds only the header and `text`.
+  DebugNews NewsOf(const std::string& text) {
+    files_.Put(kPath, kFirstLines + text);
+    watch_.Begin(kPath);
+    return Look();
+  }
+
+  MemoryFileSystem files_;
+  DebugWatch watch_;
+};
+
+TEST_F(DebugFile, AFileThatIsNotThereIsReported) {
+  EXPECT_EQ(Look(), DebugNews::kNoFile);
+}
+
+TEST_F(DebugFile, TheSixthLineCanEndTheGameInAnyCase) {
+  EXPECT_EQ(NewsOf("GameEnds(27, Black mates, 6)\n"), DebugNews::kGameOver);
+  EXPECT_EQ(NewsOf("GAMEENDS\n"), DebugNews::kGameOver);
+  EXPECT_EQ(NewsOf("gameends\n"), DebugNews::kGameOver);
+}
+
+TEST_F(DebugFile, OnlyTheStartOfALineCounts) {
+  EXPECT_EQ(NewsOf(" gameends\nxgameends\ngameend\n"), DebugNews::kStillOpen);
+}
+
+TEST_F(DebugFile, TheFirstFiveLinesAreAHeaderAndEndNothing) {
+  files_.Put(kPath, "gameends\ngameends\ngameends\ngameends\ngameends\nsixth\n");
+  EXPECT_EQ(Look(), DebugNews::kStillOpen);
+}
+
+TEST_F(DebugFile, AHeaderThatIsStillBeingWrittenIsReadOnce) {
+  files_.Put(kPath, "one\ntwo\n");
+  EXPECT_EQ(Look(), DebugNews::kStillOpen);
+  files_.PutMore(kPath, "GameEnds(1, x, 2)\n");
+  EXPECT_EQ(Look(), DebugNews::kGameOver);
+}
+
+TEST_F(DebugFile, AnEmptyFileStillHasItsHeaderToCome) {
+  files_.Put(kPath, "");
+  EXPECT_EQ(Look(), DebugNews::kStillOpen);
+  files_.PutMore(kPath, "gameends\n2\n3\n4\n5\n");
+  EXPECT_EQ(Look(), DebugNews::kStillOpen);
+}
+
+TEST_F(DebugFile, SettingUpTheBoardEndsNoGame) {
+  EXPECT_EQ(NewsOf("GameEnds(0, (null), 2)\n"), DebugNews::kStillOpen);
+  EXPECT_EQ(NewsOf("GAMEENDS(0,\n"), DebugNews::kStillOpen);
+  EXPECT_EQ(NewsOf("GameEnds(0, (null), 2)\nmore\nGameEnds(27, Black mates, 6)\n"),
+            DebugNews::kGameOver);
+}
+
+TEST_F(DebugFile, EveryOtherNumberEndsTheGame) {
+  EXPECT_EQ(NewsOf("GameEnds(05, x, 2)\n"), DebugNews::kGameOver);
+  EXPECT_EQ(NewsOf("GameEnds(0)\n"), DebugNews::kGameOver);
+  EXPECT_EQ(NewsOf("GameEnds (0, x, 2)\n"), DebugNews::kGameOver);
+}
+
+TEST_F(DebugFile, OnlyWhatIsNewIsRead) {
+  EXPECT_EQ(NewsOf("nothing yet\n"), DebugNews::kStillOpen);
+  // What has been read is changed behind the watch's back, to the same length.
+  files_.Put(kPath, std::string(kFirstLines) + "gameends!!!\n");
+  EXPECT_EQ(Look(), DebugNews::kStillOpen);
+  files_.PutMore(kPath, "gameends\n");
+  EXPECT_EQ(Look(), DebugNews::kGameOver);
+}
+
+TEST_F(DebugFile, AfterTheEndTheSameLineIsFoundAgain) {
+  EXPECT_EQ(NewsOf("x\ngameends\ny\n"), DebugNews::kGameOver);
+  EXPECT_EQ(Look(), DebugNews::kGameOver);
+}
+
+TEST_F(DebugFile, ALineIsRecognisedAlthoughItArrivesInPieces) {
+  EXPECT_EQ(NewsOf("Game"), DebugNews::kStillOpen);
+  files_.PutMore(kPath, "Ends(2");
+  EXPECT_EQ(Look(), DebugNews::kGameOver);
+}
+
+TEST_F(DebugFile, AHalfWrittenSetUpOfTheBoardEndsNoGame) {
+  EXPECT_EQ(NewsOf("GameEnds"), DebugNews::kStillOpen);
+  files_.PutMore(kPath, "(0");
+  EXPECT_EQ(Look(), DebugNews::kStillOpen);
+  files_.PutMore(kPath, ", (null), 2)\n");
+  EXPECT_EQ(Look(), DebugNews::kStillOpen);
+}
+
+TEST_F(DebugFile, TheEndOfALineThatWasReadInPiecesIsNoLine) {
+  EXPECT_EQ(NewsOf("say "), DebugNews::kStillOpen);
+  files_.PutMore(kPath, "gameends\n");
+  EXPECT_EQ(Look(), DebugNews::kStillOpen);
+}
+
+TEST_F(DebugFile, ALastLineWithoutLineFeedCountsWhenItHasStoppedGrowing) {
+  EXPECT_EQ(NewsOf("gameends"), DebugNews::kStillOpen);
+  EXPECT_EQ(Look(), DebugNews::kGameOver);
+}
+
+TEST_F(DebugFile, ALongLineIsReadInPiecesOf255Bytes) {
+  EXPECT_EQ(NewsOf(std::string(254, 'x') + "gameends\n"), DebugNews::kStillOpen);
+  EXPECT_EQ(NewsOf(std::string(255, 'x') + "gameends\n"), DebugNews::kGameOver);
+  EXPECT_EQ(NewsOf(std::string(100000, 'x') + "\ngameends\n"), DebugNews::kGameOver);
+}
+
+TEST_F(DebugFile, ALongHeaderLineCountsAsSeveral) {
+  files_.Put(kPath, std::string(4 * 255, 'x') + "\ngameends\n");
+  EXPECT_EQ(Look(), DebugNews::kGameOver);
+}
+
+TEST_F(DebugFile, NulBytesHideTheRestOfTheirLineOnly) {
+  EXPECT_EQ(NewsOf(std::string("x\0gameends\ngameends\n", 20)), DebugNews::kGameOver);
+  EXPECT_EQ(NewsOf(std::string("\0gameends\nx\n", 12)), DebugNews::kStillOpen);
+}
+
+TEST_F(DebugFile, LinesThatEndInCrLfAreReadLikeOthers) {
+  EXPECT_EQ(NewsOf("x\r\nGameEnds(27, Black mates, 6)\r\n"), DebugNews::kGameOver);
+  EXPECT_EQ(NewsOf("GameEnds(0, (null), 2)\r\n"), DebugNews::kStillOpen);
+}
+
+TEST_F(DebugFile, AFileThatHasBecomeShorterHasNothingNew) {
+  EXPECT_EQ(NewsOf("x\n"), DebugNews::kStillOpen);
+  files_.Put(kPath, "gameends\n");
+  EXPECT_EQ(Look(), DebugNews::kStillOpen);
+}
+
+}  // namespace
+}  // namespace tarvendo
