@@ -37,8 +37,8 @@ void TakeNumber(StartUp& start, const NumberOption& option, const std::string* v
                 (value == nullptr ? "." : ", not '" + *value + "'.");
 }
 
-/// Takes the long option at `place`, and the word behind it when that is its value. False when there
-/// is none.
+/// Takes the long option at `place`, and the word behind it when that is its value. False when
+/// there is none.
 bool TakeLongOption(StartUp& start, const std::vector<std::string>& words, std::size_t& place) {
   const std::string& word = words[place];
   if (word == kWaitWord) {
