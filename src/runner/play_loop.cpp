@@ -44,8 +44,7 @@ std::optional<TimePoint> PlayLoop::Pass() {
   JudgeEnded(now);
   TellOfSilence(now);
   StartGames(now);
-  if (referee_.HasUnsettled() && !settle_at_) settle_at_ = now + pace_.grouping;
-  if (settle_at_ && (now >= *settle_at_ || is_idle_)) Settle();
+  SettleWhenDue(now);
   return NextPass();
 }
 
@@ -75,6 +74,7 @@ void PlayLoop::JudgeEnded(TimePoint now) {
   bool is_round_due = false;
   for (const GameOutcome& outcome : host_.TakeEnded(now)) {
     const Hold hold = room_.shared.Take();
+    --games_under_way_;
     is_round_due = referee_.Judge(*hold, room_.file.With(hold), room_.running.With(hold), outcome);
     CountFailure(*hold, outcome);
     tries_until_message_ = 0;
@@ -112,8 +112,7 @@ void PlayLoop::StartGames(TimePoint now) {
   while (attempt == Attempt::kStarted)
     attempt = StartOne(now);
   if (attempt != Attempt::kNothingToDo) return;
-  const Hold hold = room_.shared.Take();
-  is_idle_ = room_.running.With(hold).IsEmpty();
+  is_idle_ = games_under_way_ == 0;
 }
 
 bool PlayLoop::IsSwitchedOn(TimePoint now) {
@@ -126,7 +125,7 @@ bool PlayLoop::IsSwitchedOn(TimePoint now) {
     blocked_.clear();
     has_collected_ = false;
     start_at_ = now;
-  } else if (!is_on_ && room_.running.With(hold).IsEmpty()) {
+  } else if (!is_on_ && games_under_way_ == 0) {
     is_idle_ = true;
     directory_.Release();
   }
@@ -175,6 +174,7 @@ void PlayLoop::AdoptGames() {
     for (const GameOrder& order : playing)
       running.Add(order);
   }
+  games_under_way_ += playing.size();
   host_.Adopt(playing);
   is_fresh_ = false;
 }
@@ -266,6 +266,9 @@ PlayLoop::Attempt PlayLoop::StartGame(int number, TimePoint now) {
     }
     room_.running.With(hold).Add(prepared.order);
   }
+  ++games_under_way_;
+  const bool saves_later = pace_.referee == RefereePace::kInGroups;
+  if (saves_later && !settle_at_) settle_at_ = now + pace_.grouping;
   host_.Start(prepared.order, std::move(prepared.claim));
   return Attempt::kStarted;
 }
@@ -302,11 +305,22 @@ void PlayLoop::PairRound(PlanAttempt& attempt) {
   }
 }
 
+void PlayLoop::SettleWhenDue(TimePoint now) {
+  if (pace_.referee == RefereePace::kAtOnce) return;
+  if (referee_.HasUnsettled() && !settle_at_) settle_at_ = now + pace_.grouping;
+  if (!settle_at_ || (now < *settle_at_ && !is_idle_)) return;
+  Settle();
+  if (referee_.HasUnsettled()) settle_at_ = now + pace_.next_save;
+}
+
+void PlayLoop::SettleAtEnd() {
+  if (pace_.referee == RefereePace::kInGroups && referee_.HasUnsettled()) Settle();
+}
+
 void PlayLoop::Settle() {
-  const Hold hold = room_.shared.Take();
-  TourneyFile& file = room_.file.With(hold);
-  referee_.Settle(*hold, file);
   settle_at_.reset();
+  const Hold hold = room_.shared.Take();
+  referee_.Settle(*hold, room_.file.With(hold));
 }
 
 std::optional<TimePoint> PlayLoop::NextPass() const {

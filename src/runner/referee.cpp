@@ -145,7 +145,7 @@ void Referee::KeepOrLeaveDebugFile(const Tourney& tourney, const GameOutcome& ou
 }
 
 void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file) {
-  if (!file.AutoSave(tourney)) return;
+  if (file.HasChanged(tourney) && !file.AutoSave(tourney)) return;
   for (const Settled& settled : settled_) {
     if (settled.drops_files) DropFiles(tourney, settled.order);
     RemovePlace(host_.files, settled.order);
