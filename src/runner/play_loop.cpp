@@ -75,7 +75,9 @@ void PlayLoop::JudgeEnded(TimePoint now) {
   for (const GameOutcome& outcome : host_.TakeEnded(now)) {
     const Hold hold = room_.shared.Take();
     --games_under_way_;
-    is_round_due = referee_.Judge(*hold, room_.file.With(hold), room_.running.With(hold), outcome);
+    const bool is_due =
+        referee_.Judge(*hold, room_.file.With(hold), room_.running.With(hold), outcome);
+    is_round_due = is_due || is_round_due;
     CountFailure(*hold, outcome);
     tries_until_message_ = 0;
     blocked_.clear();
@@ -108,6 +110,7 @@ void PlayLoop::StartGames(TimePoint now) {
   look_at_.reset();
   is_idle_ = false;
   if (!IsSwitchedOn(now) || now < start_at_) return;
+  if (now >= blocked_until_) blocked_.clear();
   Attempt attempt = Attempt::kStarted;
   while (attempt == Attempt::kStarted)
     attempt = StartOne(now);
@@ -254,8 +257,7 @@ PlayLoop::Attempt PlayLoop::StartGame(int number, TimePoint now) {
       case Preparation::kReady:
         break;
       case Preparation::kBeingPlayed:
-        blocked_.push_back(number);
-        Hinder(AccessMessage(claim_file), now);
+        Block(number, AccessMessage(claim_file), now);
         return Attempt::kAgain;
       case Preparation::kNoBatchFile:
         Hinder("Error opening file for writing:  " + batch_file + "\n", now);
@@ -331,17 +333,27 @@ std::optional<TimePoint> PlayLoop::NextPass() const {
   const TimePoint now = room_.host.clock.Steady();
   if (is_on_ && start_at_ > now) no_later_than(start_at_);
   no_later_than(look_at_);
+  if (!blocked_.empty()) no_later_than(blocked_until_);
   no_later_than(settle_at_);
   no_later_than(switch_at_);
   return next;
 }
 
 void PlayLoop::Hinder(const std::string& message, TimePoint now) {
-  if (--tries_until_message_ < 0) {
-    PrintText(message);
-    tries_until_message_ = kTriesBetweenMessages;
-  }
+  PrintRarely(message);
   start_at_ = now + pace_.retry;
+}
+
+void PlayLoop::Block(int number, const std::string& message, TimePoint now) {
+  PrintRarely(message);
+  blocked_.push_back(number);
+  blocked_until_ = now + pace_.retry;
+}
+
+void PlayLoop::PrintRarely(const std::string& message) {
+  if (--tries_until_message_ >= 0) return;
+  PrintText(message);
+  tries_until_message_ = kTriesBetweenMessages;
 }
 
 }  // namespace tarvendo

@@ -78,8 +78,11 @@ class PlayLoop {
   void Settle();
   std::optional<TimePoint> NextPass() const;
 
-  /// Something is in the way: the message comes now and at every eleventh attempt.
+  /// Something is in the way of every game, or of one of them.
   void Hinder(const std::string& message, TimePoint now);
+  void Block(int number, const std::string& message, TimePoint now);
+  /// The message comes at the first attempt and at every eleventh one.
+  void PrintRarely(const std::string& message);
 
   TourneyRoom& room_;
   GameHost& host_;
@@ -96,6 +99,7 @@ class PlayLoop {
   std::uint64_t switch_changes_ = 0;
   std::size_t games_under_way_ = 0;
   std::vector<int> blocked_;          ///< games whose claim somebody else holds
+  TimePoint blocked_until_;
   TimePoint start_at_;                ///< no game is started before
   std::optional<TimePoint> look_at_;  ///< when to see again what is in the way
   std::optional<TimePoint> settle_at_;
