@@ -1,6 +1,6 @@
-// A stand-in for WinBoard that plays a game in no time, and notes when: for measuring what the program adds to a game.
-// It needs nothing but its debug file and its record, and appends "START END" (nanoseconds of the clock that never
-// jumps) to instant_times.txt in the current directory.
+// A stand-in for WinBoard that plays a game in no time, and notes when: for measuring what the
+// program adds to a game. It needs nothing but its debug file and its record, and appends "START
+// END" (nanoseconds of the clock that never jumps) to instant_times.txt in the current directory.
 
 #include <chrono>
 #include <cstdio>

@@ -56,7 +56,7 @@ bool LocalHost::IsFirstPlaceTaken(const std::string& first_debug_file) const {
 }
 
 std::string LocalHost::DebugFileFor(const std::string& files_path, int number) const {
-  const std::string first = host_.files.FullPath(FirstDebugFile(files_path));
+  std::string first = host_.files.FullPath(FirstDebugFile(files_path));
   // A file that is there could not be deleted: somebody else still has it.
   const bool is_free = !IsFirstPlaceTaken(first) && !host_.files.Exists(first);
   if (places_ == 1 || is_free) return first;

@@ -98,7 +98,7 @@ class PlayLoop {
   int failures_ = 0;  ///< games in a row without a sign of life or a record
   std::uint64_t switch_changes_ = 0;
   std::size_t games_under_way_ = 0;
-  std::vector<int> blocked_;          ///< games whose claim somebody else holds
+  std::vector<int> blocked_;  ///< games whose claim somebody else holds
   TimePoint blocked_until_;
   TimePoint start_at_;                ///< no game is started before
   std::optional<TimePoint> look_at_;  ///< when to see again what is in the way

@@ -18,7 +18,7 @@ constexpr std::array kFlags = {
     "ponder", "xponder", "cp", "clock", "thinking", "xlegal", "debug", "xexit", "xpopup",
     "autoflag",
     // of an engine
-    "fUCI", "sUCI", "fNoOwnBookUCI", "sNoOwnBookUCI",
+    "fUCI", "sUCI", "fNoOwnBookUCI", "sNoOwnBookUCI", "reuse", "reuse2",
     // for viewing, and what the script for XBoard adds
     "ncp", "xanimate"};
 

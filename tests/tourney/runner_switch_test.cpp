@@ -4,6 +4,8 @@
 
 #include <thread>
 
+#include "tourney/shared_tourney.h"
+
 namespace tarvendo {
 namespace {
 
@@ -33,19 +35,21 @@ TEST(RunnerSwitch, TimesHave64Bits) {
   EXPECT_EQ(runner.Get().stop_time, 20000000000);
 }
 
-TEST(RunnerSwitch, ThreadsMaySetItsPartsAtTheSameTime) {
-  RunnerSwitch runner;
+TEST(RunnerSwitch, LosesNothingBetweenThreadsThatHoldTheTourneyInTurn) {
+  SharedTourney shared;
   std::thread other([&] {
     for (int i = 0; i <= 1000; ++i)
-      runner.SetStartTime(i);
+      shared.Take()->ChangeSwitch()->SetStartTime(i);
   });
   for (int i = 0; i <= 1000; ++i)
-    runner.SetStopTime(i);
-  runner.SetRunning(true);
+    shared.Take()->ChangeSwitch()->SetStopTime(i);
+  shared.Take()->ChangeSwitch()->SetRunning(true);
   other.join();
+  const RunnerSwitch& runner = shared.Take()->Switch();
   EXPECT_EQ(runner.Get().start_time, 1000);
   EXPECT_EQ(runner.Get().stop_time, 1000);
   EXPECT_TRUE(runner.IsRunning());
+  EXPECT_EQ(runner.Changes(), 2003U);
 }
 
 }  // namespace
