@@ -9,6 +9,7 @@
 #include "runner/adoption.h"
 #include "runner/batch_file.h"
 #include "runner/collect.h"
+#include "runner/half_saved.h"
 #include "runner/pairer.h"
 #include "runner/spool.h"
 #include "tourney/runner_switch_commands.h"
@@ -170,6 +171,7 @@ void PlayLoop::AdoptGames() {
   std::vector<GameOrder> playing;
   {
     const Hold hold = room_.shared.Take();
+    RemoveHalfSaved(*hold, room_.host.files, room_.file.With(hold));
     RunningGames& running = room_.running.With(hold);
     playing = FindGamesToAdopt(*hold, room_.host.files, running);
     for (const GameOrder& order : playing)
@@ -177,6 +179,7 @@ void PlayLoop::AdoptGames() {
   }
   host_.Adopt(playing);
   is_fresh_ = false;
+  has_collected_ = false;
 }
 
 bool PlayLoop::IsPlaceFree(const std::string& files_path, TimePoint now) {
