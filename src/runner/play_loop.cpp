@@ -112,7 +112,8 @@ void PlayLoop::StartGames(TimePoint now) {
   Attempt attempt = Attempt::kStarted;
   while (attempt == Attempt::kStarted)
     attempt = StartOne(now);
-  if (attempt != Attempt::kNothingToDo) return;
+  // The attempt may have found a reason to stop the runner, and nobody else tells this thread so.
+  if (!IsSwitchedOn(now) || attempt != Attempt::kNothingToDo) return;
   const Hold hold = room_.shared.Take();
   is_idle_ = room_.running.With(hold).IsEmpty();
 }

@@ -13,7 +13,6 @@ game. Then it is started again and plays on. Right after the end, and when the t
 import argparse
 import os
 import sys
-import time
 
 from stub_tourney import BrokenPromise, Tourney, add_options, make_ready, result_of
 
@@ -60,9 +59,7 @@ def kill_in_game(options, prepared, number):
     result = result_of(number)
     tourney.write("stub_plan.txt", f"g{number} hold {result}\ng{number} {result}\n")
     process = tourney.start()
-    end = time.monotonic() + 20
-    while not (tourney.directory / "stub_playing").exists() and time.monotonic() < end:
-        time.sleep(0.002)
+    tourney.await_file("stub_playing")
     process.kill()
     process.wait(timeout=60)
     tourney.write("stub_go", "")

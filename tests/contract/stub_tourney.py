@@ -172,6 +172,12 @@ class Tourney:
             if plays != 1:
                 raise BrokenPromise(f"game {number} was started {plays} times")
 
+    def await_file(self, name):
+        """Waits until the file is there, or for so long that it cannot come any more."""
+        end = time.monotonic() + 20
+        while not (self.directory / name).exists() and time.monotonic() < end:
+            time.sleep(0.002)
+
     def await_stub(self):
         """Waits until the game that goes on after the program's end is over."""
         end = time.monotonic() + 20

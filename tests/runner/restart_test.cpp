@@ -200,11 +200,28 @@ TEST_F(TwoPrograms, TheSecondStopsWhenTheTourneyFileWasChangedMeanwhile) {
   const std::string changed = machine.files.Bytes("/t/tourney.ini");
   other.file.reset();
   Output();
+  machine.clock.Advance(seconds(3));
+  Pass();
+  EXPECT_TRUE(loop_->IsIdle());
+  EXPECT_FALSE(machine.files.Has("/t/runner.lock"));
   PassTime(seconds(10));
   EXPECT_TRUE(machine.processes.Batches().empty());
   EXPECT_FALSE(tourney.Switch().IsRunning());
   EXPECT_TRUE(Printed("/t/tourney.ini"));
   EXPECT_EQ(machine.files.Bytes("/t/tourney.ini"), changed);
+}
+
+// What it has begun is spooled: the change is found by the save before the start.
+TEST_F(TwoPrograms, ARunnerThatStopsItselfBeforeAStartLetsGoOfTheLock) {
+  tourney.ChangeSettings()->auto_save = 1;
+  ASSERT_TRUE(file.Save(tourney, "/t/tourney.ini"));
+  machine.files.PutMore("/t/tourney.ini", "more\n");
+  tourney.ChangeSettings()->name = "Another cup";
+  Pass();
+  EXPECT_FALSE(tourney.Switch().IsRunning());
+  EXPECT_TRUE(machine.processes.Batches().empty());
+  EXPECT_TRUE(loop_->IsIdle());
+  EXPECT_FALSE(machine.files.Has("/t/runner.lock"));
 }
 
 TEST_F(TwoPrograms, TheLockGoesWhenTheRunnerHasNothingMoreToDo) {
