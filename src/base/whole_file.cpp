@@ -8,6 +8,9 @@ namespace {
 /// So many files that a crash has left are passed by.
 constexpr int kMostNames = 100;
 
+/// Behind the name of the file that is being saved.
+constexpr const char* kNew = ".new";
+
 bool WriteAndClose(OutputFile& file, const std::string& text) {
   const bool written = file.Write(text);
   return file.Close() && written;
@@ -28,7 +31,7 @@ struct Temporary {
 /// can be made there.
 Temporary MakeTemporary(FileSystem& files, const std::string& path) {
   for (int n = 1; n <= kMostNames; ++n) {
-    const std::string name = path + ".new" + (n == 1 ? "" : std::to_string(n));
+    const std::string name = path + kNew + (n == 1 ? "" : std::to_string(n));
     std::unique_ptr<OutputFile> file = files.CreateNew(name, path);
     if (file) return {name, std::move(file)};
     if (!files.Exists(name)) break;
@@ -58,6 +61,15 @@ bool SaveWholeFile(FileSystem& files, const std::string& path, const std::string
   if (path.empty()) return false;
   if (IsNoOrdinaryFile(files, path)) return WriteInPlace(files, path, text);
   return ReplaceWhole(files, files.FollowLinks(path), text);
+}
+
+std::vector<std::string> HalfSavedFiles(FileSystem& files, const std::string& path) {
+  const std::string first = files.FollowLinks(path) + kNew;
+  std::vector<std::string> found = files.PathsWithPrefix(first);
+  std::erase_if(found, [&](const std::string& name) {
+    return name.find_first_not_of("0123456789", first.size()) != std::string::npos;
+  });
+  return found;
 }
 
 void RemoveIfThere(FileSystem& files, const std::string& path) {

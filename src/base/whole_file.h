@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace tarvendo {
 
@@ -14,6 +15,10 @@ class FileSystem;
 /// in place. False when the text did not arrive, also because the old file may not be changed; it
 /// is then as it was, unless it was written in place.
 bool SaveWholeFile(FileSystem& files, const std::string& path, const std::string& text);
+
+/// The new files that a program which ended in the middle of SaveWholeFile has left beside the
+/// file, or that one is writing now: "table.htm.new", "table.htm.new2" for "table.htm".
+std::vector<std::string> HalfSavedFiles(FileSystem& files, const std::string& path);
 
 /// Whether something is there that is no ordinary file, nor a link to one: a device, a directory.
 bool IsNoOrdinaryFile(FileSystem& files, const std::string& path);

@@ -52,13 +52,17 @@ bool ReplaceFile(Tourney& tourney, FileSystem& files, const std::string& path,
 
 }  // namespace
 
+std::string DefaultTableFile(const Tourney& tourney) {
+  return tourney.Settings().files_path + kDefaultName;
+}
+
 bool WriteTable(Tourney& tourney, FileSystem& files, const std::string& file,
                 const TableOptions& options) {
   if (file == kConsoleName) {
     PrintText(ComputeTable(tourney, options));
     return true;
   }
-  const std::string path = file.empty() ? tourney.Settings().files_path + kDefaultName : file;
+  const std::string path = file.empty() ? DefaultTableFile(tourney) : file;
   return IsNoOrdinaryFile(files, path) ? WriteInPlace(tourney, files, path, options)
                                        : ReplaceFile(tourney, files, path, options);
 }

@@ -9,8 +9,11 @@ namespace tarvendo {
 class FileSystem;
 class Tourney;
 
+/// "table.htm" behind FilesPath: where the table goes that is written behind each result.
+std::string DefaultTableFile(const Tourney& tourney);
+
 /// Writes the table of the standings, in the form that the options ask for. An empty `file` is
-/// "table.htm" behind FilesPath; "stdout" prints the table through the log; any other name is a
+/// DefaultTableFile; "stdout" prints the table through the log; any other name is a
 /// file, which is saved whole or not at all (base/whole_file.h). A file that cannot be opened or
 /// saved prints "Can't open file %s!\n" and gives false; when it cannot be opened, nothing is
 /// computed either. Computes the standings (which may move the current round on), brings Rounds

@@ -57,14 +57,11 @@ bool IsInTourneyPgn(const Tourney& tourney, FileSystem& files, const Game& game,
   return all && !merged.empty() && all->find(merged) != std::string::npos;
 }
 
-void RemoveClaim(FileSystem& files, const GameOrder& order) {
-  RemovePlace(files, order);
-  RemoveIfThere(files, order.claim_file);
-}
-
-/// The game is still to be played as far as the tourney knows.
+/// The game is still to be played as far as the tourney knows. The claim of a whole record stays
+/// until that is collected: should the program end behind the save, it tells whose files lie there.
 void SettleUnplayed(FileSystem& files, const GameOrder& order, const std::string& pgn) {
-  if (files.Exists(order.pgn_file) && !HoldsResult(pgn)) {
+  if (HoldsResult(pgn)) return;
+  if (files.Exists(order.pgn_file)) {
     const std::string aside = SetRecordAside(files, order.pgn_file, "broken");
     if (!aside.empty() && !pgn.empty()) {
       PrintText(Format("\nGame %d was broken off, its record is kept as '%s'.\n> ", order.number,
@@ -79,20 +76,13 @@ void SettleForeign(const Tourney& tourney, FileSystem& files, const GameOrder& o
                    const std::string& pgn) {
   const Game* game = SameGame(tourney, order);
   if (game != nullptr && game->IsReady() && IsInTourneyPgn(tourney, files, *game, pgn)) {
-    RemoveIfThere(files, order.pgn_file);
+    // The record goes behind the batch file: without it nobody knows that both were collected.
     RemoveIfThere(files, order.batch_file);
+    RemoveIfThere(files, order.pgn_file);
   } else if (!pgn.empty()) {
     LeaveRecord(files, order);
   }
   RemoveClaim(files, order);
-}
-
-void Settle(Tourney& tourney, FileSystem& files, const GameOrder& order) {
-  const Game* game = SameGame(tourney, order);
-  const std::string pgn = files.ReadText(order.pgn_file).value_or("");
-  if (game == nullptr || game->IsReady()) return SettleForeign(tourney, files, order, pgn);
-  if (HoldsResult(pgn)) SpoolAgain(tourney, *game);
-  SettleUnplayed(files, order, pgn);
 }
 
 }  // namespace
@@ -104,7 +94,7 @@ std::vector<GameOrder> FindGamesToAdopt(Tourney& tourney, FileSystem& files,
     const GameOrder order = OrderOf(tourney, files, claim);
     if (running.HasNumber(claim.number)) continue;
     if (!claim.is_held) {
-      Settle(tourney, files, order);
+      SettleClaim(tourney, files, order);
       continue;
     }
     const Game* game = SameGame(tourney, order);
@@ -116,14 +106,27 @@ std::vector<GameOrder> FindGamesToAdopt(Tourney& tourney, FileSystem& files,
   return playing;
 }
 
-void SettleClaimOf(Tourney& tourney, FileSystem& files, int game_number) {
+std::optional<GameOrder> FreeClaimOf(const Tourney& tourney, FileSystem& files, int game_number) {
   const std::string& files_path = tourney.Settings().files_path;
   FoundClaim claim;
   claim.number = game_number;
   claim.path = GameFileName(files_path, game_number, ".run");
-  if (!files.IsPlainFile(claim.path) || files.IsLocked(claim.path)) return;
+  if (!files.IsPlainFile(claim.path) || files.IsLocked(claim.path)) return std::nullopt;
   claim.order = ReadClaimText(files.ReadText(claim.path).value_or(""), claim.path);
-  Settle(tourney, files, OrderOf(tourney, files, claim));
+  return OrderOf(tourney, files, claim);
+}
+
+void SettleClaim(Tourney& tourney, FileSystem& files, const GameOrder& order) {
+  const Game* game = SameGame(tourney, order);
+  const std::string pgn = files.ReadText(order.pgn_file).value_or("");
+  if (game == nullptr || game->IsReady()) return SettleForeign(tourney, files, order, pgn);
+  if (HoldsResult(pgn)) SpoolAgain(tourney, *game);
+  SettleUnplayed(files, order, pgn);
+}
+
+void RemoveClaim(FileSystem& files, const GameOrder& order) {
+  RemovePlace(files, order);
+  RemoveIfThere(files, order.claim_file);
 }
 
 void LeaveRecord(FileSystem& files, const GameOrder& order) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,9 +17,8 @@ class Tourney;
 /// that are under way here. Returns those of games that are still being played: they are to be
 /// adopted. The others are settled:
 ///
-/// - a SPOOLED game whose record is whole keeps it, to be collected; a record that is not is
-/// renamed
-///   to gN.broken.PGN, the console says so, and the game is played again;
+/// - a SPOOLED game whose record is whole keeps it and its claim, to be collected; a record that is
+///   not is renamed to gN.broken.PGN, the console says so, and the game is played again;
 /// - of a game that was collected already (its record stands in the tourney's PGN file) the files
 /// go;
 /// - any other record is renamed to gN.left.PGN, and the console names it.
@@ -28,8 +28,14 @@ class Tourney;
 std::vector<GameOrder> FindGamesToAdopt(Tourney& tourney, FileSystem& files,
                                         const RunningGames& running);
 
-/// Settles the claim of one SPOOLED game that nobody plays, as above. Nothing without a claim.
-void SettleClaimOf(Tourney& tourney, FileSystem& files, int game_number);
+/// The claim of a game that nobody plays any more; nothing when there is none.
+std::optional<GameOrder> FreeClaimOf(const Tourney& tourney, FileSystem& files, int game_number);
+
+/// Settles such a claim, as above.
+void SettleClaim(Tourney& tourney, FileSystem& files, const GameOrder& order);
+
+/// Removes a claim, and the directory of its game's debug file.
+void RemoveClaim(FileSystem& files, const GameOrder& order);
 
 /// Renames the record of a game that the tourney does not await to gN.left.PGN, and the console
 /// names it.

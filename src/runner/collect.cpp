@@ -5,6 +5,7 @@
 #include "base/line_reader.h"
 #include "base/log.h"
 #include "base/text.h"
+#include "base/whole_file.h"
 #include "platform/files.h"
 #include "play/claim.h"
 #include "reports/table_driver.h"
@@ -56,15 +57,23 @@ void Announce(const Game& game) {
             "\n" + kStars + "\n> ");
 }
 
+/// What games that were collected have left. A claim goes last, for it tells whose the files are.
+struct Leftovers {
+  std::vector<std::string> files;
+  std::vector<GameOrder> claims;
+};
+
 /// With AutoSave on, the results are on the disk before the files that they came from are gone, so
 /// that a crash in between loses no game. When that save fails (it is reported by the one that
 /// follows every step), the files stay: should the program end before a save succeeds, the next
 /// start collects them.
 void FinishCollection(Tourney& tourney, FileSystem& files, TourneyFile& file,
-                      const std::vector<std::string>& leftovers) {
-  const bool on_disk = file.TryAutoSave(tourney);
-  for (const std::string& name : leftovers) {
-    if (on_disk && !name.empty() && files.Exists(name)) files.Remove(name);
+                      const Leftovers& leftovers) {
+  if (file.TryAutoSave(tourney)) {
+    for (const std::string& name : leftovers.files)
+      RemoveIfThere(files, name);
+    for (const GameOrder& claim : leftovers.claims)
+      RemoveClaim(files, claim);
   }
   WriteTable(tourney, files, "", HtmlTableDefaults(tourney));
 }
@@ -115,23 +124,25 @@ void MoveOnAsATableDoes(Tourney& tourney) {
 
 void CollectAll(Tourney& tourney, FileSystem& files, TourneyFile& file,
                 const RunningGames& running) {
-  std::vector<std::string> leftovers;
+  Leftovers leftovers;
   for (const Game& game : tourney.Games()) {
     if (game.status != kSpooled || running.HasNumber(game.number)) continue;
     if (IsBeingPlayed(files, game.pgn_file)) continue;
-    SettleClaimOf(tourney, files, game.number);
+    const auto claim = FreeClaimOf(tourney, files, game.number);
+    if (claim) SettleClaim(tourney, files, *claim);
     const std::string pgn_file = game.pgn_file;
     const auto pgn = files.ReadText(pgn_file);
     if (!pgn) continue;
-    if (!leftovers.empty()) MoveOnAsATableDoes(tourney);
-    leftovers.push_back(game.bat_file);
-    leftovers.push_back(pgn_file);
+    if (!leftovers.files.empty()) MoveOnAsATableDoes(tourney);
+    leftovers.files.push_back(game.bat_file);
+    leftovers.files.push_back(pgn_file);
+    if (claim) leftovers.claims.push_back(*claim);
     TakeResult(tourney, files, game, *pgn, pgn_file);
     // Why a game has no result shall be read the next morning.
-    if (!game.LacksResult()) leftovers.push_back(GameFileBeside(pgn_file, ".err"));
+    if (!game.LacksResult()) leftovers.files.push_back(GameFileBeside(pgn_file, ".err"));
   }
   tourney.RecomputeGamesState();
-  if (leftovers.empty()) return;
+  if (leftovers.files.empty()) return;
   FinishCollection(tourney, files, file, leftovers);
 }
 

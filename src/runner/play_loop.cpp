@@ -9,6 +9,7 @@
 #include "runner/adoption.h"
 #include "runner/batch_file.h"
 #include "runner/collect.h"
+#include "runner/half_saved.h"
 #include "runner/pairer.h"
 #include "runner/spool.h"
 #include "tourney/runner_switch_commands.h"
@@ -114,7 +115,8 @@ void PlayLoop::StartGames(TimePoint now) {
   Attempt attempt = Attempt::kStarted;
   while (attempt == Attempt::kStarted)
     attempt = StartOne(now);
-  if (attempt != Attempt::kNothingToDo) return;
+  // The attempt may have found a reason to stop the runner, and nobody else tells this thread so.
+  if (!IsSwitchedOn(now) || attempt != Attempt::kNothingToDo) return;
   is_idle_ = games_under_way_ == 0;
 }
 
@@ -172,6 +174,7 @@ void PlayLoop::AdoptGames() {
   std::vector<GameOrder> playing;
   {
     const Hold hold = room_.shared.Take();
+    RemoveHalfSaved(*hold, room_.host.files, room_.file.With(hold));
     RunningGames& running = room_.running.With(hold);
     playing = FindGamesToAdopt(*hold, room_.host.files, running);
     for (const GameOrder& order : playing)
@@ -180,6 +183,7 @@ void PlayLoop::AdoptGames() {
   games_under_way_ += playing.size();
   host_.Adopt(playing);
   is_fresh_ = false;
+  has_collected_ = false;
 }
 
 bool PlayLoop::IsPlaceFree(const std::string& files_path, TimePoint now) {

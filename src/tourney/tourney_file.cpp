@@ -97,6 +97,17 @@ void TourneyFile::StopIfChangedByOthers(Tourney& tourney) {
   if (tourney.Switch().IsRunning()) StopRunner(tourney);
 }
 
+void TourneyFile::RemoveHalfSaved() {
+  if (path_.empty()) return;
+  for (const std::string& path : HalfSavedFiles(files_, path_)) {
+    const auto text = files_.ReadText(path);
+    const std::string_view header = kHeader;
+    if (text && text->substr(0, header.size()) == header.substr(0, text->size())) {
+      files_.Remove(path);
+    }
+  }
+}
+
 bool TourneyFile::HasChanged(const Tourney& tourney) const {
   return known_version_ != tourney.Version();
 }

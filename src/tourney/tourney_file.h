@@ -48,6 +48,10 @@ class TourneyFile {
   /// the runner, for what is in the file and what is here are two tourneys now.
   void StopIfChangedByOthers(Tourney& tourney);
 
+  /// Deletes what a program that ended in the middle of a save has left beside the file. A file of
+  /// such a name that does not begin as a tourney file does is left alone.
+  void RemoveHalfSaved();
+
   /// With AutoSave on, saves in the same way, but says nothing when that fails: for a save that
   /// AutoSave follows, which then fails too. True when nothing was to be saved.
   bool TryAutoSave(const Tourney& tourney);

@@ -159,5 +159,22 @@ TEST(WholeFile, ALinkToADeviceIsWrittenInPlace) {
   EXPECT_EQ(files.Count(FileOperation::kRename), 0);
 }
 
+TEST(HalfSavedFiles, AreTheNewFilesBesideAFileAndNoOthers) {
+  MemoryFileSystem files;
+  for (const char* name : {"a.txt", "a.txt.new", "a.txt.new2", "a.txt.new17", "a.txt.newer",
+                           "a.txt.new2x", "b.txt.new", "a.tx.new"})
+    files.Put(name, "");
+  EXPECT_EQ(HalfSavedFiles(files, "a.txt"), (Names{"a.txt.new", "a.txt.new17", "a.txt.new2"}));
+  EXPECT_EQ(HalfSavedFiles(files, "c.txt"), Names());
+}
+
+TEST(HalfSavedFiles, LieBesideTheFileThatALinkLeadsTo) {
+  MemoryFileSystem files;
+  files.Put("/there/a.txt", "");
+  files.Put("/there/a.txt.new", "");
+  files.MakeLink("a.txt", "/there/a.txt");
+  EXPECT_EQ(HalfSavedFiles(files, "a.txt"), Names{"/there/a.txt.new"});
+}
+
 }  // namespace
 }  // namespace tarvendo

@@ -86,11 +86,56 @@ TEST_F(Restarts, ClearUpAfterAGameThatWasCollectedAndSavedAlready) {
   ASSERT_EQ(GameNumber(1).status, kReady);
   machine.files.Put("/t/g1.PGN", record);
   machine.files.Put("/t/g1.run", claim);
+  machine.files.Put("/t/g1.BAT", "");
   EndProcesses();
   Restart();
-  PassTime(seconds(6));
+  const std::size_t removed_before = machine.files.Removed().size();
+  Pass();
   for (const char* name : {"/t/g1.PGN", "/t/g1.run", "/t/g1.left.PGN", "/t/g1.BAT"})
     EXPECT_FALSE(machine.files.Has(name)) << name;
+  std::vector<std::string> removed = machine.files.Removed();
+  removed.erase(removed.begin(), removed.begin() + static_cast<std::ptrdiff_t>(removed_before));
+  ASSERT_GE(removed.size(), 3U);
+  removed.resize(3);
+  EXPECT_EQ(removed, (std::vector<std::string>{"/t/g1.BAT", "/t/g1.PGN", "/t\\g1.run"}))
+      << "in an order in which each tells of those before it";
+}
+
+// Should the program end between the save and the removal, the claim tells whose the files are.
+TEST_F(Restarts, KeepTheClaimOfAGameThatHasEndedUntilItsResultIsSaved) {
+  EndGame(1, "1-0");
+  EndProcesses();
+  Restart();
+  machine.files.Deny(FileOperation::kOpen, "/t/tourney.ini");
+  Pass();
+  ASSERT_EQ(GameNumber(1).status, kReady);
+  EXPECT_TRUE(machine.files.Has("/t/g1.run"));
+  EXPECT_TRUE(machine.files.Has("/t/g1.PGN"));
+  machine.files.Allow(FileOperation::kOpen, "/t/tourney.ini");
+  Restart();
+  Pass();
+  for (const char* name : {"/t/g1.PGN", "/t/g1.run", "/t/g1.BAT"})
+    EXPECT_FALSE(machine.files.Has(name)) << name;
+}
+
+TEST_F(Restarts, ClearUpWhatWasBeingSavedWhenTheProgramEnded) {
+  const std::vector<std::string> half_saved = {"/t/tourney.ini.new",  "/t/tourney.ini.new2",
+                                               "/t/tourney.ini.new3", "/t/table.htm.new",
+                                               "/t/g1.BAT.new",       "/t/g12.BAT.new2"};
+  for (const std::string& name : half_saved)
+    machine.files.Put(name, "");
+  machine.files.Put("/t/tourney.ini.new2", "TOURN");
+  machine.files.Put("/t/tourney.ini.new3", "TOURNEY_FILE\nsomething\n");
+  const std::vector<std::string> others = {"/t/tourney.ini.new4", "/t/gx.BAT.new", "/t/g.BAT.new",
+                                           "/t/g1.BAT.newer"};
+  for (const std::string& name : others)
+    machine.files.Put(name, "a text of the user's own");
+  Restart();
+  Pass();
+  for (const std::string& name : half_saved)
+    EXPECT_FALSE(machine.files.Has(name)) << name;
+  for (const std::string& name : others)
+    EXPECT_TRUE(machine.files.Has(name)) << name;
 }
 
 TEST_F(Restarts, SettleAClaimOfGarbage) {
@@ -155,11 +200,28 @@ TEST_F(TwoPrograms, TheSecondStopsWhenTheTourneyFileWasChangedMeanwhile) {
   const std::string changed = machine.files.Bytes("/t/tourney.ini");
   other.file.reset();
   Output();
+  machine.clock.Advance(seconds(3));
+  Pass();
+  EXPECT_TRUE(loop_->IsIdle());
+  EXPECT_FALSE(machine.files.Has("/t/runner.lock"));
   PassTime(seconds(10));
   EXPECT_TRUE(machine.processes.Batches().empty());
   EXPECT_FALSE(tourney.Switch().IsRunning());
   EXPECT_TRUE(Printed("/t/tourney.ini"));
   EXPECT_EQ(machine.files.Bytes("/t/tourney.ini"), changed);
+}
+
+// What it has begun is spooled: the change is found by the save before the start.
+TEST_F(TwoPrograms, ARunnerThatStopsItselfBeforeAStartLetsGoOfTheLock) {
+  tourney.ChangeSettings()->auto_save = 1;
+  ASSERT_TRUE(file.Save(tourney, "/t/tourney.ini"));
+  machine.files.PutMore("/t/tourney.ini", "more\n");
+  tourney.ChangeSettings()->name = "Another cup";
+  Pass();
+  EXPECT_FALSE(tourney.Switch().IsRunning());
+  EXPECT_TRUE(machine.processes.Batches().empty());
+  EXPECT_TRUE(loop_->IsIdle());
+  EXPECT_FALSE(machine.files.Has("/t/runner.lock"));
 }
 
 TEST_F(TwoPrograms, TheLockGoesWhenTheRunnerHasNothingMoreToDo) {

@@ -38,12 +38,15 @@ bool IsResult(const std::string& word) {
 
 Plan PlanOf(const PlanLine& line) {
   const std::string from = "pgn=";
+  const std::string lasts = "ms=";
   Plan plan;
   for (const std::string& word : line.words) {
     if (IsResult(word)) {
       plan.result = word;
     } else if (word.compare(0, from.size(), from) == 0) {
       plan.pgn_from = word.substr(from.size());
+    } else if (word.compare(0, lasts.size(), lasts) == 0) {
+      plan.milliseconds = std::atoi(word.c_str() + lasts.size());
     } else {
       plan.words.insert(word);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
@@ -7,18 +8,22 @@
 #include <filesystem>
 #include <functional>
 #include <mutex>
+#include <vector>
 
 #include "platform/clock.h"
+#include "platform/files.h"
+#include "play/claim.h"
 #include "quick_processes.h"
 
 namespace tarvendo {
 
 /// The clock of a tourney that is over in a second. The time of day stands still unless a test lets
-/// it run; a wait ends when no batch file that was started is running any more, so that what the
+/// it run; a wait ends when no batch file that was started is running any more and no claim in the
+/// current directory is held by a game of an earlier start, so that what the
 /// program does next never depends on how fast the machine is. May be used from any thread.
 class QuickClock : public Clock {
  public:
-  explicit QuickClock(QuickProcesses& processes) : processes_(processes) {}
+  QuickClock(QuickProcesses& processes, FileSystem& files) : processes_(processes), files_(files) {}
 
   /// 2001-09-25 12:00:00 UTC, always; while the file stub_clock_runs lies in the current directory,
   /// 20 seconds later at each look.
@@ -44,7 +49,7 @@ class QuickClock : public Clock {
     const TimePoint end = Steady() + span;
     do {
       if (wake.wait_for(held, span == kLockedFileWait ? kLongBeat : kBeat, done)) return true;
-    } while (!GameAsksForLook() && processes_.IsAnyRunning() && Steady() < end);
+    } while (!GameAsksForLook() && IsAnythingPlayed() && Steady() < end);
     SkipTo(end);
     return done();
   }
@@ -63,6 +68,13 @@ class QuickClock : public Clock {
     if (now < end) spared_ += (end - now).count();
   }
 
+  bool IsAnythingPlayed() {
+    if (processes_.IsAnyRunning()) return true;
+    const std::vector<FoundClaim> claims = FindClaims(files_, "");
+    return std::any_of(claims.begin(), claims.end(),
+                       [](const FoundClaim& claim) { return claim.is_held; });
+  }
+
   /// Whether the stand-in for WinBoard wants the runner to look at its files in the middle of the
   /// game. The first wait that sees this ends; the next one tells the stand-in that the look is
   /// over.
@@ -76,6 +88,7 @@ class QuickClock : public Clock {
   }
 
   QuickProcesses& processes_;
+  FileSystem& files_;
   std::atomic<std::int64_t> now_{1001419200};
   std::atomic<std::int64_t> spared_{0};  ///< milliseconds that waits did not take
 };

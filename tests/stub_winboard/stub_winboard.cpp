@@ -194,6 +194,7 @@ class Player {
     Debug(Opening(plan_));
     if (plan_.Says("hold")) Hold();
     if (plan_.Says("look")) AskForLook();
+    std::this_thread::sleep_for(std::chrono::milliseconds(plan_.milliseconds));
     if (plan_.Says("crash")) return 3;
     Debug(">first : move e2e4\n<second: move e7e5\n");
     const bool is_late = plan_.Says("late");
@@ -252,6 +253,28 @@ int ShowGames(const Words& words) {
   return 0;
 }
 
+/// Notes for as long as it lives that a game of that name is being played; a directory, for only
+/// one can make it. A complaint when another one has.
+class PlayingNote {
+ public:
+  explicit PlayingNote(const std::string& name) : directory_(kNotePrefix + name) {
+    std::error_code error;
+    is_ours_ = std::filesystem::create_directory(directory_, error);
+    if (!is_ours_) WriteFile(kWordsFile, "  THIS GAME IS BEING PLAYED ALREADY\n", std::ios::app);
+  }
+  ~PlayingNote() {
+    if (is_ours_) Remove(directory_);
+  }
+  PlayingNote(const PlayingNote&) = delete;
+  PlayingNote& operator=(const PlayingNote&) = delete;
+
+ private:
+  static constexpr const char* kNotePrefix = "stub_plays_";
+
+  std::string directory_;
+  bool is_ours_ = false;
+};
+
 int PlayGame(const Words& words) {
   LeaveConsole();
   GameKey key;
@@ -261,6 +284,7 @@ int PlayGame(const Words& words) {
   key.play = PlaysSoFar(key.name) + 1;
   NoteWords(key, words);
   if (!Understands(words)) return kRefused;
+  const PlayingNote note(key.name);
   WriteFile(kRunningFile, "");
   const int exit_code = Player(key, ReadPlan(key), words).Play();
   Remove(kRunningFile);

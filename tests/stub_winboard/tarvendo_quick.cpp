@@ -25,7 +25,7 @@ int main(int count, char** words) {
   const auto watches = tarvendo::MakeFileWatches();
   tarvendo::DyingFileSystem files(*real_files, LastStep());
   tarvendo::QuickProcesses processes(*real_processes);
-  tarvendo::QuickClock clock(processes);
+  tarvendo::QuickClock clock(processes, *real_files);
   tarvendo::Host host{files, processes, clock, *watches};
   return tarvendo::RunProgram(host, {words + 1, words + count});
 }
