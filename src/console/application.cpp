@@ -1,11 +1,13 @@
 #include "console/application.h"
 
 #include <chrono>
+#include <cstddef>
 #include <memory>
 
 #include "base/log.h"
 #include "console/command_interpreter.h"
 #include "console/line_input.h"
+#include "console/start_up.h"
 #include "platform/faults.h"
 #include "platform/files.h"
 #include "platform/input.h"
@@ -18,7 +20,9 @@
 namespace tarvendo {
 namespace {
 
-constexpr const char* kWaitWord = "--wait";
+/// The exit code for a command line that makes no sense.
+constexpr int kNoSense = 2;
+
 constexpr const char* kLogFile = "Tarvendo.log";
 constexpr const char* kStartFile = "tourney.ini";
 constexpr const char* kEmergencyFile = "emergency.ini";
@@ -79,6 +83,19 @@ void RunPasses(Application& application, const StartUp& start) {
   if (!script || start.continues) RunKeyboardPass(application, !script);
 }
 
+RunnerOptions HowToPlay(const StartUp& start) {
+  RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
+  options.game.patience = std::chrono::minutes(start.patience);
+  return options;
+}
+
+/// Games that are being played are left to themselves. Who plays many wants to know how many.
+void TellOfGamesThatGoOn(Application& application) {
+  const std::size_t games = application.runner.GamesUnderWay();
+  if (games == 0) return;
+  WriteConsoleError("Games that go on by themselves: " + std::to_string(games) + "\n");
+}
+
 /// The end with `--wait`: what the runner has still to do is done first.
 void AwaitRunner(Application& application) {
   application.runner.AwaitIdle();
@@ -107,40 +124,21 @@ void SaveInEmergency(Application& application) {
 
 }  // namespace
 
-StartUp ReadCommandLine(const std::vector<std::string>& words) {
-  StartUp start;
-  std::vector<std::string> arguments;
-  for (const std::string& word : words) {
-    if (word == kWaitWord) {
-      start.waits = true;
-    } else {
-      arguments.push_back(word);
-    }
-  }
-  if (arguments.size() == 1) {
-    start.script = arguments.front();
-    return start;
-  }
-  for (const std::string& argument : arguments) {
-    if (!argument.starts_with("-")) {
-      if (start.script.empty()) start.script = argument;
-    } else if (argument.size() > 1 && argument[1] == 'c') {
-      start.continues = true;
-    }
-  }
-  return start;
-}
-
 int RunProgram(Host& host, const std::vector<std::string>& words) {
+  const StartUp start = ReadCommandLine(words);
+  if (!start.error.empty()) {
+    WriteConsoleError(start.error + "\n");
+    return kNoSense;
+  }
   const FaultGuard guard;
   const LogScope log(host);
-  const StartUp start = ReadCommandLine(words);
-  Application application(host, RunnerOptions());
+  Application application(host, HowToPlay(start));
   const bool ended_well = CallGuarded([&] {
     RunPasses(application, start);
     if (start.waits) AwaitRunner(application);
   });
   if (!ended_well) SaveInEmergency(application);
+  if (start.games > 0) TellOfGamesThatGoOn(application);
   return 1;
 }
 

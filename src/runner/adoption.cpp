@@ -107,7 +107,10 @@ std::vector<GameOrder> FindGamesToAdopt(Tourney& tourney, FileSystem& files,
       Settle(tourney, files, order);
       continue;
     }
-    if (const Game* game = SameGame(tourney, order)) SpoolAgain(tourney, *game);
+    const Game* game = SameGame(tourney, order);
+    // One that was judged already, its WinBoard still hanging, must not keep others waiting.
+    if (game != nullptr && game->IsReady()) continue;
+    if (game != nullptr) SpoolAgain(tourney, *game);
     playing.push_back(order);
   }
   return playing;

@@ -44,8 +44,7 @@ std::optional<TimePoint> PlayLoop::Pass() {
   JudgeEnded(now);
   TellOfSilence(now);
   StartGames(now);
-  if (referee_.HasUnsettled() && !settle_at_) settle_at_ = now + pace_.grouping;
-  if (settle_at_ && (now >= *settle_at_ || is_idle_)) Settle();
+  SettleWhenDue(now);
   return NextPass();
 }
 
@@ -75,7 +74,10 @@ void PlayLoop::JudgeEnded(TimePoint now) {
   bool is_round_due = false;
   for (const GameOutcome& outcome : host_.TakeEnded(now)) {
     const Hold hold = room_.shared.Take();
-    is_round_due = referee_.Judge(*hold, room_.file.With(hold), room_.running.With(hold), outcome);
+    --games_under_way_;
+    const bool is_due =
+        referee_.Judge(*hold, room_.file.With(hold), room_.running.With(hold), outcome);
+    is_round_due = is_due || is_round_due;
     CountFailure(*hold, outcome);
     tries_until_message_ = 0;
     blocked_.clear();
@@ -108,12 +110,12 @@ void PlayLoop::StartGames(TimePoint now) {
   look_at_.reset();
   is_idle_ = false;
   if (!IsSwitchedOn(now) || now < start_at_) return;
+  if (now >= blocked_until_) blocked_.clear();
   Attempt attempt = Attempt::kStarted;
   while (attempt == Attempt::kStarted)
     attempt = StartOne(now);
   if (attempt != Attempt::kNothingToDo) return;
-  const Hold hold = room_.shared.Take();
-  is_idle_ = room_.running.With(hold).IsEmpty();
+  is_idle_ = games_under_way_ == 0;
 }
 
 bool PlayLoop::IsSwitchedOn(TimePoint now) {
@@ -126,7 +128,7 @@ bool PlayLoop::IsSwitchedOn(TimePoint now) {
     blocked_.clear();
     has_collected_ = false;
     start_at_ = now;
-  } else if (!is_on_ && room_.running.With(hold).IsEmpty()) {
+  } else if (!is_on_ && games_under_way_ == 0) {
     is_idle_ = true;
     directory_.Release();
   }
@@ -175,6 +177,7 @@ void PlayLoop::AdoptGames() {
     for (const GameOrder& order : playing)
       running.Add(order);
   }
+  games_under_way_ += playing.size();
   host_.Adopt(playing);
   is_fresh_ = false;
 }
@@ -254,8 +257,7 @@ PlayLoop::Attempt PlayLoop::StartGame(int number, TimePoint now) {
       case Preparation::kReady:
         break;
       case Preparation::kBeingPlayed:
-        blocked_.push_back(number);
-        Hinder(AccessMessage(claim_file), now);
+        Block(number, AccessMessage(claim_file), now);
         return Attempt::kAgain;
       case Preparation::kNoBatchFile:
         Hinder("Error opening file for writing:  " + batch_file + "\n", now);
@@ -266,6 +268,9 @@ PlayLoop::Attempt PlayLoop::StartGame(int number, TimePoint now) {
     }
     room_.running.With(hold).Add(prepared.order);
   }
+  ++games_under_way_;
+  const bool saves_later = pace_.referee == RefereePace::kInGroups;
+  if (saves_later && !settle_at_) settle_at_ = now + pace_.grouping;
   host_.Start(prepared.order, std::move(prepared.claim));
   return Attempt::kStarted;
 }
@@ -302,11 +307,22 @@ void PlayLoop::PairRound(PlanAttempt& attempt) {
   }
 }
 
+void PlayLoop::SettleWhenDue(TimePoint now) {
+  if (pace_.referee == RefereePace::kAtOnce) return;
+  if (referee_.HasUnsettled() && !settle_at_) settle_at_ = now + pace_.grouping;
+  if (!settle_at_ || (now < *settle_at_ && !is_idle_)) return;
+  Settle();
+  if (referee_.HasUnsettled()) settle_at_ = now + pace_.next_save;
+}
+
+void PlayLoop::SettleAtEnd() {
+  if (pace_.referee == RefereePace::kInGroups && referee_.HasUnsettled()) Settle();
+}
+
 void PlayLoop::Settle() {
-  const Hold hold = room_.shared.Take();
-  TourneyFile& file = room_.file.With(hold);
-  referee_.Settle(*hold, file);
   settle_at_.reset();
+  const Hold hold = room_.shared.Take();
+  referee_.Settle(*hold, room_.file.With(hold));
 }
 
 std::optional<TimePoint> PlayLoop::NextPass() const {
@@ -317,17 +333,27 @@ std::optional<TimePoint> PlayLoop::NextPass() const {
   const TimePoint now = room_.host.clock.Steady();
   if (is_on_ && start_at_ > now) no_later_than(start_at_);
   no_later_than(look_at_);
+  if (!blocked_.empty()) no_later_than(blocked_until_);
   no_later_than(settle_at_);
   no_later_than(switch_at_);
   return next;
 }
 
 void PlayLoop::Hinder(const std::string& message, TimePoint now) {
-  if (--tries_until_message_ < 0) {
-    PrintText(message);
-    tries_until_message_ = kTriesBetweenMessages;
-  }
+  PrintRarely(message);
   start_at_ = now + pace_.retry;
+}
+
+void PlayLoop::Block(int number, const std::string& message, TimePoint now) {
+  PrintRarely(message);
+  blocked_.push_back(number);
+  blocked_until_ = now + pace_.retry;
+}
+
+void PlayLoop::PrintRarely(const std::string& message) {
+  if (--tries_until_message_ >= 0) return;
+  PrintText(message);
+  tries_until_message_ = kTriesBetweenMessages;
 }
 
 }  // namespace tarvendo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -21,6 +22,7 @@ struct PlayPace {
   std::chrono::milliseconds between_games{5000};
   std::chrono::milliseconds retry{3000};     ///< between two attempts while something is in the way
   std::chrono::milliseconds grouping{1000};  ///< from a result to its save, at the latest
+  std::chrono::milliseconds next_save{30000};  ///< from a save that failed to the next attempt
   RefereePace referee = RefereePace::kAtOnce;
   int failures_allowed = 0;  ///< so many in a row stop the runner; 0 is any number
 };
@@ -40,6 +42,13 @@ class PlayLoop {
   /// Whether the last pass found nothing to do and no game is under way: the switch is off, or on
   /// without a game to play.
   bool IsIdle() const { return is_idle_; }
+
+  /// At the end of the program: saves the results that still wait for it, deletes the files of
+  /// those games and writes the page.
+  void SettleAtEnd();
+
+  /// How many games are started or adopted and not yet judged.
+  std::size_t GamesUnderWay() const { return games_under_way_; }
 
   /// How often the switch had been moved when the last pass looked at it.
   std::uint64_t SwitchChangesSeen() const { return switch_changes_; }
@@ -65,11 +74,15 @@ class PlayLoop {
   Attempt StartGame(int number, TimePoint now);
   Attempt SpoolOne(PlanAttempt& attempt, TimePoint now);
   void PairRound(PlanAttempt& attempt);
+  void SettleWhenDue(TimePoint now);
   void Settle();
   std::optional<TimePoint> NextPass() const;
 
-  /// Something is in the way: the message comes now and at every eleventh attempt.
+  /// Something is in the way of every game, or of one of them.
   void Hinder(const std::string& message, TimePoint now);
+  void Block(int number, const std::string& message, TimePoint now);
+  /// The message comes at the first attempt and at every eleventh one.
+  void PrintRarely(const std::string& message);
 
   TourneyRoom& room_;
   GameHost& host_;
@@ -84,7 +97,9 @@ class PlayLoop {
   int tries_until_message_ = 0;
   int failures_ = 0;  ///< games in a row without a sign of life or a record
   std::uint64_t switch_changes_ = 0;
+  std::size_t games_under_way_ = 0;
   std::vector<int> blocked_;          ///< games whose claim somebody else holds
+  TimePoint blocked_until_;
   TimePoint start_at_;                ///< no game is started before
   std::optional<TimePoint> look_at_;  ///< when to see again what is in the way
   std::optional<TimePoint> settle_at_;

@@ -110,7 +110,7 @@ bool Referee::Judge(Tourney& tourney, TourneyFile& file, RunningGames& running,
   }
   KeepOrLeaveDebugFile(tourney, outcome, game != nullptr && game->LacksResult());
   const bool drops_files = !is_awaited || outcome.pgn.has_value();
-  settled_.push_back({outcome.order, drops_files});
+  settled_.push_back({outcome.order, drops_files, outcome.end != GameEnd::kEnded});
   if (TheLog != nullptr) TheLog->Housekeep(kLogLimit);
   if (pace_ == RefereePace::kAtOnce) SaveAndClear(tourney, file);
   // The end of a game that the tourney does not hold says nothing about the tourney's round.
@@ -145,11 +145,21 @@ void Referee::KeepOrLeaveDebugFile(const Tourney& tourney, const GameOutcome& ou
 }
 
 void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file) {
-  if (!file.AutoSave(tourney)) return;
+  std::erase_if(held_claims_, [&](const std::string& claim) {
+    if (host_.files.IsLocked(claim)) return false;
+    RemoveIfThere(host_.files, claim);
+    return true;
+  });
+  if (file.HasChanged(tourney) && !file.AutoSave(tourney)) return;
   for (const Settled& settled : settled_) {
     if (settled.drops_files) DropFiles(tourney, settled.order);
     RemovePlace(host_.files, settled.order);
-    RemoveIfThere(host_.files, settled.order.claim_file);
+    const std::string& claim = settled.order.claim_file;
+    if (settled.may_hang && host_.files.IsLocked(claim)) {
+      held_claims_.push_back(claim);
+    } else {
+      RemoveIfThere(host_.files, claim);
+    }
   }
   settled_.clear();
 }

@@ -46,6 +46,7 @@ class Referee {
   struct Settled {
     GameOrder order;
     bool drops_files;  ///< nobody needs its batch file and its record any more
+    bool may_hang;     ///< its processes may be there for ever, and its claim with them
   };
 
   void DropFiles(const Tourney& tourney, const GameOrder& order);
@@ -57,6 +58,7 @@ class Referee {
   Host host_;
   RefereePace pace_;
   std::vector<Settled> settled_;
+  std::vector<std::string> held_claims_;  ///< of judged games whose processes hang
   bool is_table_due_ = false;
 };
 

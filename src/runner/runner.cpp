@@ -8,6 +8,17 @@
 
 namespace tarvendo {
 
+RunnerOptions ManyGames(int places) {
+  RunnerOptions options;
+  options.places = places;
+  options.game.awaits_processes = true;
+  options.game.look = std::chrono::milliseconds(100);
+  options.play.between_games = std::chrono::milliseconds(0);
+  options.play.referee = RefereePace::kInGroups;
+  options.play.failures_allowed = 5;
+  return options;
+}
+
 Runner::Runner(TourneyRoom& room, const RunnerOptions& options)
     : room_(room),
       events_(room.host.clock),
@@ -45,13 +56,15 @@ void Runner::RunPasses() {
         pass = ++passes_begun_;
       }
       next = loop_.Pass();
+      const std::lock_guard guard(mutex_);
+      games_under_way_ = loop_.GamesUnderWay();
       if (loop_.IsIdle()) {
-        const std::lock_guard guard(mutex_);
         idle_pass_ = pass;
         idle_changes_ = loop_.SwitchChangesSeen();
         bell_->Ring();
       }
     } while (!events_.WaitUntil(next).Has(Event::kEnd));
+    loop_.SettleAtEnd();
   });
   if (ended_well) return;
   room_.shared.Break();
@@ -74,6 +87,11 @@ bool Runner::IsDone(std::uint64_t asked) {
   // A pass that was idle before the switch was moved says nothing of what comes now.
   const bool is_idle = idle_pass_ > asked && idle_changes_ == changes;
   return has_died_ || (is_idle && !has_start_time);
+}
+
+std::size_t Runner::GamesUnderWay() {
+  const std::lock_guard guard(mutex_);
+  return games_under_way_;
 }
 
 void Runner::AwaitIdle() {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <condition_variable>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -22,6 +22,9 @@ struct RunnerOptions {
   Pace game;
   PlayPace play;
 };
+
+/// Many games at a time, without waits between them; `places` is at least 1.
+RunnerOptions ManyGames(int places);
 
 /// The thread that works without the user: it plays the games and switches the runner on and off at
 /// the set times (PlayLoop). It sleeps until something happens or a deadline comes. Owned by the
@@ -45,6 +48,10 @@ class Runner {
   /// without the tourney.
   void AwaitIdle();
 
+  /// How many games the thread had started or adopted and not yet judged when its last pass ended.
+  /// Any thread; it works with a tourney that is broken, too.
+  std::size_t GamesUnderWay();
+
  private:
   void RunPasses();
   bool IsDone(std::uint64_t asked);
@@ -59,6 +66,7 @@ class Runner {
   std::uint64_t passes_begun_ = 0;
   std::uint64_t idle_pass_ = 0;     ///< the last pass that found nothing to do, by its number
   std::uint64_t idle_changes_ = 0;  ///< how often the switch had been moved when that pass looked
+  std::size_t games_under_way_ = 0;
   std::thread thread_;
 };
 

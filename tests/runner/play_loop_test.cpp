@@ -285,6 +285,23 @@ TEST_F(PlayGames, AnotherGamesHangingWinBoardDoesNotHideThatOneHasDied) {
   EXPECT_TRUE(machine.processes.IsRunning(1));
 }
 
+TEST_F(PlayGames, AGameWhoseWinBoardHangsIsNotPlayedAgainBesideIt) {
+  machine.processes.on_batch = nullptr;
+  PlayFirstGame();
+  PassTime(seconds(10));
+  ASSERT_EQ(GameNumber(1).status, kReady);
+  EXPECT_TRUE(machine.files.Has("/t/g1.run")) << "its processes still hold it";
+  tourney.ChangeGames().pop_back();
+  ReplayUnfinished(tourney, machine.files);
+  Output();
+  PassTime(seconds(20));
+  EXPECT_EQ(machine.processes.Batches().size(), 1U);
+  EXPECT_EQ(Output(), AccessMessage("/t\\g1.run"));
+  machine.processes.EndOf(1);
+  PassTime(seconds(4));
+  EXPECT_EQ(machine.processes.Batches().size(), 2U);
+}
+
 TEST_F(PlayGames, ASilentHourCostsNoMoreThanOnePassInTenSeconds) {
   PlayFirstGame();
   EXPECT_LE(PassTime(std::chrono::hours(1)), 361);

@@ -23,8 +23,6 @@ EXCEPTIONS = {
     "This is not a swiss tourney, so no swiss round can be paired!\n":
         "who pairs a round has asked for the type before; a unit test asks the driver itself",
     "%2d. %-20s: %d points.\n": "no command asks for this form of a player; a unit test does",
-    "%d games in a row gave no sign of life or no record,\nthe last one was game no. %d. Stopping runner.\n"
-    "Look into '%s' for the reason, if it is there.\n": "said with many games at once only; a unit test does",
     "Game %d: its debug file '%s' has not grown for 30 minutes.\n": "half an hour is too long; a unit test does",
     " /ncp /td 0 ": "a part of a command line, not printed",
     '[white "': "looked for in the files of games, not printed",

@@ -47,6 +47,7 @@ class Setup:
         self.host = ""  # the only host that this transcript is for
         self.directory = "."  # where the program is started, seen from the directory of the run
         self.ignored = []  # patterns of files whose content does not matter
+        self.any_order = []  # expectations whose lines come in an order that does not matter
         path = folder / "setup"
         for line in path.read_text().splitlines() if path.exists() else []:
             word, _, value = line.partition(" ")
@@ -58,6 +59,8 @@ class Setup:
                 self.directory = value
             elif word == "ignore":
                 self.ignored.append(value)
+            elif word == "any_order":
+                self.any_order.append(value)
             elif word and not word.startswith("#"):
                 raise SystemExit(f"{path}: unknown word '{word}'")
 
@@ -248,6 +251,9 @@ class Transcript:
         if after != self.before or has_expected:
             for name, data in after.items():
                 seen["expected_files/" + name] = data
+        for name in self.setup.any_order:
+            if name in seen:
+                seen[name] = b"".join(sorted(seen[name].splitlines(keepends=True)))
         return seen
 
     def expectations(self):

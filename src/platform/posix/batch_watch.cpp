@@ -72,6 +72,7 @@ bool BatchWatch::Start() {
 
 BatchId BatchWatch::Add(pid_t child, std::optional<FileIdentity> lock) {
   const std::lock_guard<std::mutex> guard(mutex_);
+  ForgetThoseOver();
   const BatchId id = ++last_id_;
   origins_.emplace(id, Origin{child, lock, true});
   running_.push_back(Running{id, child, OpenProcess(child)});
@@ -87,7 +88,9 @@ bool BatchWatch::IsRunning(BatchId batch) {
 
 void BatchWatch::End(BatchId batch) {
   const std::lock_guard<std::mutex> guard(mutex_);
-  if (!origins_.contains(batch)) return;
+  const auto found = origins_.find(batch);
+  if (found == origins_.end()) return;
+  found->second.is_ending = true;
   asked_.push_back(batch);
   wake_up_.Wake();
 }
@@ -95,7 +98,7 @@ void BatchWatch::End(BatchId batch) {
 void BatchWatch::EndHolders(const FileIdentity& lock) {
   const std::lock_guard<std::mutex> guard(mutex_);
   const BatchId id = ++last_id_;
-  origins_.emplace(id, Origin{0, lock, false});
+  origins_.emplace(id, Origin{0, lock, false, true});
   asked_.push_back(id);
   wake_up_.Wake();
 }
@@ -170,7 +173,10 @@ void BatchWatch::AskThoseToEnd() {
     asked.swap(asked_);
   }
   for (const BatchId id : asked) {
-    if (!Signal(OriginOf(id), SIGTERM)) continue;
+    if (!Signal(OriginOf(id), SIGTERM)) {
+      NoteEndingDone(id);
+      continue;
+    }
     endings_.push_back({id, 0, std::chrono::steady_clock::now() + grace_});
   }
 }
@@ -180,7 +186,9 @@ void BatchWatch::KillThoseDue(bool at_once) {
   const auto is_done = [&](Ending& ending) {
     if (ending.due > now && !at_once) return false;
     ending.due = now + kBetweenKills;
-    return !Signal(OriginOf(ending.id), SIGKILL) || ++ending.kills >= kMostKills;
+    if (Signal(OriginOf(ending.id), SIGKILL) && ++ending.kills < kMostKills) return false;
+    NoteEndingDone(ending.id);
+    return true;
   };
   endings_.erase(std::remove_if(endings_.begin(), endings_.end(), is_done), endings_.end());
 }
@@ -188,6 +196,19 @@ void BatchWatch::KillThoseDue(bool at_once) {
 BatchWatch::Origin BatchWatch::OriginOf(BatchId batch) {
   const std::lock_guard<std::mutex> guard(mutex_);
   return origins_.at(batch);
+}
+
+void BatchWatch::ForgetThoseOver() {
+  std::erase_if(origins_, [](const auto& entry) {
+    const Origin& origin = entry.second;
+    const bool has_group = origin.group != 0 && kill(-origin.group, 0) == 0;
+    return !origin.is_running && !origin.is_ending && !has_group;
+  });
+}
+
+void BatchWatch::NoteEndingDone(BatchId batch) {
+  const std::lock_guard<std::mutex> guard(mutex_);
+  origins_.at(batch).is_ending = false;
 }
 
 /// Returns whether anything was there to be signalled. Only this thread reaps, so the group of a

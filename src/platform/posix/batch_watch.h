@@ -53,11 +53,12 @@ class BatchWatch {
  private:
   using Time = std::chrono::steady_clock::time_point;
 
-  /// What a batch file was started with; kept when it has ended, since what it started may go on.
+  /// What a batch file was started with; kept as long as something of its group goes on.
   struct Origin {
     pid_t group;  ///< 0 for none
     std::optional<FileIdentity> lock;
     bool is_running;
+    bool is_ending = false;  ///< it was asked to end, and the thread sees to that
   };
   struct Running {
     BatchId id;
@@ -79,6 +80,9 @@ class BatchWatch {
   void AskThoseToEnd();
   void KillThoseDue(bool at_once);
   Origin OriginOf(BatchId batch);
+  /// Forgets the batch files of which nothing is left: there may be very many in the end.
+  void ForgetThoseOver();
+  void NoteEndingDone(BatchId batch);
   bool Signal(const Origin& origin, int signal);
 
   const std::chrono::milliseconds grace_;

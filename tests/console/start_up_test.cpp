@@ -1,4 +1,4 @@
-#include "console/application.h"
+#include "console/start_up.h"
 
 #include <gtest/gtest.h>
 
@@ -46,6 +46,25 @@ TEST(CommandLine, WaitCountsAsNoWord) {
   EXPECT_EQ(ReadCommandLine({"-c", "--wait"}).script, "-c");
   EXPECT_TRUE(ReadCommandLine({"script", "--wait", "-c"}).continues);
   EXPECT_FALSE(ReadCommandLine({"script", "--waiting"}).waits);
+}
+
+TEST(CommandLine, GamesAndPatienceTakeANumberBehindThemInEitherForm) {
+  const StartUp start = ReadCommandLine({"--games", "8", "script", "--patience=30"});
+  EXPECT_EQ(start.games, 8);
+  EXPECT_EQ(start.patience, 30);
+  EXPECT_EQ(start.script, "script") << "a value behind an option is no script";
+  EXPECT_EQ(start.error, "");
+  EXPECT_EQ(ReadCommandLine({"script"}).games, 0);
+}
+
+TEST(CommandLine, NonsenseBehindANumberOptionIsTold) {
+  for (const char* value : {"0", "-1", "513", "x", "", "2x", "99999999999"}) {
+    EXPECT_EQ(ReadCommandLine({"--games", value}).error,
+              std::string("--games takes a number from 1 to 512, not '") + value + "'.");
+  }
+  EXPECT_EQ(ReadCommandLine({"--games"}).error, "--games takes a number from 1 to 512.");
+  EXPECT_EQ(ReadCommandLine({"--patience=0"}).error,
+            "--patience takes a number from 1 to 100000, not '0'.");
 }
 
 }  // namespace
