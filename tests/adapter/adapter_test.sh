@@ -358,6 +358,12 @@ equal 'a shared display that goes at that moment is replaced' ':42 :43 ' "$(tr '
 equal 'and the game is played then' 0 "$status"
 is_clean 'a shared display that goes'
 
+begin 'unseen_display'
+display=''
+xboard_mode=fails
+run /nonsense
+equal 'a shared display that nobody has seen does not stay' 0 "$(await_end "$(shared_server)"; echo $?)"
+
 begin 'own_display'
 display=''
 mkdir .xvfb
