@@ -7,11 +7,16 @@ here=$(cd "$(dirname "$0")" && pwd)
 adapter=${1:-$here/../../adapters/xboard/winboard.exe}
 adapter=$(cd "$(dirname "$adapter")" && pwd)/$(basename "$adapter")
 root=$(mktemp -d)
-trap 'rm -rf "$root"' EXIT
+trap 'end_servers; rm -rf "$root"' EXIT
 passed=0
 failed=0
 
 # --- Tools ----------------------------------------------------------------------------------------
+
+# The displays that games share stay for a while after the last one.
+end_servers() {
+  cat "$root"/*/servers 2>/dev/null | while read -r server; do kill "$server" 2>/dev/null; done
+}
 
 # Makes an empty directory for one case; everything that the case writes lies below it, temporary
 # files too.
@@ -105,10 +110,27 @@ is_not_noted() { # WHAT [FILE]
   equal "$1" '' "$(ls "$FAKE/game/${2:-g7.err}" 2>/dev/null)"
 }
 
+is_running() { # PID
+  { read -r stat <"/proc/$1/stat"; } 2>/dev/null || return 1
+  case ${stat##*) } in
+  [ZX]*) return 1 ;;
+  esac
+}
+
+# A process that was killed is there for a moment.
+await_end() { # PID
+  tries=0
+  while is_running "$1"; do
+    [ "$tries" -lt 20 ] || return 1
+    tries=$((tries + 1))
+    sleep 0.05
+  done
+}
+
 is_clean() { # WHAT
   alive=''
   while read -r pid; do
-    if kill -0 "$pid" 2>/dev/null; then alive="$alive $pid"; fi
+    await_end "$pid" || alive="$alive $pid"
   done <"$FAKE/pids"
   equal "$1: no process is left" '' "$alive"
   equal "$1: no temporary file is left" '' "$(ls -A "$FAKE/tmp")"
@@ -137,6 +159,11 @@ begin 'stays_after_game'
 xboard_mode=stays_after_game
 start /debug
 stays_after_game=$started
+
+begin 'leaves_engine'
+xboard_mode=leaves_engine
+start /debug
+leaves_engine=$started
 
 begin 'will_not_go'
 xboard_mode=will_not_go
@@ -223,10 +250,7 @@ run /cp
 equal 'the debug file has the name that is waited for' 'winboard.debug' "$(last_value -nameOfDebugFile)"
 equal 'no sound player is called' 'true' "$(last_value -soundProgram)"
 equal "the user's settings are not rewritten" 'false' "$(last_value -saveSettingsOnExit)"
-case $(last_value -saveSettingsFile) in
-"$FAKE/tmp/"*) ok 'settings have a file of their own' ;;
-*) not_ok 'settings have a file of their own' "  got: $(last_value -saveSettingsFile)" ;;
-esac
+equal "and if they were, they would go nowhere" '/dev/null' "$(last_value -saveSettingsFile)"
 run /nameOfDebugFile=mine.debug /soundProgram=play -saveSettingsOnExit true '/saveSettingsFile=a\b' /animate
 equal "the user's debug file wins" 'mine.debug' "$(last_value -nameOfDebugFile)"
 equal "the user's sound player wins" 'play' "$(last_value -soundProgram)"
@@ -289,6 +313,74 @@ equal 'without a display Xvfb gives one' ':42' "$(cat "$FAKE/displays")"
 equal 'and the game is played' 0 "$status"
 is_clean 'a game under Xvfb'
 
+# --- The display that all games of a directory share ----------------------------------------------
+
+shared_server() {
+  cut -d ' ' -f 2 "$FAKE/game/.xvfb"
+}
+
+begin 'shared_display'
+display=''
+run /cp /sgf=g7.PGN
+run /cp "/sgf=$FAKE/game/g8.PGN"
+equal 'the next game of the directory has the same display' ':42 :42 ' "$(tr '\n' ' ' <"$FAKE/displays")"
+kill -KILL "$(shared_server)"
+await_end "$(shared_server)"
+run /cp /sgf=g9.PGN
+equal 'when it has crashed, the next game starts another' ':42 :42 :43 ' "$(tr '\n' ' ' <"$FAKE/displays")"
+equal 'which stays for those that follow' 0 "$(kill -0 "$(shared_server)"; echo $?)"
+mkdir elsewhere
+run /cp '/sgf=elsewhere\g1.PGN'
+equal 'another directory has another display' ':44' "$(tail -n 1 "$FAKE/displays")"
+echo '43 1 5' >.xvfb
+run /cp /sgf=g10.PGN
+equal 'a process with the number of one that ended is not taken for it' ':45' "$(tail -n 1 "$FAKE/displays")"
+says_nothing 'a shared display'
+is_clean 'a shared display'
+
+begin 'shared_at_once'
+display=''
+first='' # the games that are started at once
+for number in 1 2 3 4; do
+  start /cp "/sgf=g$number.PGN"
+  first="$first $started"
+done
+# shellcheck disable=SC2086
+wait $first
+equal 'games that start at once share one display' ':42 :42 :42 :42 ' "$(tr '\n' ' ' <"$FAKE/displays")"
+is_clean 'games that start at once'
+
+begin 'lost_display'
+display=''
+xboard_mode=loses_display
+run /cp
+equal 'a shared display that goes at that moment is replaced' ':42 :43 ' "$(tr '\n' ' ' <"$FAKE/displays")"
+equal 'and the game is played then' 0 "$status"
+is_clean 'a shared display that goes'
+
+begin 'unseen_display'
+display=''
+xboard_mode=fails
+run /nonsense
+equal 'a shared display that nobody has seen does not stay' 0 "$(await_end "$(shared_server)"; echo $?)"
+
+begin 'own_display'
+display=''
+mkdir .xvfb
+run /cp
+equal 'where none can be shared a game has its own' ':42' "$(cat "$FAKE/displays")"
+equal 'and is played' 0 "$status"
+is_clean "a game's own display"
+
+begin 'claim'
+display=''
+xboard_mode=lists_files
+export adapter FAKE FAKE_MODE="$xboard_mode" FAKE_XVFB="$xvfb_mode" XBOARD="$xboard" XVFB="$xvfb" TMPDIR="$FAKE/tmp" DISPLAY=''
+bash -c 'exec 70>g7.run; flock 70; exec "$adapter" /cp /sgf=g7.PGN' 2>"$FAKE/errors" </dev/null
+equal 'XBoard holds the lock on its game' 1 "$(grep -c . "$FAKE/claims")"
+equal 'the shared display does not' 0 "$(flock -n g7.run true; echo $?)"
+equal 'though it is there' 0 "$(kill -0 "$(shared_server)"; echo $?)"
+
 begin 'refused_display'
 xboard_mode=wants_display
 run /cp
@@ -304,12 +396,25 @@ is_noted 'an option that XBoard does not know is noted'
 equal "XBoard's exit code is handed on" 2 "$status"
 equal 'its reason is told, its chatter is not' 'winboard.exe: XBoard says: Unrecognized argument -nonsense' "$(cat "$FAKE/errors")"
 
+begin 'complaining_xboard'
+xboard_mode=complains
+run /cp /sgf=g7.PGN
+equal 'five complaints are enough' 5 "$(grep -c 'XBoard says: complaint' "$FAKE/errors")"
+is_noted 'what XBoard complains about is noted'
+
 # --- The error file -------------------------------------------------------------------------------
 
 begin 'old_error_file'
 echo 'an earlier attempt' >g7.err
 run /cp '/sgf=g7.PGN'
 is_not_noted 'a game that was played has no error file, and an old one goes'
+
+begin 'collected'
+: >g7.run
+xboard_mode=is_collected
+run /cp /sgf=g7.PGN
+says 'what is found after the game was collected is said' 'XBoard says: Error writing to the engine'
+is_not_noted 'but leaves no file, for nobody would delete it'
 
 begin 'error_file_names'
 xboard_mode=fails
@@ -378,6 +483,12 @@ white_is_uci | play_with_debug_file 'uci_moved' debug_is_moved
 reopen 'uci_moved'
 equal 'also when its debug file has been moved away meanwhile' "$(hint_about 'white one')" "$(cat "$FAKE/errors")"
 
+white_is_uci | play_with_debug_file 'uci_seen_early' awaits_hint
+reopen 'uci_seen_early'
+equal 'it is told of before XBoard has ended' "$(hint_about 'white one')" "$(cat "$FAKE/hint")"
+equal 'and only once' "$(hint_about 'white one')" "$(cat "$FAKE/errors")"
+is_clean 'a UCI engine that is told of early'
+
 while IFS= read -r line; do
   white_is_uci | sed "s|^297 .*|297 <first : $line|" | play_with_debug_file 'understands'
   reopen 'understands'
@@ -439,6 +550,11 @@ reopen 'stays_after_game'
 wait "$stays_after_game"
 equal 'an XBoard that stays after the game is ended' 1 "$?"
 is_clean 'an XBoard that stays'
+
+reopen 'leaves_engine'
+wait "$leaves_engine"
+equal 'an engine that stays is no matter of the game' 0 "$?"
+is_clean 'an engine that stays'
 
 reopen 'thinks'
 wait "$thinks"
