@@ -57,6 +57,7 @@ def play(way, directory, number, adapter, engine, display):
         environment["DISPLAY"] = display
     began = time.monotonic()
     subprocess.run(command, cwd=directory / way, env=environment, check=True, stdin=subprocess.DEVNULL,
+                   start_new_session=True,  # as the adapter starts XBoard: sessions share the processors evenly
                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     took = 1000 * (time.monotonic() - began)
     if "resigns} 0-1" not in record.read_text():
@@ -105,7 +106,7 @@ def main():
         engine.chmod(0o755)
         reading, writing = os.pipe()
         server = subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-screen", "0", "1280x1024x24", "-nolisten",
-                                   "tcp"], pass_fds=[writing], stderr=subprocess.DEVNULL)
+                                   "tcp", "-noreset"], pass_fds=[writing], stderr=subprocess.DEVNULL)
         display = ":" + os.read(reading, 10).decode().strip()
         try:
             for way in WAYS:
