@@ -326,7 +326,7 @@ void PlayLoop::SettleAtEnd() {
 void PlayLoop::Settle() {
   settle_at_.reset();
   const Hold hold = room_.shared.Take();
-  referee_.Settle(*hold, room_.file.With(hold));
+  referee_.Settle(*hold, room_.file.With(hold), room_.running.With(hold));
 }
 
 std::optional<TimePoint> PlayLoop::NextPass() const {

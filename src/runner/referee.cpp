@@ -112,7 +112,7 @@ bool Referee::Judge(Tourney& tourney, TourneyFile& file, RunningGames& running,
   const bool drops_files = !is_awaited || outcome.pgn.has_value();
   settled_.push_back({outcome.order, drops_files, outcome.end != GameEnd::kEnded});
   if (TheLog != nullptr) TheLog->Housekeep(kLogLimit);
-  if (pace_ == RefereePace::kAtOnce) SaveAndClear(tourney, file);
+  if (pace_ == RefereePace::kAtOnce) SaveAndClear(tourney, file, running);
   // The end of a game that the tourney does not hold says nothing about the tourney's round.
   return game != nullptr && MoveRoundOn(tourney);
 }
@@ -144,7 +144,7 @@ void Referee::KeepOrLeaveDebugFile(const Tourney& tourney, const GameOutcome& ou
   }
 }
 
-void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file) {
+void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file, const RunningGames& running) {
   std::erase_if(held_claims_, [&](const std::string& claim) {
     if (host_.files.IsLocked(claim)) return false;
     RemoveIfThere(host_.files, claim);
@@ -152,6 +152,8 @@ void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file) {
   });
   if (file.HasChanged(tourney) && !file.AutoSave(tourney)) return;
   for (const Settled& settled : settled_) {
+    // A load between the result and this save has made the game one to be played, and it is.
+    if (running.HasNumber(settled.order.number)) continue;
     if (settled.drops_files) DropFiles(tourney, settled.order);
     RemovePlace(host_.files, settled.order);
     const std::string& claim = settled.order.claim_file;
@@ -180,8 +182,8 @@ void Referee::WritePage(Tourney& tourney) {
   WriteTable(tourney, host_.files, "", HtmlTableDefaults(tourney));
 }
 
-void Referee::Settle(Tourney& tourney, TourneyFile& file) {
-  SaveAndClear(tourney, file);
+void Referee::Settle(Tourney& tourney, TourneyFile& file, const RunningGames& running) {
+  SaveAndClear(tourney, file, running);
   if (is_table_due_) WritePage(tourney);
   is_table_due_ = false;
 }

@@ -36,7 +36,8 @@ class Referee {
 
   /// Saves (AutoSave) what has been judged since the last call, deletes the files of those games
   /// and writes the page. Should the save fail, the files stay, and the next call tries again.
-  void Settle(Tourney& tourney, TourneyFile& file);
+  /// What lies there under the name of a game that was begun anew meanwhile is that one's.
+  void Settle(Tourney& tourney, TourneyFile& file, const RunningGames& running);
 
   /// Whether something waits for Settle.
   bool HasUnsettled() const { return is_table_due_ || !settled_.empty(); }
@@ -52,7 +53,7 @@ class Referee {
   void DropFiles(const Tourney& tourney, const GameOrder& order);
   void TakeOver(Tourney& tourney, const GameOutcome& outcome);
   void KeepOrLeaveDebugFile(const Tourney& tourney, const GameOutcome& outcome, bool lacks_result);
-  void SaveAndClear(Tourney& tourney, TourneyFile& file);
+  void SaveAndClear(Tourney& tourney, TourneyFile& file, const RunningGames& running);
   void WritePage(Tourney& tourney);
 
   Host host_;

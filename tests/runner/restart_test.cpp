@@ -233,6 +233,34 @@ TEST_F(TwoPrograms, TheLockGoesWhenTheRunnerHasNothingMoreToDo) {
   EXPECT_FALSE(machine.files.Has("/t/runner.lock"));
 }
 
+// With many games at once a result is saved up to a second later. A load in between brings the game
+// back as one to be played, and it is.
+TEST_F(PlayGames, AGameThatIsBegunAnewBeforeItsResultWasSavedKeepsItsClaim) {
+  play_pace_.referee = RefereePace::kInGroups;
+  play_pace_.between_games = seconds(0);
+  Restart(2);
+  Pass();
+  ASSERT_EQ(machine.processes.Batches().size(), 2U);
+  machine.clock.Advance(seconds(2));
+  Pass();
+  EndGame(1, "1-0");
+  machine.clock.Advance(seconds(2));
+  machine.processes.EndOf(1);
+  Pass();
+  ASSERT_EQ(GameNumber(1).status, kReady);
+  Game& game = GameNumber(1);
+  game.status = kSpooled;
+  game.bat_file = "/t/g1.BAT";
+  game.pgn_file = "/t/g1.PGN";
+  Pass();
+  ASSERT_EQ(machine.processes.Batches().back(), "/t/g1.BAT");
+  const std::string claim = machine.files.Bytes("/t/g1.run");
+  machine.clock.Advance(seconds(1));
+  Pass();
+  EXPECT_EQ(machine.files.Bytes("/t/g1.run"), claim);
+  EXPECT_TRUE(machine.files.IsLocked("/t/g1.run"));
+}
+
 /// Commands of the user while game 1 is being played.
 class WhileAGameIsPlayed : public PlayGames {
  protected:
