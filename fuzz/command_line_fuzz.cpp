@@ -1,17 +1,17 @@
-// Any bytes as what is typed. Between two pieces the runner takes a turn, and WinBoard plays each
-// game at once.
+// Any bytes as what is typed. Between two pieces the runner takes its turns, and WinBoard plays
+// each game at once.
+#include <chrono>
 #include <string>
 
 #include "console/command_interpreter.h"
 #include "console/line_input.h"
 #include "fakes/captured_log.h"
 #include "fuzz_input.h"
-#include "pairing/bracket_list.h"
 #include "platform/input.h"
+#include "play/local_host.h"
 #include "players/player_database.h"
-#include "runner/game_runner.h"
-#include "tourney/shared_tourney.h"
-#include "tourney/tourney_file.h"
+#include "runner/play_loop.h"
+#include "runner/tourney_room.h"
 
 using namespace tarvendo;
 
@@ -20,6 +20,10 @@ namespace {
 /// More games of a pair than anybody plays only fill the memory.
 constexpr int kMostSubRounds = 3;
 constexpr std::size_t kMostGames = 300;
+
+/// So many passes, and so long between two of them, are enough for a game.
+constexpr int kPasses = 3;
+constexpr std::chrono::seconds kBetweenPasses{6};
 
 class Typed : public InputStream {
  public:
@@ -37,13 +41,13 @@ struct Machine {
   Machine() {
     log.files.MakeDirectory("/t");
     tourney.ChangeSettings()->files_path = "/t\\";
-    log.processes.on_batch = [this](const std::string&) {
-      log.files.Put("winboard.debug", "1\n2\n3\n4\n5\nGameEnds(1, x, 2)\n");
-      for (const Game& game : tourney.Games()) {
-        if (game.number == tourney.current_game) {
-          log.files.Put(game.pgn_file, "[White \"x\"]\n[Result \"1-0\"]\n");
-        }
+    log.processes.on_batch = [this](const std::string& path) {
+      for (const GameOrder& order : running.Orders()) {
+        if (order.batch_file != path) continue;
+        log.files.Put(order.debug_file, "1\n2\n3\n4\n5\nGameEnds(1, x, 2)\n");
+        log.files.Put(order.pgn_file, "[White \"x\"]\n[Result \"1-0\"]\n");
       }
+      log.processes.EndOf(log.processes.LastBatch());
       return true;
     };
     for (const char* name : {"Alpha", "Beta", "Gamma", "Delta Two"}) {
@@ -62,18 +66,22 @@ struct Machine {
     if (tourney.Settings().sub_rounds > kMostSubRounds)
       tourney.ChangeSettings()->sub_rounds = kMostSubRounds;
     if (tourney.Games().size() > kMostGames) tourney.EraseAllGames();
-    runner.Pass();
+    for (int i = 0; i < kPasses; ++i) {
+      loop.Pass();
+      log.clock.Advance(kBetweenPasses);
+    }
     log.TakeOutput();
   }
 
   CapturedLog log;
-  SharedTourney shared;
-  Tourney& tourney = *shared.Take();  ///< there is one thread only
-  HeldWithTourney<TourneyFile> file{log.files};
-  HeldWithTourney<BracketList> brackets{log.clock};
+  TourneyRoom room{log.host};
+  // There is one thread only.
+  Tourney& tourney = *room.shared.Take();
+  const RunningGames& running = room.running.With(room.shared.Take());
   PlayerDatabase players;
-  CommandInterpreter interpreter{{shared, file, brackets, players, log.host, "/nowhere/"}};
-  GameRunner runner{shared, file, brackets, log.host};
+  CommandInterpreter interpreter{{room, players, "/nowhere/"}};
+  LocalHost local_host{log.host, Pace(), 1, [] {}};
+  PlayLoop loop{room, local_host, PlayPace()};
 };
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include "base/text.h"
 #include "fakes/memory_file_system.h"
 #include "fuzz_input.h"
-#include "runner/debug_watch.h"
+#include "play/debug_watch.h"
 
 using namespace tarvendo;
 

@@ -2,6 +2,7 @@
 #include "fakes/captured_log.h"
 #include "fuzz_input.h"
 #include "runner/collect.h"
+#include "runner/running_games.h"
 #include "runner/spool.h"
 #include "tourney/tourney.h"
 #include "tourney/tourney_file.h"
@@ -18,7 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   SpoolAll(tourney, machine.files);
   machine.files.Put("/t/g1.PGN", FuzzText(data, size));
   const std::string pgn = *machine.files.ReadText("/t/g1.PGN");
-  CollectAll(tourney, machine.files, file);
+  CollectAll(tourney, machine.files, file, RunningGames());
   const Game& game = tourney.Games().front();
   Demand(game.IsReady() && game.result == ResultInPgn(pgn));
   Demand(machine.files.Bytes("default.pgn") == MergedPgn(tourney, game, pgn));

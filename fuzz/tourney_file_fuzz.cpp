@@ -7,6 +7,7 @@
 #include "fuzz_input.h"
 #include "reports/table_driver.h"
 #include "runner/collect.h"
+#include "runner/running_games.h"
 #include "runner/spool.h"
 #include "tourney/game_list.h"
 #include "tourney/participants.h"
@@ -47,7 +48,7 @@ void UseEverything(Tourney& tourney, CapturedLog& machine) {
   }
   ListGames(tourney, GameFilter());
   ShowParticipants(tourney, 0);
-  CollectAll(tourney, files, file);
+  CollectAll(tourney, files, file, RunningGames());
   SpoolAll(tourney, files);
   WriteTable(tourney, files, "stdout", TextTableDefaults());
   WriteTable(tourney, files, "/t/table.htm", HtmlTableDefaults(tourney));

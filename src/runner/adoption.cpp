@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "base/whole_file.h"
 #include "platform/files.h"
+#include "platform/paths.h"
 #include "play/claim.h"
 #include "play/place.h"
 #include "runner/batch_file.h"
@@ -16,16 +17,16 @@ namespace {
 
 constexpr int kMostNames = 1000;
 
-/// The order of a claim whose text is gone: as the game would be started now.
+/// The order that a claim tells; of one whose text is gone: as the game would be started now.
 GameOrder OrderOf(const Tourney& tourney, FileSystem& files, const FoundClaim& claim) {
-  if (claim.order) return *claim.order;
+  GameOrder order = claim.order.value_or(GameOrder());
+  order.claim_file = files.FullPath(claim.path);
+  if (claim.order) return order;
   const std::string& files_path = tourney.Settings().files_path;
-  GameOrder order;
   order.number = claim.number;
   order.batch_file = files.FullPath(GameFileName(files_path, claim.number, ".BAT"));
   order.pgn_file = files.FullPath(GameFileName(files_path, claim.number, ".PGN"));
   order.debug_file = files.FullPath(FirstDebugFile(files_path));
-  order.claim_file = files.FullPath(claim.path);
   if (const Game* game = tourney.FindGame(claim.number)) {
     order.white = game->white_player;
     order.black = game->black_player;
@@ -57,15 +58,25 @@ bool IsInTourneyPgn(const Tourney& tourney, FileSystem& files, const Game& game,
   return all && !merged.empty() && all->find(merged) != std::string::npos;
 }
 
+/// The path of one of a game's files as the user knows it: with FilesPath as it was typed, where
+/// the file lies there. Orders know full paths only, which each host makes in its own way.
+std::string AsTyped(const Tourney& tourney, FileSystem& files, const std::string& path) {
+  const std::size_t separator = LastSeparator(path);
+  const std::size_t name_at = separator == std::string::npos ? 0 : separator + 1;
+  std::string typed = tourney.Settings().files_path + path.substr(name_at);
+  return files.FullPath(typed) == path ? typed : path;
+}
+
 /// The game is still to be played as far as the tourney knows. The claim of a whole record stays
 /// until that is collected: should the program end behind the save, it tells whose files lie there.
-void SettleUnplayed(FileSystem& files, const GameOrder& order, const std::string& pgn) {
+void SettleUnplayed(const Tourney& tourney, FileSystem& files, const GameOrder& order,
+                    const std::string& pgn) {
   if (HoldsResult(pgn)) return;
   if (files.Exists(order.pgn_file)) {
     const std::string aside = SetRecordAside(files, order.pgn_file, "broken");
     if (!aside.empty() && !pgn.empty()) {
       PrintText(Format("\nGame %d was broken off, its record is kept as '%s'.\n> ", order.number,
-                       aside.c_str()));
+                       AsTyped(tourney, files, aside).c_str()));
     }
   }
   RemoveClaim(files, order);
@@ -80,7 +91,7 @@ void SettleForeign(const Tourney& tourney, FileSystem& files, const GameOrder& o
     RemoveIfThere(files, order.batch_file);
     RemoveIfThere(files, order.pgn_file);
   } else if (!pgn.empty()) {
-    LeaveRecord(files, order);
+    LeaveRecord(tourney, files, order);
   }
   RemoveClaim(files, order);
 }
@@ -121,7 +132,7 @@ void SettleClaim(Tourney& tourney, FileSystem& files, const GameOrder& order) {
   const std::string pgn = files.ReadText(order.pgn_file).value_or("");
   if (game == nullptr || game->IsReady()) return SettleForeign(tourney, files, order, pgn);
   if (HoldsResult(pgn)) SpoolAgain(tourney, *game);
-  SettleUnplayed(files, order, pgn);
+  SettleUnplayed(tourney, files, order, pgn);
 }
 
 void RemoveClaim(FileSystem& files, const GameOrder& order) {
@@ -129,10 +140,11 @@ void RemoveClaim(FileSystem& files, const GameOrder& order) {
   RemoveIfThere(files, order.claim_file);
 }
 
-void LeaveRecord(FileSystem& files, const GameOrder& order) {
+void LeaveRecord(const Tourney& tourney, FileSystem& files, const GameOrder& order) {
   const std::string aside = SetRecordAside(files, order.pgn_file, "left");
+  const std::string kept = AsTyped(tourney, files, aside.empty() ? order.pgn_file : aside);
   PrintText(Format("\nGame %d: %s - %s is not awaited any more, its record is kept as '%s'.\n> ",
-                   order.number, order.white.c_str(), order.black.c_str(), aside.c_str()));
+                   order.number, order.white.c_str(), order.black.c_str(), kept.c_str()));
 }
 
 std::string SetRecordAside(FileSystem& files, const std::string& pgn_file,

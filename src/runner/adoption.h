@@ -38,8 +38,8 @@ void SettleClaim(Tourney& tourney, FileSystem& files, const GameOrder& order);
 void RemoveClaim(FileSystem& files, const GameOrder& order);
 
 /// Renames the record of a game that the tourney does not await to gN.left.PGN, and the console
-/// names it.
-void LeaveRecord(FileSystem& files, const GameOrder& order);
+/// names it, with FilesPath as it was typed. One that cannot be renamed is left under its own name.
+void LeaveRecord(const Tourney& tourney, FileSystem& files, const GameOrder& order);
 
 /// Renames a record out of the way, to gN.KIND.PGN (gN.KIND2.PGN and so on when there is one).
 /// Returns the new name; empty when that failed.

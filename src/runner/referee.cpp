@@ -106,7 +106,7 @@ bool Referee::Judge(Tourney& tourney, TourneyFile& file, RunningGames& running,
   if (is_awaited) {
     TakeOver(tourney, outcome);
   } else if (outcome.pgn && !outcome.pgn->empty()) {
-    LeaveRecord(host_.files, outcome.order);
+    LeaveRecord(tourney, host_.files, outcome.order);
   }
   KeepOrLeaveDebugFile(tourney, outcome, game != nullptr && game->LacksResult());
   const bool drops_files = !is_awaited || outcome.pgn.has_value();

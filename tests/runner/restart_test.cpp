@@ -54,7 +54,7 @@ TEST_F(Restarts, PlayABrokenGameAgainAndKeepItsRecord) {
   Restart();
   Pass();
   EXPECT_EQ(machine.files.Bytes("/t/g1.broken.PGN"), "[Result \"*\"]\n\n1. e4 e5\n");
-  EXPECT_TRUE(Printed("\nGame 1 was broken off, its record is kept as '/t/g1.broken.PGN'.\n> "));
+  EXPECT_TRUE(Printed("\nGame 1 was broken off, its record is kept as '/t\\g1.broken.PGN'.\n> "));
   EXPECT_EQ(GamesStarted(), 2U);
   EXPECT_EQ(machine.processes.Batches().back(), "/t/g1.BAT");
 }
@@ -75,7 +75,44 @@ TEST_F(Restarts, KeepTheRecordOfAGameThatNobodyAwaitsAnyMore) {
   Pass();
   EXPECT_TRUE(machine.files.Has("/t/g1.left.PGN"));
   EXPECT_FALSE(machine.files.Has("/t/g1.run"));
-  EXPECT_TRUE(Printed("'/t/g1.left.PGN'"));
+  EXPECT_TRUE(Printed("'/t\\g1.left.PGN'"));
+}
+
+TEST_F(Restarts, NameARecordOutsideFilesPathByItsFullPath) {
+  EndGame(1, "1-0");
+  EndProcesses();
+  tourney.EraseGames({0});
+  machine.files.PutDirectory("/elsewhere");
+  std::string claim = machine.files.Bytes("/t/g1.run");
+  claim.replace(claim.find("/t/g1.PGN"), 9, "/elsewhere/g1.PGN");
+  machine.files.Put("/t/g1.run", claim);
+  machine.files.Rename("/t/g1.PGN", "/elsewhere/g1.PGN");
+  Restart();
+  Pass();
+  EXPECT_TRUE(Printed("'/elsewhere/g1.left.PGN'"));
+}
+
+TEST_F(Restarts, NameARecordThatCannotBeRenamedAsItIs) {
+  EndGame(1, "1-0");
+  EndProcesses();
+  tourney.EraseGames({0});
+  machine.files.Deny(FileOperation::kRename, "/t/g1.PGN");
+  Restart();
+  Pass();
+  EXPECT_TRUE(machine.files.Has("/t/g1.PGN"));
+  EXPECT_TRUE(Printed("'/t\\g1.PGN'"));
+}
+
+TEST_F(Restarts, KnowTheClaimWhereverTheUserGoesMeanwhile) {
+  machine.files.ChangeDirectory("/t");
+  tourney.ChangeSettings()->files_path = "";
+  Restart();
+  Pass();
+  machine.files.ChangeDirectory("/home");
+  EndGame(1, "1-0");
+  PassTime(seconds(3));
+  EXPECT_EQ(GameNumber(1).result, kWhiteWins);
+  EXPECT_FALSE(machine.files.Has("/t/g1.run"));
 }
 
 TEST_F(Restarts, ClearUpAfterAGameThatWasCollectedAndSavedAlready) {
@@ -97,7 +134,7 @@ TEST_F(Restarts, ClearUpAfterAGameThatWasCollectedAndSavedAlready) {
   removed.erase(removed.begin(), removed.begin() + static_cast<std::ptrdiff_t>(removed_before));
   ASSERT_GE(removed.size(), 3U);
   removed.resize(3);
-  EXPECT_EQ(removed, (std::vector<std::string>{"/t/g1.BAT", "/t/g1.PGN", "/t\\g1.run"}))
+  EXPECT_EQ(removed, (std::vector<std::string>{"/t/g1.BAT", "/t/g1.PGN", "/t/g1.run"}))
       << "in an order in which each tells of those before it";
 }
 
@@ -266,10 +303,10 @@ class WhileAGameIsPlayed : public PlayGames {
  protected:
   WhileAGameIsPlayed() { PlayFirstGame(); }
 
-  void ExpectLeft() {
+  void ExpectLeft(const std::string& shown_name = "/t\\g1.left.PGN") {
     EXPECT_TRUE(machine.files.Has("/t/g1.left.PGN"));
     EXPECT_FALSE(machine.files.Has("/t/g1.run"));
-    EXPECT_TRUE(Printed("'/t/g1.left.PGN'"));
+    EXPECT_TRUE(Printed("'" + shown_name + "'"));
   }
 };
 
@@ -303,7 +340,7 @@ TEST_F(WhileAGameIsPlayed, AResetLeavesItAlone) {
   tourney.ChangeSettings()->files_path = "/elsewhere\\";
   EndGame(1, "1-0");
   PassTime(seconds(3));
-  ExpectLeft();
+  ExpectLeft("/t/g1.left.PGN");
 }
 
 TEST_F(WhileAGameIsPlayed, AGameOfOtherPlayersUnderTheSameNumberIsNotTouched) {
