@@ -1,39 +1,59 @@
 #include "base/whole_file.h"
 
+#include "base/log.h"
 #include "platform/files.h"
 
 namespace tarvendo {
 namespace {
 
-/// So many files that a crash has left are passed by.
-constexpr int kMostNames = 100;
+/// So many processes may save one file at the same time.
+constexpr int kMostNames = 9;
 
-bool WriteAndClose(OutputFile& file, const std::string& text) {
-  const bool written = file.Write(text);
+/// Whether a save waits for the disk.
+enum class Wait { kNo, kForDisk };
+
+std::string TemporaryName(const std::string& path, int n) {
+  return path + ".tarvendo.new" + (n == 1 ? "" : std::to_string(n));
+}
+
+bool WriteAndClose(OutputFile& file, const std::string& text, Wait wait) {
+  const bool written = file.Write(text) && (wait == Wait::kNo || file.Sync());
   return file.Close() && written;
 }
 
-bool WriteInPlace(FileSystem& files, const std::string& path, const std::string& text) {
+bool WriteInPlace(FileSystem& files, const std::string& path, const std::string& text, Wait wait) {
   const std::unique_ptr<OutputFile> file = files.Create(path);
-  return file && WriteAndClose(*file, text);
+  return file && WriteAndClose(*file, text, wait);
 }
 
 /// A file that is being written, and its name.
 struct Temporary {
   std::string path;
-  std::unique_ptr<OutputFile> file;
+  NewFileAttempt attempt;
 };
 
-/// A new file beside `path`, with its permissions, under a name that nobody uses. No file when none
-/// can be made there.
+/// A new file beside `path`, with its permissions. No file when none can be made there.
 Temporary MakeTemporary(FileSystem& files, const std::string& path) {
   for (int n = 1; n <= kMostNames; ++n) {
-    const std::string name = path + ".new" + (n == 1 ? "" : std::to_string(n));
-    std::unique_ptr<OutputFile> file = files.CreateNew(name, path);
-    if (file) return {name, std::move(file)};
+    const std::string name = TemporaryName(path, n);
+    NewFileAttempt attempt = files.CreateNew(name, path);
+    if (attempt.file || attempt.is_forbidden) return {name, std::move(attempt)};
     if (!files.Exists(name)) break;
   }
   return {};
+}
+
+/// What processes have left that have saved beside another one. Who makes one anew takes the place
+/// of what was left, and tells it from what somebody is still writing.
+void RemoveLeftOvers(FileSystem& files, const std::string& path) {
+  for (int n = 2; n <= kMostNames; ++n) {
+    const std::string name = TemporaryName(path, n);
+    if (!files.Exists(name)) continue;
+    const NewFileAttempt taken = files.CreateNew(name, path);
+    if (!taken.file) continue;
+    taken.file->Close();
+    files.Remove(name);
+  }
 }
 
 /// A rename asks nobody whether the old file may be changed, so this does. Opening for appending
@@ -42,22 +62,51 @@ bool MayBeChanged(FileSystem& files, const std::string& path) {
   return files.Append(path) != nullptr;
 }
 
+bool PutInPlaceOf(FileSystem& files, const Temporary& temporary, const std::string& path,
+                  const std::string& text, Wait wait) {
+  if (!WriteAndClose(*temporary.attempt.file, text, wait)) return false;
+  return wait == Wait::kNo ? files.Rename(temporary.path, path)
+                           : files.RenameDurably(temporary.path, path);
+}
+
 /// The file is there under this very name, or nothing is.
-bool ReplaceWhole(FileSystem& files, const std::string& path, const std::string& text) {
-  if (files.Exists(path) && !MayBeChanged(files, path)) return false;
+SaveOutcome ReplaceWhole(FileSystem& files, const std::string& path, const std::string& text,
+                         Wait wait) {
+  if (files.Exists(path) && !MayBeChanged(files, path)) return SaveOutcome::kFailed;
   const Temporary temporary = MakeTemporary(files, path);
-  if (!temporary.file) return WriteInPlace(files, path, text);
-  if (WriteAndClose(*temporary.file, text) && files.Rename(temporary.path, path)) return true;
-  files.Remove(temporary.path);
-  return false;
+  if (temporary.attempt.is_forbidden) {
+    return WriteInPlace(files, path, text, wait) ? SaveOutcome::kInPlace : SaveOutcome::kFailed;
+  }
+  if (!temporary.attempt.file) return SaveOutcome::kFailed;
+  if (!PutInPlaceOf(files, temporary, path, text, wait)) {
+    RemoveIfThere(files, temporary.path);
+    return SaveOutcome::kFailed;
+  }
+  RemoveLeftOvers(files, path);
+  return SaveOutcome::kSaved;
+}
+
+SaveOutcome Save(FileSystem& files, const std::string& path, const std::string& text, Wait wait) {
+  if (path.empty()) return SaveOutcome::kFailed;
+  if (!IsNoOrdinaryFile(files, path)) {
+    return ReplaceWhole(files, files.FollowLinks(path), text, wait);
+  }
+  return WriteInPlace(files, path, text, wait) ? SaveOutcome::kSaved : SaveOutcome::kFailed;
 }
 
 }  // namespace
 
 bool SaveWholeFile(FileSystem& files, const std::string& path, const std::string& text) {
-  if (path.empty()) return false;
-  if (IsNoOrdinaryFile(files, path)) return WriteInPlace(files, path, text);
-  return ReplaceWhole(files, files.FollowLinks(path), text);
+  return Save(files, path, text, Wait::kNo) != SaveOutcome::kFailed;
+}
+
+SaveOutcome SaveDurably(FileSystem& files, const std::string& path, const std::string& text) {
+  return Save(files, path, text, Wait::kForDisk);
+}
+
+void TellOfSaveInPlace(const std::string& name) {
+  PrintText("No file can be made beside '" + name +
+            "', so it is written in place:\nshould the machine stop meanwhile, it is lost.\n");
 }
 
 void RemoveIfThere(FileSystem& files, const std::string& path) {

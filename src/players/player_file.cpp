@@ -62,7 +62,9 @@ bool WritePlayerFile(FileSystem& files, const std::string& path, const PlayerDat
     }
     text += "END_PLAYER\n\n";
   }
-  return SaveWholeFile(files, path, text);
+  const SaveOutcome outcome = SaveDurably(files, path, text);
+  if (outcome == SaveOutcome::kInPlace) TellOfSaveInPlace(path);
+  return outcome != SaveOutcome::kFailed;
 }
 
 bool ReadPlayerFile(FileSystem& files, const std::string& path, const std::string& winboard_path,

@@ -42,10 +42,12 @@ std::string MergedLine(const Tourney& tourney, const Game& game, const std::stri
 }
 
 bool AppendToTourneyPgn(const Tourney& tourney, FileSystem& files, const std::string& text) {
-  const auto file = files.Append(tourney.Settings().pgn_file);
+  const std::string& path = tourney.Settings().pgn_file;
+  const bool is_new = !files.Exists(path);
+  const auto file = files.Append(path);
   if (!file) return false;
-  const bool written = file->Write(text);
-  return file->Close() && written;
+  const bool written = file->Write(text) && file->Sync();
+  return file->Close() && written && (!is_new || files.SyncName(path));
 }
 
 void Announce(const Game& game) {

@@ -50,11 +50,15 @@ bool TourneyFile::Write(const Tourney& tourney) {
   RecordWriter writer;
   writer.WriteString(kHeader);
   tourney.WriteRecord(writer, name_);
-  const bool saved = SaveWholeFile(files_, path_, writer.Text());
+  const SaveOutcome outcome = SaveDurably(files_, path_, writer.Text());
+  const bool saved = outcome != SaveOutcome::kFailed;
   // What a failed save has left is nobody else's work.
   Know(saved ? writer.Text() : files_.ReadText(path_));
   if (!saved) return false;
   known_version_ = tourney.Version();
+  if (outcome == SaveOutcome::kInPlace && told_in_place_.insert(path_).second) {
+    TellOfSaveInPlace(name_);
+  }
   for (const std::string& text : writer.CutTexts())
     ReportCutText(text);
   return true;

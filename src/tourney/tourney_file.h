@@ -27,8 +27,9 @@ class TourneyFile {
 
   /// Saves to the file `name`, which is kept as the name from then on, or without a name to that
   /// one, or to "tourney.ini" behind FilesPath when there is none. A save without a name never
-  /// replaces a file that is no tourney file. False on failure, about which nothing is printed. A
-  /// text for which its line has no room is cut in the file, and said so once.
+  /// replaces a file that is no tourney file. What was saved is on the disk. False on failure,
+  /// about which nothing is printed. A text for which its line has no room is cut in the file, and
+  /// a file that has to be written in place is not safe meanwhile: both are said once.
   bool Save(const Tourney& tourney, const std::string& name);
 
   /// Loads the file `name`, chosen as in Save; the name becomes the one that stands in it. A file
@@ -80,6 +81,7 @@ class TourneyFile {
   std::string path_;                            ///< of the file with that name
   std::optional<Content> known_;                ///< what was loaded or saved last
   std::optional<std::uint64_t> known_version_;  ///< of the tourney that was loaded or saved last
+  std::set<std::string> told_in_place_;         ///< the paths of which it was said that they are
   std::set<std::string> reported_;  ///< the texts of which it was said that they were cut
 };
 

@@ -33,10 +33,11 @@ class MortalFileSystem : public FileSystem {
     Spend();
     return Mortal(disk_.Create(path));
   }
-  std::unique_ptr<OutputFile> CreateNew(const std::string& path,
-                                        const std::string& model) override {
+  NewFileAttempt CreateNew(const std::string& path, const std::string& model) override {
     Spend();
-    return Mortal(disk_.CreateNew(path, model));
+    NewFileAttempt attempt = disk_.CreateNew(path, model);
+    attempt.file = Mortal(std::move(attempt.file));
+    return attempt;
   }
   std::unique_ptr<OutputFile> Append(const std::string& path) override {
     Spend();
@@ -53,6 +54,14 @@ class MortalFileSystem : public FileSystem {
   bool Rename(const std::string& from, const std::string& to) override {
     Spend();
     return disk_.Rename(from, to);
+  }
+  bool RenameDurably(const std::string& from, const std::string& to) override {
+    if (!Rename(from, to)) return false;
+    return SyncName(to);
+  }
+  bool SyncName(const std::string& path) override {
+    Spend();
+    return disk_.SyncName(path);
   }
   LockAttempt Lock(const std::string& path) override {
     if (!disk_.Has(path)) Spend();
@@ -87,6 +96,10 @@ class MortalFileSystem : public FileSystem {
       return file_->Write(text);
     }
     bool Flush() override { return file_->Flush(); }
+    bool Sync() override {
+      owner_.Spend();
+      return file_->Sync();
+    }
     std::int64_t Size() override { return file_->Size(); }
     bool Close() override {
       owner_.Spend();

@@ -26,6 +26,9 @@ EXCEPTIONS = {
     "%d games in a row gave no sign of life or no record,\nthe last one was game no. %d. Stopping runner.\n"
     "Look into '%s' for the reason, if it is there.\n": "said with many games at once only; a unit test does",
     "Game %d: its debug file '%s' has not grown for 30 minutes.\n": "half an hour is too long; a unit test does",
+    "', so it is written in place:\nshould the machine stop meanwhile, it is lost.\n":
+        "the superuser, who runs the tests, may write everywhere; a unit test says it",
+    "No file can be made beside '": "likewise",
     " /ncp /td 0 ": "a part of a command line, not printed",
     '[white "': "looked for in the files of games, not printed",
     '[black "': "looked for in the files of games, not printed",

@@ -27,8 +27,7 @@ constexpr const char* kTwoLines =
 /// Files with a bug in them: who replaces one of these gets an exception.
 class BuggyFiles : public MemoryFileSystem {
  public:
-  std::unique_ptr<OutputFile> CreateNew(const std::string& path,
-                                        const std::string& model) override {
+  NewFileAttempt CreateNew(const std::string& path, const std::string& model) override {
     if (cursed.contains(model)) throw std::runtime_error("a bug");
     return MemoryFileSystem::CreateNew(path, model);
   }
