@@ -80,6 +80,10 @@ class FileSystem {
   /// another program is still writing. An offset behind the end gives an empty text.
   virtual std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) = 0;
 
+  /// Likewise, but no more than `most` bytes.
+  virtual std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
+                                              std::size_t most) = 0;
+
   /// Opens for writing, emptying what is there; null when it cannot be opened.
   virtual std::unique_ptr<OutputFile> Create(const std::string& path) = 0;
 

@@ -19,7 +19,6 @@
 namespace tarvendo {
 namespace {
 
-constexpr std::size_t kTagName = 1;  ///< where a tag's name stands in its line, behind the bracket
 constexpr std::size_t kResultValue = 9;  ///< where the value of a Result tag stands: [Result "
 
 std::string_view Behind(const std::string& line, std::size_t position) {
@@ -76,7 +75,7 @@ void FinishCollection(Tourney& tourney, FileSystem& files, TourneyFile& file,
 int ResultInPgn(const std::string& pgn) {
   LineReader lines(pgn);
   while (const auto line = lines.Read(kRecordLine)) {
-    if (!BeginsWithNoCase(Behind(*line, kTagName), "result")) continue;
+    if (!lines.IsFirstPiece() || !BeginsWithNoCase(*line, "[result")) continue;
     const std::string_view value = Behind(*line, kResultValue);
     if (value.starts_with("1-0")) return kWhiteWins;
     if (value.starts_with("0-1")) return kBlackWins;
@@ -91,7 +90,7 @@ std::string MergedPgn(const Tourney& tourney, const Game& game, const std::strin
   LineReader lines(pgn);
   for (auto line = lines.Read(kRecordLine); line && !lines.AtEnd();
        line = lines.Read(kRecordLine)) {
-    merged += MergedLine(tourney, game, *line);
+    merged += lines.IsFirstPiece() ? MergedLine(tourney, game, *line) : *line;
   }
   return merged;
 }

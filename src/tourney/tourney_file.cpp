@@ -8,6 +8,7 @@
 #include "base/whole_file.h"
 #include "platform/files.h"
 #include "platform/line_ends.h"
+#include "platform/paths.h"
 #include "tourney/runner_switch_commands.h"
 #include "tourney/tourney.h"
 
@@ -25,11 +26,26 @@ bool IsForeign(const std::optional<std::string>& text) {
   return WithoutLineFeed(LineReader(*text).Read(kRecordLine).value_or("")) != kHeader;
 }
 
+bool IsOfEmergency(const std::string& name) {
+  const std::size_t separator = LastSeparator(name);
+  const std::string bare = separator == std::string::npos ? name : name.substr(separator + 1);
+  return bare == TourneyFile::kEmergencyName || bare == TourneyFile::kOldEmergencyName;
+}
+
 }  // namespace
 
 void TourneyFile::SetName(const std::string& name) {
   name_ = name;
   path_ = name.empty() ? name : files_.FullPath(name);
+  directory_ = files_.FullPath(".");
+}
+
+bool TourneyFile::SaveBeside(const Tourney& tourney, const std::string& directory,
+                             const std::string& path) {
+  RecordWriter writer;
+  writer.WriteString(kHeader);
+  tourney.WriteRecord(writer, directory == directory_ ? name_ : path_);
+  return SaveDurably(files_, path, writer.Text()) != SaveOutcome::kFailed;
 }
 
 void TourneyFile::ChooseName(const Tourney& tourney, const std::string& name) {
@@ -76,9 +92,14 @@ bool TourneyFile::Load(Tourney& tourney, const std::string& name) {
     return false;
   }
   Know(text);
+  const std::string loaded = name_;
   std::string save_file = name_;
   tourney.ReadRecord(reader, save_file);
   SetName(save_file);
+  if (IsOfEmergency(loaded) && loaded != save_file) {
+    ChooseName(tourney, "");
+    PrintText("From now on the tourney is saved to '" + name_ + "'.\n");
+  }
   known_version_ = tourney.Version();
   return true;
 }

@@ -19,6 +19,10 @@ class Tourney;
 /// later changes of the directory do not move the file. It is shown and saved as it was typed.
 class TourneyFile {
  public:
+  /// The file that the program saves to when it ends through an error, and the one before.
+  static constexpr const char* kEmergencyName = "emergency.ini";
+  static constexpr const char* kOldEmergencyName = "emergency.old.ini";
+
   explicit TourneyFile(FileSystem& files) : files_(files) {}
 
   /// The name of a save without a name, as it was typed; empty when none was given so far.
@@ -32,10 +36,16 @@ class TourneyFile {
   /// a file that has to be written in place is not safe meanwhile: both are said once.
   bool Save(const Tourney& tourney, const std::string& name);
 
-  /// Loads the file `name`, chosen as in Save; the name becomes the one that stands in it. A file
-  /// that cannot be opened gives false; one that is no tourney file prints "Not a tourney file.\n"
-  /// and gives false; either changes nothing but the name.
+  /// Loads the file `name`, chosen as in Save; the name becomes the one that stands in it; of a
+  /// file of an emergency save it is said which name that is. A file that cannot be opened gives
+  /// false; one that is no tourney file prints "Not a tourney file.\n" and gives false; either
+  /// changes nothing but the name.
   bool Load(Tourney& tourney, const std::string& name);
+
+  /// Saves to the file `path` in `directory`, and nothing of what this object knows changes: the
+  /// name that stands in that file is the one for saves without a name, so that a load of it leads
+  /// back to the tourney's own file. False on failure.
+  bool SaveBeside(const Tourney& tourney, const std::string& directory, const std::string& path);
 
   /// With AutoSave on, saves without a name; prints "Saving tourney failed!\n" when that fails. A
   /// file that another program has changed since it was loaded or saved here is not replaced: this
@@ -79,6 +89,7 @@ class TourneyFile {
   FileSystem& files_;
   std::string name_;
   std::string path_;                            ///< of the file with that name
+  std::string directory_;                       ///< from which the name is meant
   std::optional<Content> known_;                ///< what was loaded or saved last
   std::optional<std::uint64_t> known_version_;  ///< of the tourney that was loaded or saved last
   std::set<std::string> told_in_place_;         ///< the paths of which it was said that they are

@@ -203,6 +203,10 @@ TYPED_TEST(FileSystemContract, ReadingFoldsCrLfUnlessItIsReadFromAPlace) {
   EXPECT_EQ(this->files.ReadFrom(path, 1), "\r\nb\rc\n");
   EXPECT_EQ(this->files.ReadFrom(path, 7), "");
   EXPECT_EQ(this->files.ReadFrom(path, 700), "");
+  EXPECT_EQ(this->files.ReadPart(path, 1, 3), "\r\nb");
+  EXPECT_EQ(this->files.ReadPart(path, 5, 300), "c\n");
+  EXPECT_EQ(this->files.ReadPart(path, 0, 0), "");
+  EXPECT_EQ(this->files.ReadPart(path, 700, 1), "");
 }
 
 TYPED_TEST(FileSystemContract, AMissingFileIsNotThereForAnybody) {

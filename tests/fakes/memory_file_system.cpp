@@ -124,11 +124,16 @@ std::optional<std::string> MemoryFileSystem::ReadText(const std::string& path) {
 
 std::optional<std::string> MemoryFileSystem::ReadFrom(const std::string& path,
                                                       std::uint64_t offset) {
+  return ReadPart(path, offset, std::string::npos);
+}
+
+std::optional<std::string> MemoryFileSystem::ReadPart(const std::string& path, std::uint64_t offset,
+                                                      std::size_t most) {
   const std::lock_guard guard(mutex_);
   const std::string key = Target(Key(path));
   const auto file = Find(key);
   if (Fails(FileOperation::kRead, key) || !file) return std::nullopt;
-  return file->bytes.substr(std::min<std::size_t>(offset, file->bytes.size()));
+  return file->bytes.substr(std::min<std::size_t>(offset, file->bytes.size()), most);
 }
 
 std::unique_ptr<OutputFile> MemoryFileSystem::Create(const std::string& path) {

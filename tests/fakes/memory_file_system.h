@@ -15,7 +15,7 @@ namespace tarvendo {
 
 /// What a MemoryFileSystem can be told to fail at.
 enum class FileOperation {
-  kRead,    ///< ReadText, ReadFrom
+  kRead,    ///< ReadText, ReadFrom, ReadPart
   kOpen,    ///< Create, CreateNew, Append
   kWrite,   ///< OutputFile::Write, LockedFile::Replace: half of the text arrives (a full disk)
   kClose,   ///< OutputFile::Close
@@ -37,6 +37,8 @@ class MemoryFileSystem : public FileSystem {
   // The FileSystem.
   std::optional<std::string> ReadText(const std::string& path) override;
   std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override;
+  std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
+                                      std::size_t most) override;
   std::unique_ptr<OutputFile> Create(const std::string& path) override;
   NewFileAttempt CreateNew(const std::string& path, const std::string& model) override;
   std::unique_ptr<OutputFile> Append(const std::string& path) override;

@@ -62,7 +62,19 @@ TEST(ResultInPgn, TheTagMayBeWrittenInCapitalsTheValueMayNotDiffer) {
 TEST(ResultInPgn, TheValueStandsAtAFixedPlace) {
   EXPECT_EQ(ResultInPgn("[Result  \"1-0\"]\n"), kUnfinished);
   EXPECT_EQ(ResultInPgn("[Result\n"), kUnfinished);
-  EXPECT_EQ(ResultInPgn("(Result_!1-0\n"), kWhiteWins);
+  EXPECT_EQ(ResultInPgn("[Result_!1-0\n"), kWhiteWins);
+}
+
+TEST(ResultInPgn, ATagBeginsWithABracket) {
+  EXPECT_EQ(ResultInPgn("(Result_!1-0\n[Result \"0-1\"]\n"), kBlackWins);
+  EXPECT_EQ(ResultInPgn("xresult: 1-0\n"), kUnknown);
+}
+
+TEST(ResultInPgn, AnEngineCannotWriteItIntoALongNameOfItsOwn) {
+  // The name fills the first 255 bytes of its line, so that what follows begins a piece.
+  const std::string line = "[White \"" + std::string(247, 'x');
+  ASSERT_EQ(line.size(), 255U);
+  EXPECT_EQ(ResultInPgn(line + "[Result \"1-0\"]\n[Result \"0-1\"]\n"), kBlackWins);
 }
 
 TEST(ResultInPgn, WithoutATagThereIsNone) {

@@ -29,6 +29,10 @@ class MortalFileSystem : public FileSystem {
   std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override {
     return disk_.ReadFrom(path, offset);
   }
+  std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
+                                      std::size_t most) override {
+    return disk_.ReadPart(path, offset, most);
+  }
   std::unique_ptr<OutputFile> Create(const std::string& path) override {
     Spend();
     return Mortal(disk_.Create(path));

@@ -107,6 +107,11 @@ class DyingFileSystem : public FileSystem {
     CommitFaultOf(path);
     return files_.ReadFrom(path, offset);
   }
+  std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
+                                      std::size_t most) override {
+    CommitFaultOf(path);
+    return files_.ReadPart(path, offset, most);
+  }
   std::unique_ptr<OutputFile> Create(const std::string& path) override {
     if (IsLog(path)) return files_.Create(path);
     Step();

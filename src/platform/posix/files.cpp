@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
@@ -28,18 +29,23 @@ std::string CallPath(const std::string& path) {
   return path.find('\0') == std::string::npos ? HostPath(path) : std::string();
 }
 
-std::optional<std::string> ReadToEnd(int descriptor) {
+constexpr std::size_t kEverything = std::numeric_limits<std::size_t>::max();
+
+/// Reads to the end, but no more than `most` bytes.
+std::optional<std::string> ReadOn(int descriptor, std::size_t most) {
   std::string text;
   std::array<char, 65536> buffer;
-  while (true) {
-    const ssize_t count = read(descriptor, buffer.data(), buffer.size());
-    if (count == 0) return text;
+  while (text.size() < most) {
+    const ssize_t count =
+        read(descriptor, buffer.data(), std::min(buffer.size(), most - text.size()));
+    if (count == 0) break;
     if (count > 0) {
       text.append(buffer.data(), static_cast<std::size_t>(count));
     } else if (errno != EINTR) {
       return std::nullopt;
     }
   }
+  return text;
 }
 
 class PosixFileSystem : public FileSystem {
@@ -47,17 +53,22 @@ class PosixFileSystem : public FileSystem {
   std::optional<std::string> ReadText(const std::string& path) override {
     const Descriptor file = OpenToRead(CallPath(path));
     if (!file.IsOpen()) return std::nullopt;
-    std::optional<std::string> text = ReadToEnd(file.Get());
+    std::optional<std::string> text = ReadOn(file.Get(), kEverything);
     if (text) FoldLineEnds(*text);
     return text;
   }
 
   std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override {
+    return ReadPart(path, offset, kEverything);
+  }
+
+  std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
+                                      std::size_t most) override {
     const Descriptor file = OpenToRead(CallPath(path));
     if (!file.IsOpen()) return std::nullopt;
     if (offset > static_cast<std::uint64_t>(std::numeric_limits<off_t>::max())) return "";
     if (lseek(file.Get(), static_cast<off_t>(offset), SEEK_SET) < 0) return std::nullopt;
-    return ReadToEnd(file.Get());
+    return ReadOn(file.Get(), most);
   }
 
   std::unique_ptr<OutputFile> Create(const std::string& path) override {

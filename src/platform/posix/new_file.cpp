@@ -67,8 +67,7 @@ NewFileAttempt MakeNewFile(const std::string& host_path, const std::string& mode
   const bool has_model = stat(model.c_str(), &status) == 0;
   const mode_t permissions = has_model ? S_IRUSR | S_IWUSR : 0666;
   for (int i = 0; i < kTries; ++i) {
-    Descriptor file(
-        open(host_path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions));
+    Descriptor file(open(host_path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions));
     if (file.IsOpen()) {
       if (!TakeOwnLock(file, host_path)) continue;
       if (has_model) TakeOver(file.Get(), status);

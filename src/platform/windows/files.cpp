@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <utility>
@@ -83,18 +84,20 @@ std::unique_ptr<OutputFile> OpenToWrite(const std::string& path, DWORD access, D
   return std::make_unique<BufferedFile>(std::move(file));
 }
 
-std::optional<std::string> ReadToEnd(const Handle& file) {
+constexpr std::size_t kEverything = std::numeric_limits<std::size_t>::max();
+
+/// Reads to the end, but no more than `most` bytes.
+std::optional<std::string> ReadOn(const Handle& file, std::size_t most) {
   std::string text;
   std::array<char, 65536> buffer;
-  while (true) {
+  while (text.size() < most) {
+    const auto wanted = static_cast<DWORD>(std::min(buffer.size(), most - text.size()));
     DWORD count = 0;
-    if (ReadFile(file.Get(), buffer.data(), static_cast<DWORD>(buffer.size()), &count, nullptr) ==
-        0) {
-      return std::nullopt;
-    }
-    if (count == 0) return text;
+    if (ReadFile(file.Get(), buffer.data(), wanted, &count, nullptr) == 0) return std::nullopt;
+    if (count == 0) break;
     text.append(buffer.data(), count);
   }
+  return text;
 }
 
 /// The attributes of a file that takes the place of `model`. The access rights are those that the
@@ -139,19 +142,24 @@ class WindowsFileSystem : public FileSystem {
   std::optional<std::string> ReadText(const std::string& path) override {
     const Handle file = OpenToRead(CallPath(path));
     if (!file.IsOpen()) return std::nullopt;
-    std::optional<std::string> text = ReadToEnd(file);
+    std::optional<std::string> text = ReadOn(file, kEverything);
     if (text) FoldLineEnds(*text);
     return text;
   }
 
   std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override {
+    return ReadPart(path, offset, kEverything);
+  }
+
+  std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
+                                      std::size_t most) override {
     const Handle file = OpenToRead(CallPath(path));
     if (!file.IsOpen()) return std::nullopt;
     if (offset > static_cast<std::uint64_t>(std::numeric_limits<LONGLONG>::max())) return "";
     LARGE_INTEGER position{};
     position.QuadPart = static_cast<LONGLONG>(offset);
     if (SetFilePointerEx(file.Get(), position, nullptr, FILE_BEGIN) == 0) return std::nullopt;
-    return ReadToEnd(file);
+    return ReadOn(file, most);
   }
 
   std::unique_ptr<OutputFile> Create(const std::string& path) override {
