@@ -12,6 +12,8 @@ constexpr int kMostNames = 9;
 /// Whether a save waits for the disk.
 enum class Wait { kNo, kForDisk };
 
+using Stamp = std::optional<FileStamp>;
+
 std::string TemporaryName(const std::string& path, int n) {
   return path + ".tarvendo.new" + (n == 1 ? "" : std::to_string(n));
 }
@@ -63,22 +65,24 @@ bool MayBeChanged(FileSystem& files, const std::string& path) {
 }
 
 bool PutInPlaceOf(FileSystem& files, const Temporary& temporary, const std::string& path,
-                  const std::string& text, Wait wait) {
+                  const std::string& text, Wait wait, Stamp& stamp) {
   if (!WriteAndClose(*temporary.attempt.file, text, wait)) return false;
+  // Behind the rename it may be somebody else's file already.
+  if (wait == Wait::kForDisk) stamp = files.Stamp(temporary.path);
   return wait == Wait::kNo ? files.Rename(temporary.path, path)
                            : files.RenameDurably(temporary.path, path);
 }
 
 /// The file is there under this very name, or nothing is.
 SaveOutcome ReplaceWhole(FileSystem& files, const std::string& path, const std::string& text,
-                         Wait wait) {
+                         Wait wait, Stamp& stamp) {
   if (files.Exists(path) && !MayBeChanged(files, path)) return SaveOutcome::kFailed;
   const Temporary temporary = MakeTemporary(files, path);
   if (temporary.attempt.is_forbidden) {
     return WriteInPlace(files, path, text, wait) ? SaveOutcome::kInPlace : SaveOutcome::kFailed;
   }
   if (!temporary.attempt.file) return SaveOutcome::kFailed;
-  if (!PutInPlaceOf(files, temporary, path, text, wait)) {
+  if (!PutInPlaceOf(files, temporary, path, text, wait, stamp)) {
     RemoveIfThere(files, temporary.path);
     return SaveOutcome::kFailed;
   }
@@ -86,10 +90,11 @@ SaveOutcome ReplaceWhole(FileSystem& files, const std::string& path, const std::
   return SaveOutcome::kSaved;
 }
 
-SaveOutcome Save(FileSystem& files, const std::string& path, const std::string& text, Wait wait) {
+SaveOutcome Save(FileSystem& files, const std::string& path, const std::string& text, Wait wait,
+                 Stamp& stamp) {
   if (path.empty()) return SaveOutcome::kFailed;
   if (!IsNoOrdinaryFile(files, path)) {
-    return ReplaceWhole(files, files.FollowLinks(path), text, wait);
+    return ReplaceWhole(files, files.FollowLinks(path), text, wait, stamp);
   }
   return WriteInPlace(files, path, text, wait) ? SaveOutcome::kSaved : SaveOutcome::kFailed;
 }
@@ -97,11 +102,16 @@ SaveOutcome Save(FileSystem& files, const std::string& path, const std::string& 
 }  // namespace
 
 bool SaveWholeFile(FileSystem& files, const std::string& path, const std::string& text) {
-  return Save(files, path, text, Wait::kNo) != SaveOutcome::kFailed;
+  Stamp unused;
+  return Save(files, path, text, Wait::kNo, unused) != SaveOutcome::kFailed;
 }
 
-SaveOutcome SaveDurably(FileSystem& files, const std::string& path, const std::string& text) {
-  return Save(files, path, text, Wait::kForDisk);
+SaveOutcome SaveDurably(FileSystem& files, const std::string& path, const std::string& text,
+                        std::optional<FileStamp>* stamp) {
+  Stamp known;
+  const SaveOutcome outcome = Save(files, path, text, Wait::kForDisk, known);
+  if (stamp != nullptr) *stamp = known;
+  return outcome;
 }
 
 void TellOfSaveInPlace(const std::string& name) {

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace tarvendo {
 
 class FileSystem;
+struct FileStamp;
 
 /// How a durable save has ended.
 enum class SaveOutcome {
@@ -24,8 +26,9 @@ enum class SaveOutcome {
 bool SaveWholeFile(FileSystem& files, const std::string& path, const std::string& text);
 
 /// Saves in the same way, and whoever loses power afterwards finds the new text, or, before, the
-/// old one.
-SaveOutcome SaveDurably(FileSystem& files, const std::string& path, const std::string& text);
+/// old one. `stamp` gets that of the new file, or nothing when it was written in place.
+SaveOutcome SaveDurably(FileSystem& files, const std::string& path, const std::string& text,
+                        std::optional<FileStamp>* stamp = nullptr);
 
 /// Tells the user of an ordinary file that was written in place, under the name that he gave it.
 void TellOfSaveInPlace(const std::string& name);

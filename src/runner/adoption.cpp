@@ -1,6 +1,7 @@
 #include "runner/adoption.h"
 
 #include "base/log.h"
+#include "base/read_file.h"
 #include "base/text.h"
 #include "base/whole_file.h"
 #include "platform/files.h"
@@ -89,7 +90,7 @@ void SettleForeign(const Tourney& tourney, FileSystem& files, const GameOrder& o
 
 void Settle(Tourney& tourney, FileSystem& files, const GameOrder& order) {
   const Game* game = SameGame(tourney, order);
-  const std::string pgn = files.ReadText(order.pgn_file).value_or("");
+  const std::string pgn = ReadFile(files, order.pgn_file, kGameFileLimit).value_or("");
   if (game == nullptr || game->IsReady()) return SettleForeign(tourney, files, order, pgn);
   if (HoldsResult(pgn)) SpoolAgain(tourney, *game);
   SettleUnplayed(files, order, pgn);
@@ -119,7 +120,7 @@ void SettleClaimOf(Tourney& tourney, FileSystem& files, int game_number) {
   claim.number = game_number;
   claim.path = GameFileName(files_path, game_number, ".run");
   if (!files.IsPlainFile(claim.path) || files.IsLocked(claim.path)) return;
-  claim.order = ReadClaimText(files.ReadText(claim.path).value_or(""), claim.path);
+  claim.order = ReadClaimText(ReadFile(files, claim.path, kGameFileLimit).value_or(""), claim.path);
   Settle(tourney, files, OrderOf(tourney, files, claim));
 }
 

@@ -4,6 +4,7 @@
 
 #include "base/line_reader.h"
 #include "base/log.h"
+#include "base/read_file.h"
 #include "base/text.h"
 #include "platform/files.h"
 #include "play/claim.h"
@@ -122,7 +123,7 @@ void CollectAll(Tourney& tourney, FileSystem& files, TourneyFile& file,
     if (IsBeingPlayed(files, game.pgn_file)) continue;
     SettleClaimOf(tourney, files, game.number);
     const std::string pgn_file = game.pgn_file;
-    const auto pgn = files.ReadText(pgn_file);
+    const auto pgn = ReadFile(files, pgn_file, kGameFileLimit);
     if (!pgn) continue;
     if (!leftovers.empty()) MoveOnAsATableDoes(tourney);
     leftovers.push_back(game.bat_file);

@@ -6,9 +6,10 @@
 #include <set>
 #include <string>
 
+#include "platform/files.h"
+
 namespace tarvendo {
 
-class FileSystem;
 class Tourney;
 
 /// The file that the tourney is kept in (docs/files.md): its name, what is known of its content,
@@ -77,9 +78,9 @@ class TourneyFile {
   void ChooseName(const Tourney& tourney, const std::string& name);
   bool Write(const Tourney& tourney);
 
-  /// Whether the file, which holds `text`, holds something else than what was loaded from it or
-  /// saved to it last.
-  bool WasChangedByOthers(const std::optional<std::string>& text) const;
+  /// Whether the file holds something else than what was loaded from it or saved to it last. One
+  /// that looks like that from outside is not read.
+  bool WasChangedByOthers();
 
   /// Remembers what is in the file now; nothing when there is none.
   void Know(std::optional<std::string> text);
@@ -91,6 +92,7 @@ class TourneyFile {
   std::string path_;                            ///< of the file with that name
   std::string directory_;                       ///< from which the name is meant
   std::optional<Content> known_;                ///< what was loaded or saved last
+  std::optional<FileStamp> known_stamp_;        ///< of the file then
   std::optional<std::uint64_t> known_version_;  ///< of the tourney that was loaded or saved last
   std::set<std::string> told_in_place_;         ///< the paths of which it was said that they are
   std::set<std::string> reported_;  ///< the texts of which it was said that they were cut

@@ -167,6 +167,23 @@ TEST_F(TourneyFileOfTwo, HalfASaveOfItsOwnIsNobodyElses) {
   EXPECT_EQ(Output(), "") << "it is said once";
 }
 
+TEST_F(TourneyFileOfTwo, AFileThatLooksAsItWasLeftIsNotReadAgain) {
+  ASSERT_TRUE(file.AutoSave(tourney));
+  machine.files.Deny(FileOperation::kRead, "/home/t.ini");
+  const int before = machine.files.Count(FileOperation::kRead);
+  tourney.ChangeSettings()->name = "Another";
+  EXPECT_TRUE(file.AutoSave(tourney));
+  EXPECT_EQ(machine.files.Count(FileOperation::kRead) - before, 1) << "its first line";
+  EXPECT_EQ(Output(), "");
+}
+
+TEST_F(TourneyFileOfTwo, AFileThatWasOnlyWrittenAgainIsNoChange) {
+  ASSERT_TRUE(file.AutoSave(tourney));
+  machine.files.Put("/home/t.ini", std::string(machine.files.Bytes("/home/t.ini")));
+  EXPECT_TRUE(file.AutoSave(tourney));
+  EXPECT_EQ(Output(), "");
+}
+
 TEST_F(TourneyFileOfTwo, ATextThatEndsInACarriageReturnIsNoChange) {
   tourney.ChangeSettings()->name = "Cup\r";
   EXPECT_TRUE(file.AutoSave(tourney));
