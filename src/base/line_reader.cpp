@@ -12,6 +12,7 @@ std::optional<std::string> LineReader::Read(std::size_t size) {
   // Like fgets, a read that fills its buffer has not yet looked behind it.
   if (feed == std::string_view::npos && rest.size() < size) at_end_ = true;
   if (length == 0) return std::nullopt;
+  is_first_piece_ = position_ == 0 || text_[position_ - 1] == '\n';
   position_ += length;
   const std::string_view piece = rest.substr(0, length);
   return std::string(piece.substr(0, std::min(piece.find('\0'), length)));

@@ -28,6 +28,9 @@ class LineReader {
   /// feed.
   bool AtEnd() const { return at_end_; }
 
+  /// Whether what the last read gave is the first piece of its line.
+  bool IsFirstPiece() const { return is_first_piece_; }
+
   /// How many bytes have been read.
   std::size_t Position() const { return position_; }
 
@@ -38,6 +41,7 @@ class LineReader {
   std::string_view text_;
   std::size_t position_ = 0;
   bool at_end_ = false;
+  bool is_first_piece_ = true;
 };
 
 /// `line` without its line feed, when it ends in one.

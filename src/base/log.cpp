@@ -4,6 +4,7 @@
 #include <cstdarg>
 
 #include "base/line_reader.h"
+#include "base/read_file.h"
 #include "base/text.h"
 #include "platform/files.h"
 #include "platform/processes.h"
@@ -128,7 +129,7 @@ bool Log::RunShellCommand(const std::string& line) {
     error_(Framed("Error creating temporary file!"));
     return false;
   }
-  const auto output = host_.files.ReadText(shell_output_);
+  const auto output = ReadFile(host_.files, shell_output_, kShellOutputLimit);
   if (!output) {
     shell_output_.clear();
     error_(Framed("Error reopening temporary file!"));

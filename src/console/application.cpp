@@ -16,6 +16,8 @@
 #include "players/player_database.h"
 #include "runner/runner.h"
 #include "runner/tourney_room.h"
+#include "tourney/tourney.h"
+#include "tourney/tourney_file.h"
 
 namespace tarvendo {
 namespace {
@@ -25,18 +27,33 @@ constexpr int kNoSense = 2;
 
 constexpr const char* kLogFile = "Tarvendo.log";
 constexpr const char* kStartFile = "tourney.ini";
-constexpr const char* kEmergencyFile = "emergency.ini";
 
 /// A save that hangs (a fault may have left the memory allocator's lock taken) must not hang for
 /// ever.
 constexpr unsigned kEmergencySeconds = 30;
 constexpr std::chrono::milliseconds kLockPatience{2000};
 
+/// Where the tourney goes when the program ends through an error: into the directory in which it
+/// was started, wherever it is then.
+struct EmergencyPlace {
+  explicit EmergencyPlace(FileSystem& files)
+      : directory(files.FullPath(".")),
+        file(files.FullPath(TourneyFile::kEmergencyName)),
+        old_file(files.FullPath(TourneyFile::kOldEmergencyName)) {}
+
+  const std::string directory;
+  const std::string file;
+  const std::string old_file;
+};
+
 /// Everything that lives from start to end, in the order in which it is made; taken down in
 /// reverse.
 struct Application {
   Application(Host& host, const RunnerOptions& options)
-      : room(host), interpreter({room, players, ExecutableDirectory()}), runner(room, options) {
+      : room(host),
+        emergency(host.files),
+        interpreter({room, players, ExecutableDirectory()}),
+        runner(room, options) {
     LoadStartTourney(host.files);
     if (!runner.StartThread()) Print("Initializing runner failed!\n");
   }
@@ -49,6 +66,7 @@ struct Application {
   }
 
   TourneyRoom room;
+  EmergencyPlace emergency;
   PlayerDatabase players;
   CommandInterpreter interpreter;
   Runner runner;
@@ -104,14 +122,25 @@ void AwaitRunner(Application& application) {
   application.room.file.With(hold).AutoSave(*hold);
 }
 
+/// What an earlier emergency has saved is kept, and not given away for nothing.
+bool SaveTourney(Application& application, const Hold& hold) {
+  FileSystem& files = application.room.host.files;
+  const EmergencyPlace& place = application.emergency;
+  if (files.IsPlainFile(files.FollowLinks(place.file))) {
+    if (hold->Participants().empty() && hold->Games().empty()) return true;
+    // Should that fail, the tourney of today counts more than the one of then.
+    files.Rename(place.file, place.old_file);
+  }
+  return application.room.file.With(hold).SaveBeside(*hold, place.directory, place.file);
+}
+
 void SaveInEmergency(Application& application) {
   WriteConsole("An exception has occurred and tourney will be closed.\n");
   WriteConsole("Trying to save current tourney to file 'emergency.ini' in current directory.\n");
   EndProcessAfter(kEmergencySeconds);
   const Hold hold = application.room.shared.TakeForEmergency(kLockPatience);
   bool saved = false;
-  const bool ended_well =
-      CallGuarded([&] { saved = application.room.file.With(hold).Save(*hold, kEmergencyFile); });
+  const bool ended_well = CallGuarded([&] { saved = SaveTourney(application, hold); });
   if (!ended_well) {
     WriteConsole("Saving failed, exiting.\n");
   } else if (!saved) {

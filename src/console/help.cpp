@@ -6,6 +6,7 @@
 
 #include "base/line_reader.h"
 #include "base/log.h"
+#include "base/read_file.h"
 #include "base/text.h"
 #include "base/word_skip.h"
 #include "console/name_list.h"
@@ -152,7 +153,7 @@ void Help(const std::string& line, FileSystem& files, const std::string& work_di
     PrintNameList(kCommandNames);
     return;
   }
-  const auto help_text = files.ReadText(work_dir + kHelpFile);
+  const auto help_text = ReadFile(files, work_dir + kHelpFile, kHelpFileLimit);
   if (!help_text) {
     PrintText("Can't find help file '" + work_dir + kHelpFile + "'.\n");
     return;

@@ -55,7 +55,11 @@ void SetField(PlayerDatabase& players, Player& player, const PlayerField& field,
     PrintText("Name " + value + " already taken.\n");
     return;
   }
-  player.texts.*field.text = value;
+  if (field.text == &PlayerTexts::name) {
+    players.Rename(player, value);
+  } else {
+    player.texts.*field.text = value;
+  }
   PrintText(value.empty() ? std::string(field.without_value) : field.set + value + ".\n");
 }
 

@@ -39,6 +39,10 @@ void RequestTermination();
 /// Whether the process was asked to end, by RequestTermination or from outside.
 bool TerminationRequested();
 
+/// Throws Terminated when the process was asked to end: what takes long on the console thread calls
+/// it now and then.
+void EndWhenAsked();
+
 /// Ends the process the hard way when the emergency save itself hangs (a fault inside the memory
 /// allocator leaves its lock taken): after `seconds` (at least 1), with the exit code 1, unless the
 /// program has ended by then.

@@ -22,6 +22,10 @@ class OutputFile {
   /// Hands everything written so far to the operating system.
   virtual bool Flush() = 0;
 
+  /// Hands everything written so far to the operating system and waits until it is on the disk.
+  /// True also for what has no place on a disk (a device, a pipe).
+  virtual bool Sync() = 0;
+
   /// Size of the file in bytes, with what has been written so far.
   virtual std::int64_t Size() = 0;
 
@@ -48,6 +52,12 @@ struct LockAttempt {
   bool is_held = false;  ///< somebody else holds it; otherwise the file cannot be opened
 };
 
+/// How an attempt to make a new file has ended.
+struct NewFileAttempt {
+  std::unique_ptr<OutputFile> file;  ///< null when none was made
+  bool is_forbidden = false;  ///< none of that name can be made in the directory, now or later
+};
+
 /// What tells two states of a file apart without reading it.
 struct FileStamp {
   std::uint64_t identity = 0;  ///< of the file itself: another one after a rename
@@ -70,15 +80,19 @@ class FileSystem {
   /// another program is still writing. An offset behind the end gives an empty text.
   virtual std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) = 0;
 
+  /// Likewise, but no more than `most` bytes.
+  virtual std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
+                                              std::size_t most) = 0;
+
   /// Opens for writing, emptying what is there; null when it cannot be opened.
   virtual std::unique_ptr<OutputFile> Create(const std::string& path) = 0;
 
   /// Makes a file that is to take the place of `model`, and opens it for writing: with the
   /// permissions (and, as far as the host lets us, the owner) of `model`, or those of any new file
-  /// when there is no `model`. Null when something of the name `path` is there already, which stays
-  /// as it is, or when no file can be made there.
-  virtual std::unique_ptr<OutputFile> CreateNew(const std::string& path,
-                                                const std::string& model) = 0;
+  /// when there is no `model`. Its lock is held until it is destroyed (on Windows until it is
+  /// closed), and a file of that name whose lock nobody holds is one that was left over and goes.
+  /// No file when somebody holds it, or something else of that name is there, which stays as it is.
+  virtual NewFileAttempt CreateNew(const std::string& path, const std::string& model) = 0;
 
   /// Opens for writing at the end, creating the file when missing; null when it cannot be opened.
   virtual std::unique_ptr<OutputFile> Append(const std::string& path) = 0;
@@ -102,6 +116,14 @@ class FileSystem {
 
   /// Renames a file, replacing an existing one in one step.
   virtual bool Rename(const std::string& from, const std::string& to) = 0;
+
+  /// Renames in the same way and waits until the new name is on the disk. False also when it cannot
+  /// be said whether it is.
+  virtual bool RenameDurably(const std::string& from, const std::string& to) = 0;
+
+  /// Waits until it is on the disk that there is a file of that name. True on a host that sees to
+  /// that by itself.
+  virtual bool SyncName(const std::string& path) = 0;
 
   /// Opens the file (making it when it is missing, but not its directory) and takes its lock,
   /// without waiting. What is in the file stays. On Linux the lock is that of flock: it does not

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 
+#include "base/read_file.h"
 #include "base/text.h"
 #include "platform/files.h"
 
@@ -95,7 +96,7 @@ std::vector<FoundClaim> FindClaims(FileSystem& files, const std::string& files_p
     if (claim.number == 0) continue;
     claim.path = path;
     claim.is_held = files.IsLocked(path);
-    claim.order = ReadClaimText(files.ReadText(path).value_or(""), path);
+    claim.order = ReadClaimText(ReadFile(files, path, kGameFileLimit).value_or(""), path);
     if (claim.order && claim.order->number != claim.number) claim.order.reset();
     claims.push_back(std::move(claim));
   }

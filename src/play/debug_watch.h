@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace tarvendo {
 
@@ -16,28 +17,35 @@ enum class DebugNews {
 
 /// Watches the debug file of one game. WinBoard writes a line such as "GameEnds(27, Black mates,
 /// 6)" when the game is over, and "GameEnds(0, (null), 2)" when it sets up the board, which ends no
-/// game. Only what has been added since the last look is read. The first five lines are WinBoard's
-/// header. Used by one thread.
+/// game. Only what has been added since the last look is read, in parts, and nothing of it is kept
+/// but the first 255 bytes of the line that is not whole yet, however long the file and its lines
+/// are. The first five lines (those that are longer count as several) are WinBoard's header. Used
+/// by one thread.
 class DebugWatch {
  public:
   /// Watches `path` from its start.
   void Begin(std::string path);
 
-  /// Reads what is new. After kGameOver the next look finds the same line again.
+  /// Reads what is new, up to a quarter of a gigabyte: the rest comes with the next look.
   DebugNews Look(FileSystem& files);
 
   const std::string& Path() const { return path_; }
 
   /// How many bytes of the file the last look that could read it has seen.
-  std::uint64_t Seen() const { return seen_; }
+  std::uint64_t Seen() const { return position_; }
 
  private:
-  DebugNews Examine(const std::string& added);
+  void Take(std::string_view bytes);
+  void EndPiece(bool ends_line);
+  void JudgeUnfinishedLine();
 
   std::string path_;
   std::uint64_t position_ = 0;  ///< bytes read so far
-  std::uint64_t seen_ = 0;      ///< bytes that were there at the last look
-  std::string unfinished_;      ///< the line without line feed that the last look left at the end
+  int header_left_ = 0;         ///< pieces of the header that are still to come
+  std::string piece_;           ///< the piece of a line that is being read
+  bool is_first_piece_ = true;  ///< it begins its line
+  bool is_over_ = false;
+  std::string unfinished_;  ///< the piece that the last look left at the end
 };
 
 }  // namespace tarvendo

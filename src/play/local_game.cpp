@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/read_file.h"
 #include "play/claim.h"
 #include "play/place.h"
 
@@ -188,7 +189,7 @@ bool LocalGame::TakeSilence(TimePoint now) {
 }
 
 std::optional<std::string> LocalGame::Record() const {
-  return host_.files.ReadText(order_.pgn_file);
+  return ReadFile(host_.files, order_.pgn_file, kGameFileLimit);
 }
 
 GameOutcome LocalGame::TakeOutcome() {

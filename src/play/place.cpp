@@ -1,5 +1,6 @@
 #include "play/place.h"
 
+#include "base/read_file.h"
 #include "base/whole_file.h"
 #include "platform/files.h"
 #include "platform/paths.h"
@@ -40,7 +41,7 @@ std::string OwnDebugFile(const std::string& files_path, int number) {
 std::string PreparePlace(FileSystem& files, const GameOrder& order) {
   const std::string directory = OwnDirectory(order);
   if (directory.empty()) return order.batch_file;
-  const auto text = files.ReadText(order.batch_file);
+  const auto text = ReadFile(files, order.batch_file, kGameFileLimit);
   if (!text || !files.MakeDirectory(directory)) return "";
   RemoveIfThere(files, order.debug_file);
   const std::string copy = CopyOfBatch(directory, order);

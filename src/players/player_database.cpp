@@ -30,6 +30,7 @@ bool PlayerDatabase::CreatePlayer(PlayerTexts texts) {
   if (player.texts.program_exe.empty()) return false;
   player.number = static_cast<int>(players_.size()) + 1;
   PrintText("Player " + player.texts.name + " created.\n");
+  places_.emplace(player.texts.name, players_.size());
   players_.push_back(std::move(player));
   return true;
 }
@@ -40,6 +41,7 @@ bool PlayerDatabase::DeletePlayer(int number) {
   if (found != players_.end()) {
     PrintText("Player '" + found->texts.name + "' deleted from player list.\n");
     players_.erase(found);
+    NotePlaces();
   }
   int next = 1;
   for (Player& player : players_)
@@ -62,9 +64,19 @@ Player* PlayerDatabase::FindByNumber(int number) {
 }
 
 Player* PlayerDatabase::FindByName(const std::string& name) {
-  const auto found = std::find_if(players_.begin(), players_.end(),
-                                  [&](const Player& player) { return player.texts.name == name; });
-  return found == players_.end() ? nullptr : &*found;
+  const auto found = places_.find(name);
+  return found == places_.end() ? nullptr : &players_[found->second];
+}
+
+void PlayerDatabase::Rename(Player& player, const std::string& name) {
+  player.texts.name = name;
+  NotePlaces();
+}
+
+void PlayerDatabase::NotePlaces() {
+  places_.clear();
+  for (std::size_t place = 0; place < players_.size(); ++place)
+    places_.emplace(players_[place].texts.name, place);
 }
 
 }  // namespace tarvendo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "players/player.h"
@@ -31,12 +32,20 @@ class PlayerDatabase {
   /// whole group text is `pattern`. Always true.
   bool ListPlayers(const std::string& pattern, bool by_group) const;
 
-  /// The player with that number or that exact name; null when there is none.
+  /// The player with that number or that exact name; null when there is none. The name is changed
+  /// by Rename only.
   Player* FindByNumber(int number);
   Player* FindByName(const std::string& name);
 
+  /// Gives a player of the list another name, which nobody has.
+  void Rename(Player& player, const std::string& name);
+
  private:
+  /// Finds every name's place anew.
+  void NotePlaces();
+
   std::vector<Player> players_;
+  std::unordered_map<std::string, std::size_t> places_;  ///< in the list, by name
 };
 
 }  // namespace tarvendo

@@ -4,8 +4,10 @@
 
 #include "base/line_reader.h"
 #include "base/log.h"
+#include "base/read_file.h"
 #include "base/text.h"
 #include "base/whole_file.h"
+#include "platform/faults.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "players/player_database.h"
@@ -62,7 +64,9 @@ bool WritePlayerFile(FileSystem& files, const std::string& path, const PlayerDat
     }
     text += "END_PLAYER\n\n";
   }
-  return SaveWholeFile(files, path, text);
+  const SaveOutcome outcome = SaveDurably(files, path, text);
+  if (outcome == SaveOutcome::kInPlace) TellOfSaveInPlace(path);
+  return outcome != SaveOutcome::kFailed;
 }
 
 bool ReadPlayerFile(FileSystem& files, const std::string& path, const std::string& winboard_path,
@@ -73,7 +77,7 @@ bool ReadPlayerFile(FileSystem& files, const std::string& path, const std::strin
     if (name.empty()) return false;
     PrintText("Because no player file was specified, file\n'" + name + "' is tried.\n");
   }
-  const auto text = files.ReadText(name);
+  const auto text = ReadFile(files, name, kPlayerFileLimit);
   if (!text) {
     PrintText("Error opening file '" + name + "'\n");
     return false;
@@ -83,8 +87,8 @@ bool ReadPlayerFile(FileSystem& files, const std::string& path, const std::strin
   if (!first || !first->starts_with("PLAYER_FILE")) {
     return ImportWinboardIni(files, *text, database);
   }
-  while (!lines.AtEnd() && ReadPlayerBlock(lines, database)) {
-  }
+  while (!lines.AtEnd() && ReadPlayerBlock(lines, database))
+    EndWhenAsked();
   return true;
 }
 

@@ -8,8 +8,8 @@ class FileSystem;
 class LineReader;
 class PlayerDatabase;
 
-/// Writes every player of the database to a player file (docs/files.md), whole or not at all. False
-/// when the file could not be written; nothing is printed.
+/// Writes every player of the database to a player file (docs/files.md), whole or not at all, and
+/// it is on the disk then. False when the file could not be written; nothing is printed of that.
 bool WritePlayerFile(FileSystem& files, const std::string& path, const PlayerDatabase& database);
 
 /// Adds the players of a player file, or of WinBoard's configuration when the first line is not

@@ -7,8 +7,10 @@
 
 #include "base/line_reader.h"
 #include "base/log.h"
+#include "base/read_file.h"
 #include "base/text.h"
 #include "base/word_splitter.h"
+#include "platform/faults.h"
 #include "platform/files.h"
 #include "players/player_database.h"
 #include "players/text_limit.h"
@@ -233,6 +235,7 @@ class Importer {
 
  private:
   bool NextLine() {
+    EndWhenAsked();
     const std::optional<std::string> line = lines_.Read(kLongLine);
     if (line) line_ = *line;
     return line.has_value();
@@ -285,10 +288,11 @@ class Importer {
   void ReadIncluded(std::string_view name, EngineList list) {
     const Words words = SplitWords(name, {"}", "\"'"});
     if (words.empty()) return;
-    const auto text = files_.ReadText(WithoutQuotes(words.front()));
+    const auto text = ReadFile(files_, WithoutQuotes(words.front()), kPlayerFileLimit);
     if (!text) return;
     LineReader lines(*text);
     while (const auto line = lines.Read(kLongLine)) {
+      EndWhenAsked();
       if (FirstWord(*line) != "}") ImportEngineLine(*line, true, list, database_);
     }
   }

@@ -1,6 +1,7 @@
 #include "runner/adoption.h"
 
 #include "base/log.h"
+#include "base/read_file.h"
 #include "base/text.h"
 #include "base/whole_file.h"
 #include "platform/files.h"
@@ -123,13 +124,13 @@ std::optional<GameOrder> FreeClaimOf(const Tourney& tourney, FileSystem& files, 
   claim.number = game_number;
   claim.path = GameFileName(files_path, game_number, ".run");
   if (!files.IsPlainFile(claim.path) || files.IsLocked(claim.path)) return std::nullopt;
-  claim.order = ReadClaimText(files.ReadText(claim.path).value_or(""), claim.path);
+  claim.order = ReadClaimText(ReadFile(files, claim.path, kGameFileLimit).value_or(""), claim.path);
   return OrderOf(tourney, files, claim);
 }
 
 void SettleClaim(Tourney& tourney, FileSystem& files, const GameOrder& order) {
   const Game* game = SameGame(tourney, order);
-  const std::string pgn = files.ReadText(order.pgn_file).value_or("");
+  const std::string pgn = ReadFile(files, order.pgn_file, kGameFileLimit).value_or("");
   if (game == nullptr || game->IsReady()) return SettleForeign(tourney, files, order, pgn);
   if (HoldsResult(pgn)) SpoolAgain(tourney, *game);
   SettleUnplayed(tourney, files, order, pgn);

@@ -4,6 +4,7 @@
 
 #include "base/line_reader.h"
 #include "base/log.h"
+#include "base/read_file.h"
 #include "base/text.h"
 #include "base/whole_file.h"
 #include "platform/files.h"
@@ -20,7 +21,6 @@
 namespace tarvendo {
 namespace {
 
-constexpr std::size_t kTagName = 1;  ///< where a tag's name stands in its line, behind the bracket
 constexpr std::size_t kResultValue = 9;  ///< where the value of a Result tag stands: [Result "
 
 std::string_view Behind(const std::string& line, std::size_t position) {
@@ -43,10 +43,12 @@ std::string MergedLine(const Tourney& tourney, const Game& game, const std::stri
 }
 
 bool AppendToTourneyPgn(const Tourney& tourney, FileSystem& files, const std::string& text) {
-  const auto file = files.Append(tourney.Settings().pgn_file);
+  const std::string& path = tourney.Settings().pgn_file;
+  const bool is_new = !files.Exists(path);
+  const auto file = files.Append(path);
   if (!file) return false;
-  const bool written = file->Write(text);
-  return file->Close() && written;
+  const bool written = file->Write(text) && file->Sync();
+  return file->Close() && written && (!is_new || files.SyncName(path));
 }
 
 void Announce(const Game& game) {
@@ -83,7 +85,7 @@ void FinishCollection(Tourney& tourney, FileSystem& files, TourneyFile& file,
 int ResultInPgn(const std::string& pgn) {
   LineReader lines(pgn);
   while (const auto line = lines.Read(kRecordLine)) {
-    if (!BeginsWithNoCase(Behind(*line, kTagName), "result")) continue;
+    if (!lines.IsFirstPiece() || !BeginsWithNoCase(*line, "[result")) continue;
     const std::string_view value = Behind(*line, kResultValue);
     if (value.starts_with("1-0")) return kWhiteWins;
     if (value.starts_with("0-1")) return kBlackWins;
@@ -98,7 +100,7 @@ std::string MergedPgn(const Tourney& tourney, const Game& game, const std::strin
   LineReader lines(pgn);
   for (auto line = lines.Read(kRecordLine); line && !lines.AtEnd();
        line = lines.Read(kRecordLine)) {
-    merged += MergedLine(tourney, game, *line);
+    merged += lines.IsFirstPiece() ? MergedLine(tourney, game, *line) : *line;
   }
   return merged;
 }
@@ -131,7 +133,7 @@ void CollectAll(Tourney& tourney, FileSystem& files, TourneyFile& file,
     const auto claim = FreeClaimOf(tourney, files, game.number);
     if (claim) SettleClaim(tourney, files, *claim);
     const std::string pgn_file = game.pgn_file;
-    const auto pgn = files.ReadText(pgn_file);
+    const auto pgn = ReadFile(files, pgn_file, kGameFileLimit);
     if (!pgn) continue;
     if (!leftovers.files.empty()) MoveOnAsATableDoes(tourney);
     leftovers.files.push_back(game.bat_file);

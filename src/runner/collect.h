@@ -13,9 +13,9 @@ class RunningGames;
 class Tourney;
 class TourneyFile;
 
-/// The result that a PGN text tells: that of its first Result tag, read at the fixed place where
-/// the value stands in a tag written in the standard way. UNFINISHED for any other value, UNKNOWN
-/// without such a tag.
+/// The result that a PGN text tells: that of its first Result tag, which begins its line, read at
+/// the fixed place where the value stands in a tag written in the standard way. UNFINISHED for any
+/// other value, UNKNOWN without such a tag.
 int ResultInPgn(const std::string& pgn);
 
 /// The text of a game as the tourney's PGN file gets it: Event, Round, White and Black tell the

@@ -14,10 +14,10 @@
 namespace tarvendo {
 namespace {
 
-/// Whether what stands behind "g" in a path is "7.BAT.new" or "7.BAT.new2".
+/// Whether what stands behind "g" in a path is "7.BAT.tarvendo.new" or "7.BAT.tarvendo.new2".
 bool IsHalfSavedBatch(std::string_view rest) {
   constexpr std::string_view kDigits = "0123456789";
-  constexpr std::string_view kExtension = ".BAT.new";
+  constexpr std::string_view kExtension = ".BAT.tarvendo.new";
   const std::size_t dot = std::min(rest.find_first_not_of(kDigits), rest.size());
   rest.remove_prefix(dot);
   if (dot == 0 || !rest.starts_with(kExtension)) return false;

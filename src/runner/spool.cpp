@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/log.h"
+#include "base/read_file.h"
 #include "base/whole_file.h"
 #include "platform/files.h"
 #include "play/claim.h"
@@ -32,7 +33,7 @@ const Game* UnplayedGame(const Tourney& tourney, int number) {
 /// read it while it runs.
 bool WriteBatchFile(FileSystem& files, const std::string& path, const std::string& text,
                     bool may_be_running) {
-  if (may_be_running && files.ReadText(path) == text) return true;
+  if (may_be_running && ReadFile(files, path, kGameFileLimit) == text) return true;
   return SaveWholeFile(files, path, text);
 }
 

@@ -1,9 +1,11 @@
 #include "tourney/participants.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "base/log.h"
 #include "base/text.h"
+#include "platform/faults.h"
 #include "tourney/game_list.h"
 #include "tourney/tourney.h"
 
@@ -12,9 +14,13 @@ namespace {
 
 constexpr int kOpponentsInFirstLine = 8;
 
-bool IsParticipantName(const Tourney& tourney, const std::string& name) {
-  return std::any_of(tourney.Participants().begin(), tourney.Participants().end(),
-                     [&](const Player& player) { return player.texts.name == name; });
+using Names = std::unordered_set<std::string>;
+
+Names ParticipantNames(const Tourney& tourney) {
+  Names names;
+  for (const Player& player : tourney.Participants())
+    names.insert(player.texts.name);
+  return names;
 }
 
 /// "+", "-" or "=" for a game that this side won, lost or drew; any other: "*" when READY, else a
@@ -64,10 +70,9 @@ void RenumberBehind(Tourney& tourney, int removed) {
   }
 }
 
-}  // namespace
-
-bool AddPlayerToTourney(Tourney& tourney, const Player& player) {
-  if (IsParticipantName(tourney, player.texts.name)) {
+/// Adds a copy of the player, unless its name is among `names`, to which it is added then.
+bool AddUnlessNamed(Tourney& tourney, const Player& player, Names& names) {
+  if (!names.insert(player.texts.name).second) {
     PrintText("A player named '" + player.texts.name + "' already exists in tourney!\n");
     return false;
   }
@@ -87,20 +92,31 @@ bool AddPlayerToTourney(Tourney& tourney, const Player& player) {
   return true;
 }
 
+}  // namespace
+
+bool AddPlayerToTourney(Tourney& tourney, const Player& player) {
+  Names names = ParticipantNames(tourney);
+  return AddUnlessNamed(tourney, player, names);
+}
+
 void AddGroups(Tourney& tourney, const std::vector<Player>& database,
                const std::string& group_words) {
+  Names names = ParticipantNames(tourney);
   for (const std::string& wanted : SplitAtWhiteSpace(group_words)) {
     for (const Player& player : database) {
       for (const std::string& group : SplitAtWhiteSpace(player.texts.group)) {
-        if (group == wanted) AddPlayerToTourney(tourney, player);
+        if (group == wanted) AddUnlessNamed(tourney, player, names);
       }
     }
   }
 }
 
 void AddAllPlayers(Tourney& tourney, const std::vector<Player>& database) {
-  for (const Player& player : database)
-    AddPlayerToTourney(tourney, player);
+  Names names = ParticipantNames(tourney);
+  for (const Player& player : database) {
+    EndWhenAsked();
+    AddUnlessNamed(tourney, player, names);
+  }
 }
 
 void ShowParticipants(const Tourney& tourney, int number) {

@@ -7,12 +7,16 @@
 #include <algorithm>
 
 #include "base/log.h"
+#include "platform/faults.h"
 #include "tourney/game_list.h"
 #include "tourney/rounds.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {
 namespace {
+
+/// A game takes some hundred bytes here and in the file.
+constexpr int kMostPairings = 2000000;
 
 /// Round numbers run 1 to `rounds` in a circle.
 int WrappedRound(int round, int rounds) {
@@ -59,7 +63,13 @@ std::vector<Pairing> RoundRobinSchedule(int participants) {
   return schedule;
 }
 
-void CreateRRGames(Tourney& tourney, FileSystem& files) {
+bool CreateRRGames(Tourney& tourney, FileSystem& files) {
+  const auto count = static_cast<long long>(tourney.Participants().size());
+  if (count * (count - 1) / 2 > kMostPairings) {
+    Print("%lld players have more games to play than the %d that a tourney can hold.\n", count,
+          kMostPairings);
+    return false;
+  }
   Print("Creating Round Robin games...");
   for (const Game& game : tourney.Games())
     DeleteGameFiles(tourney, files, game);
@@ -68,9 +78,12 @@ void CreateRRGames(Tourney& tourney, FileSystem& files) {
   tourney.ChangeSettings()->rounds = RoundRobinRounds(participants);
   const std::vector<Pairing> schedule = RoundRobinSchedule(participants);
   const int sub_rounds = std::max(PlayableSubRounds(tourney, schedule.size()), 1);
-  for (const Pairing& pairing : schedule)
+  for (const Pairing& pairing : schedule) {
+    EndWhenAsked();
     AddGamesOf(tourney, pairing, sub_rounds);
+  }
   Print("ready.\n");
+  return true;
 }
 
 }  // namespace tarvendo

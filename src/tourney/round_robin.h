@@ -24,7 +24,8 @@ std::vector<Pairing> RoundRobinSchedule(int participants);
 
 /// Replaces all games (and their files) by a round robin of the participants, whatever the
 /// tourney's type, and sets Rounds. Prints "Creating Round Robin games...", a line for each game
-/// and "ready.\n".
-void CreateRRGames(Tourney& tourney, FileSystem& files);
+/// and "ready.\n". Of more than 2000 participants none is made, which is said: then false, and
+/// nothing has changed.
+bool CreateRRGames(Tourney& tourney, FileSystem& files);
 
 }  // namespace tarvendo

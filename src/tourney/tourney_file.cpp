@@ -4,10 +4,12 @@
 
 #include "base/line_reader.h"
 #include "base/log.h"
+#include "base/read_file.h"
 #include "base/record_file.h"
 #include "base/whole_file.h"
 #include "platform/files.h"
 #include "platform/line_ends.h"
+#include "platform/paths.h"
 #include "tourney/runner_switch_commands.h"
 #include "tourney/tourney.h"
 
@@ -20,9 +22,17 @@ constexpr const char* kHeader = "TOURNEY_FILE";
 constexpr std::size_t kShownText = 60;
 
 /// Whether a save without a name would destroy something that is no tourney file.
-bool IsForeign(const std::optional<std::string>& text) {
-  if (!text || text->empty()) return false;
-  return WithoutLineFeed(LineReader(*text).Read(kRecordLine).value_or("")) != kHeader;
+bool IsForeign(FileSystem& files, const std::string& path) {
+  auto beginning = files.ReadPart(path, 0, kRecordLine);
+  if (!beginning || beginning->empty()) return false;
+  FoldLineEnds(*beginning);
+  return WithoutLineFeed(LineReader(*beginning).Read(kRecordLine).value_or("")) != kHeader;
+}
+
+bool IsOfEmergency(const std::string& name) {
+  const std::size_t separator = LastSeparator(name);
+  const std::string bare = separator == std::string::npos ? name : name.substr(separator + 1);
+  return bare == TourneyFile::kEmergencyName || bare == TourneyFile::kOldEmergencyName;
 }
 
 }  // namespace
@@ -30,6 +40,15 @@ bool IsForeign(const std::optional<std::string>& text) {
 void TourneyFile::SetName(const std::string& name) {
   name_ = name;
   path_ = name.empty() ? name : files_.FullPath(name);
+  directory_ = files_.FullPath(".");
+}
+
+bool TourneyFile::SaveBeside(const Tourney& tourney, const std::string& directory,
+                             const std::string& path) {
+  RecordWriter writer;
+  writer.WriteString(kHeader);
+  tourney.WriteRecord(writer, directory == directory_ ? name_ : path_);
+  return SaveDurably(files_, path, writer.Text()) != SaveOutcome::kFailed;
 }
 
 void TourneyFile::ChooseName(const Tourney& tourney, const std::string& name) {
@@ -42,7 +61,7 @@ void TourneyFile::ChooseName(const Tourney& tourney, const std::string& name) {
 
 bool TourneyFile::Save(const Tourney& tourney, const std::string& name) {
   ChooseName(tourney, name);
-  if (name.empty() && IsForeign(files_.ReadText(path_))) return false;
+  if (name.empty() && IsForeign(files_, path_)) return false;
   return Write(tourney);
 }
 
@@ -50,11 +69,15 @@ bool TourneyFile::Write(const Tourney& tourney) {
   RecordWriter writer;
   writer.WriteString(kHeader);
   tourney.WriteRecord(writer, name_);
-  const bool saved = SaveWholeFile(files_, path_, writer.Text());
+  const SaveOutcome outcome = SaveDurably(files_, path_, writer.Text(), &known_stamp_);
+  const bool saved = outcome != SaveOutcome::kFailed;
   // What a failed save has left is nobody else's work.
-  Know(saved ? writer.Text() : files_.ReadText(path_));
+  Know(saved ? writer.Text() : ReadFile(files_, path_, kTourneyFileLimit));
   if (!saved) return false;
   known_version_ = tourney.Version();
+  if (outcome == SaveOutcome::kInPlace && told_in_place_.insert(path_).second) {
+    TellOfSaveInPlace(name_);
+  }
   for (const std::string& text : writer.CutTexts())
     ReportCutText(text);
   return true;
@@ -62,7 +85,8 @@ bool TourneyFile::Write(const Tourney& tourney) {
 
 bool TourneyFile::Load(Tourney& tourney, const std::string& name) {
   ChooseName(tourney, name);
-  const auto text = files_.ReadText(path_);
+  const auto stamp = files_.Stamp(path_);
+  const auto text = ReadFile(files_, path_, kTourneyFileLimit);
   if (!text) return false;
   RecordReader reader(*text);
   std::string header;
@@ -72,16 +96,22 @@ bool TourneyFile::Load(Tourney& tourney, const std::string& name) {
     return false;
   }
   Know(text);
+  known_stamp_ = stamp;
+  const std::string loaded = name_;
   std::string save_file = name_;
   tourney.ReadRecord(reader, save_file);
   SetName(save_file);
+  if (IsOfEmergency(loaded) && loaded != save_file) {
+    ChooseName(tourney, "");
+    PrintText("From now on the tourney is saved to '" + name_ + "'.\n");
+  }
   known_version_ = tourney.Version();
   return true;
 }
 
 bool TourneyFile::AutoSave(Tourney& tourney) {
   if (TryAutoSave(tourney)) return true;
-  if (WasChangedByOthers(files_.ReadText(path_))) {
+  if (WasChangedByOthers()) {
     StopIfChangedByOthers(tourney);
   } else {
     Print("Saving tourney failed!\n");
@@ -90,7 +120,7 @@ bool TourneyFile::AutoSave(Tourney& tourney) {
 }
 
 void TourneyFile::StopIfChangedByOthers(Tourney& tourney) {
-  if (!WasChangedByOthers(files_.ReadText(path_))) return;
+  if (!WasChangedByOthers()) return;
   PrintText("The tourney file '" + name_ +
             "' was changed by another program, so it is not saved.\n"
             "Save by hand replaces it, Load takes what is in it.\n");
@@ -115,12 +145,18 @@ bool TourneyFile::HasChanged(const Tourney& tourney) const {
 bool TourneyFile::TryAutoSave(const Tourney& tourney) {
   if (tourney.Settings().auto_save == 0) return true;
   ChooseName(tourney, "");
-  const auto text = files_.ReadText(path_);
-  return !WasChangedByOthers(text) && !IsForeign(text) && Write(tourney);
+  return !WasChangedByOthers() && !IsForeign(files_, path_) && Write(tourney);
 }
 
-bool TourneyFile::WasChangedByOthers(const std::optional<std::string>& text) const {
-  return text && known_ && known_->path == path_ && !(ContentOf(*text) == *known_);
+bool TourneyFile::WasChangedByOthers() {
+  if (!known_ || known_->path != path_) return false;
+  const auto stamp = files_.Stamp(path_);
+  if (!stamp || stamp == known_stamp_) return false;
+  if (stamp->size > static_cast<std::int64_t>(kTourneyFileLimit)) return true;
+  const auto text = ReadFile(files_, path_, kTourneyFileLimit);
+  if (text && !(ContentOf(*text) == *known_)) return true;
+  if (text) known_stamp_ = stamp;
+  return false;
 }
 
 void TourneyFile::Know(std::optional<std::string> text) {

@@ -6,9 +6,10 @@
 #include <set>
 #include <string>
 
+#include "platform/files.h"
+
 namespace tarvendo {
 
-class FileSystem;
 class Tourney;
 
 /// The file that the tourney is kept in (docs/files.md): its name, what is known of its content,
@@ -19,6 +20,10 @@ class Tourney;
 /// later changes of the directory do not move the file. It is shown and saved as it was typed.
 class TourneyFile {
  public:
+  /// The file that the program saves to when it ends through an error, and the one before.
+  static constexpr const char* kEmergencyName = "emergency.ini";
+  static constexpr const char* kOldEmergencyName = "emergency.old.ini";
+
   explicit TourneyFile(FileSystem& files) : files_(files) {}
 
   /// The name of a save without a name, as it was typed; empty when none was given so far.
@@ -27,14 +32,21 @@ class TourneyFile {
 
   /// Saves to the file `name`, which is kept as the name from then on, or without a name to that
   /// one, or to "tourney.ini" behind FilesPath when there is none. A save without a name never
-  /// replaces a file that is no tourney file. False on failure, about which nothing is printed. A
-  /// text for which its line has no room is cut in the file, and said so once.
+  /// replaces a file that is no tourney file. What was saved is on the disk. False on failure,
+  /// about which nothing is printed. A text for which its line has no room is cut in the file, and
+  /// a file that has to be written in place is not safe meanwhile: both are said once.
   bool Save(const Tourney& tourney, const std::string& name);
 
-  /// Loads the file `name`, chosen as in Save; the name becomes the one that stands in it. A file
-  /// that cannot be opened gives false; one that is no tourney file prints "Not a tourney file.\n"
-  /// and gives false; either changes nothing but the name.
+  /// Loads the file `name`, chosen as in Save; the name becomes the one that stands in it; of a
+  /// file of an emergency save it is said which name that is. A file that cannot be opened gives
+  /// false; one that is no tourney file prints "Not a tourney file.\n" and gives false; either
+  /// changes nothing but the name.
   bool Load(Tourney& tourney, const std::string& name);
+
+  /// Saves to the file `path` in `directory`, and nothing of what this object knows changes: the
+  /// name that stands in that file is the one for saves without a name, so that a load of it leads
+  /// back to the tourney's own file. False on failure.
+  bool SaveBeside(const Tourney& tourney, const std::string& directory, const std::string& path);
 
   /// With AutoSave on, saves without a name; prints "Saving tourney failed!\n" when that fails. A
   /// file that another program has changed since it was loaded or saved here is not replaced: this
@@ -70,9 +82,9 @@ class TourneyFile {
   void ChooseName(const Tourney& tourney, const std::string& name);
   bool Write(const Tourney& tourney);
 
-  /// Whether the file, which holds `text`, holds something else than what was loaded from it or
-  /// saved to it last.
-  bool WasChangedByOthers(const std::optional<std::string>& text) const;
+  /// Whether the file holds something else than what was loaded from it or saved to it last. One
+  /// that looks like that from outside is not read.
+  bool WasChangedByOthers();
 
   /// Remembers what is in the file now; nothing when there is none.
   void Know(std::optional<std::string> text);
@@ -82,8 +94,11 @@ class TourneyFile {
   FileSystem& files_;
   std::string name_;
   std::string path_;                            ///< of the file with that name
+  std::string directory_;                       ///< from which the name is meant
   std::optional<Content> known_;                ///< what was loaded or saved last
+  std::optional<FileStamp> known_stamp_;        ///< of the file then
   std::optional<std::uint64_t> known_version_;  ///< of the tourney that was loaded or saved last
+  std::set<std::string> told_in_place_;         ///< the paths of which it was said that they are
   std::set<std::string> reported_;  ///< the texts of which it was said that they were cut
 };
 

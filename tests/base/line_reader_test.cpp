@@ -26,6 +26,14 @@ TEST(LineReader, ALastLineWithoutLineFeedComesAsItIs) {
   EXPECT_EQ(AllPieces("one\ntwo", kRecordLine), (Pieces{"one\n", "two"}));
 }
 
+TEST(LineReader, TheFirstPieceOfALineIsToldFromTheOthers) {
+  LineReader reader("abcdefg\nh\n");
+  std::string firsts;
+  while (reader.Read(3))
+    firsts += reader.IsFirstPiece() ? '1' : '0';
+  EXPECT_EQ(firsts, "1001");
+}
+
 TEST(LineReader, AnEmptyTextHasNoLines) {
   EXPECT_EQ(AllPieces("", kRecordLine), Pieces{});
 }

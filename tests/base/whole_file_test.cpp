@@ -9,6 +9,8 @@ namespace {
 
 using Names = std::vector<std::string>;
 
+constexpr const char* kTemporary = "a.txt.tarvendo.new";
+
 TEST(WholeFile, ANewFileIsMade) {
   MemoryFileSystem files;
   EXPECT_TRUE(SaveWholeFile(files, "a.txt", "new\n"));
@@ -61,7 +63,7 @@ TEST(WholeFile, AFailureLeavesNothingWhereNothingWas) {
 TEST(WholeFile, WithoutRoomForANewFileTheOldOneIsWrittenInPlace) {
   MemoryFileSystem files;
   files.Put("a.txt", "old\n");
-  files.Deny(FileOperation::kOpen, "a.txt.new");
+  files.Deny(FileOperation::kOpen, kTemporary);
   EXPECT_TRUE(SaveWholeFile(files, "a.txt", "new\n"));
   EXPECT_EQ(files.Count(FileOperation::kRename), 0);
   EXPECT_EQ(files.Bytes("a.txt"), "new\n");
@@ -101,7 +103,7 @@ TEST(WholeFile, AFileOfTheUsersWithTheTemporarysNameIsLeftAlone) {
   MemoryFileSystem files;
   files.Put("a.txt", "old\n");
   files.Put("a.txt.new", "mine\n");
-  files.MakeLink("a.txt.new2", "elsewhere");
+  files.MakeLink(kTemporary, "elsewhere");
   EXPECT_TRUE(SaveWholeFile(files, "a.txt", "new\n"));
   EXPECT_EQ(files.Bytes("a.txt"), "new\n");
   EXPECT_EQ(files.Bytes("a.txt.new"), "mine\n");
@@ -109,14 +111,92 @@ TEST(WholeFile, AFileOfTheUsersWithTheTemporarysNameIsLeftAlone) {
   EXPECT_EQ(files.Count(FileOperation::kRename), 1) << "replaced, not written in place";
 }
 
-TEST(WholeFile, WhenEveryNameIsTakenTheFileIsWrittenInPlace) {
+TEST(WholeFile, AHundredFilesThatEarlierSavesHaveLeftMakeNoSaveGoInPlace) {
   MemoryFileSystem files;
+  files.Put("a.txt", "old\n");
   files.Put("a.txt.new", "");
   for (int n = 2; n <= 100; ++n)
     files.Put("a.txt.new" + std::to_string(n), "");
   EXPECT_TRUE(SaveWholeFile(files, "a.txt", "new\n"));
   EXPECT_EQ(files.Bytes("a.txt"), "new\n");
-  EXPECT_EQ(files.Count(FileOperation::kRename), 0);
+  EXPECT_EQ(files.Count(FileOperation::kRename), 1);
+}
+
+TEST(WholeFile, WhatAnEndedProcessHasLeftGoesAtTheNextSave) {
+  MemoryFileSystem files;
+  files.Put("a.txt", "old\n");
+  files.Put(kTemporary, "half of wh");
+  files.Put(kTemporary + std::string("2"), "half of wh");
+  files.Put(kTemporary + std::string("9"), "");
+  EXPECT_TRUE(SaveWholeFile(files, "a.txt", "new\n"));
+  EXPECT_EQ(files.Bytes("a.txt"), "new\n");
+  EXPECT_EQ(files.FileNames(), Names{"/home/a.txt"});
+}
+
+TEST(WholeFile, WhatAnotherProcessIsWritingStays) {
+  MemoryFileSystem files;
+  files.Put("a.txt", "old\n");
+  files.HoldLock(kTemporary, "another");
+  files.PutMore(kTemporary, "half of its");
+  EXPECT_TRUE(SaveWholeFile(files, "a.txt", "new\n"));
+  EXPECT_EQ(files.Bytes("a.txt"), "new\n");
+  EXPECT_EQ(files.Bytes(kTemporary), "half of its");
+  EXPECT_EQ(files.FileNames(), (Names{"/home/a.txt", "/home/a.txt.tarvendo.new"}));
+}
+
+TEST(WholeFile, WhenEveryNameIsHeldTheSaveFailsAndTheOldFileStays) {
+  MemoryFileSystem files;
+  files.Put("a.txt", "old\n");
+  files.HoldLock(kTemporary, "another");
+  for (int n = 2; n <= 9; ++n)
+    files.HoldLock(kTemporary + std::to_string(n), "another");
+  EXPECT_FALSE(SaveWholeFile(files, "a.txt", "new\n"));
+  EXPECT_EQ(files.Bytes("a.txt"), "old\n");
+}
+
+TEST(WholeFile, AMomentWithoutRoomForAnotherFileIsAFailureAndNotASaveInPlace) {
+  MemoryFileSystem files;
+  files.Put("a.txt", "old\n");
+  files.FailAt(FileOperation::kOpen, 2);
+  files.FailAt(FileOperation::kWrite, 1);
+  EXPECT_FALSE(SaveWholeFile(files, "a.txt", "new\n"));
+  EXPECT_EQ(files.Bytes("a.txt"), "old\n");
+  EXPECT_EQ(files.FileNames(), Names{"/home/a.txt"});
+}
+
+TEST(WholeFile, ADurableSaveIsOnTheDiskBeforeItTakesTheOldOnesPlace) {
+  MemoryFileSystem files;
+  files.Put("/t/a.txt", "old\n");
+  EXPECT_EQ(SaveDurably(files, "/t/a.txt", "new\n"), SaveOutcome::kSaved);
+  EXPECT_EQ(files.Changes(), (Names{"write /t/a.txt.tarvendo.new", "sync /t/a.txt.tarvendo.new",
+                                    "rename /t/a.txt.tarvendo.new /t/a.txt", "sync names of /t"}));
+}
+
+TEST(WholeFile, ADurableSaveThatCannotBeSyncedHasFailed) {
+  for (int n = 1; n <= 2; ++n) {
+    MemoryFileSystem files;
+    files.Put("a.txt", "old\n");
+    files.FailAt(FileOperation::kSync, n);
+    EXPECT_EQ(SaveDurably(files, "a.txt", "new\n"), SaveOutcome::kFailed);
+    EXPECT_EQ(files.Bytes("a.txt"), n == 1 ? "old\n" : "new\n");
+    EXPECT_EQ(files.FileNames(), Names{"/home/a.txt"});
+  }
+}
+
+TEST(WholeFile, ADurableSaveTellsWhenItWentInPlace) {
+  MemoryFileSystem files;
+  files.Put("a.txt", "old\n");
+  files.Deny(FileOperation::kOpen, kTemporary);
+  EXPECT_EQ(SaveDurably(files, "a.txt", "new\n"), SaveOutcome::kInPlace);
+  EXPECT_EQ(files.Changes(), (Names{"write /home/a.txt", "sync /home/a.txt"}));
+  files.MakeSpecial("device");
+  EXPECT_EQ(SaveDurably(files, "device", "new\n"), SaveOutcome::kSaved) << "as everybody expects";
+}
+
+TEST(WholeFile, ASaveThatNeedsNoDiskDoesNotWaitForIt) {
+  MemoryFileSystem files;
+  EXPECT_TRUE(SaveWholeFile(files, "a.txt", "new\n"));
+  EXPECT_EQ(files.Count(FileOperation::kSync), 0);
 }
 
 TEST(WholeFile, TheNewFileTakesAfterTheOldOne) {
@@ -161,19 +241,19 @@ TEST(WholeFile, ALinkToADeviceIsWrittenInPlace) {
 
 TEST(HalfSavedFiles, AreTheNewFilesBesideAFileAndNoOthers) {
   MemoryFileSystem files;
-  for (const char* name : {"a.txt", "a.txt.new", "a.txt.new2", "a.txt.new17", "a.txt.newer",
-                           "a.txt.new2x", "b.txt.new", "a.tx.new"})
+  for (const char* name : {"a.txt", "a.txt.tarvendo.new", "a.txt.tarvendo.new2", "a.txt.tarvendo.new17", "a.txt.tarvendo.newer",
+                           "a.txt.tarvendo.new2x", "b.txt.tarvendo.new", "a.tx.new"})
     files.Put(name, "");
-  EXPECT_EQ(HalfSavedFiles(files, "a.txt"), (Names{"a.txt.new", "a.txt.new17", "a.txt.new2"}));
+  EXPECT_EQ(HalfSavedFiles(files, "a.txt"), (Names{"a.txt.tarvendo.new", "a.txt.tarvendo.new17", "a.txt.tarvendo.new2"}));
   EXPECT_EQ(HalfSavedFiles(files, "c.txt"), Names());
 }
 
 TEST(HalfSavedFiles, LieBesideTheFileThatALinkLeadsTo) {
   MemoryFileSystem files;
   files.Put("/there/a.txt", "");
-  files.Put("/there/a.txt.new", "");
+  files.Put("/there/a.txt.tarvendo.new", "");
   files.MakeLink("a.txt", "/there/a.txt");
-  EXPECT_EQ(HalfSavedFiles(files, "a.txt"), Names{"/there/a.txt.new"});
+  EXPECT_EQ(HalfSavedFiles(files, "a.txt"), Names{"/there/a.txt.tarvendo.new"});
 }
 
 }  // namespace

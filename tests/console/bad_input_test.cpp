@@ -185,7 +185,7 @@ TEST_F(BadInput, AFileThatCannotBeWrittenKeepsItsText) {
   for (const std::string name : {"/t/a.ini", "/t/b.txt", "/t/c.htm", "/t/d.txt"}) {
     machine.files.Put(name, "mine\n");
     machine.files.Deny(FileOperation::kOpen, name);
-    machine.files.Deny(FileOperation::kOpen, name + ".new");
+    machine.files.Deny(FileOperation::kOpen, name + ".tarvendo.new");
   }
   ExpectRefused({{"save /t/a.ini", "Saving tourney failed!\n"},
                  {"writeplayers /t/b.txt", "Writing players to file failed!\n"},

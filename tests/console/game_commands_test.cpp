@@ -152,7 +152,7 @@ TEST_F(GameCommands, ASwissTourneyMayFallBackToAnEarlierRound) {
 
 TEST_F(GameCommands, WithAutoSaveTheTourneyIsSavedBeforeAndAfterRemoving) {
   UseAutoSave();
-  machine.files.Deny(FileOperation::kOpen, "/t/saved.ini.new");
+  machine.files.Deny(FileOperation::kOpen, "/t/saved.ini.tarvendo.new");
   machine.files.Deny(FileOperation::kOpen, "/t/saved.ini");
   EXPECT_EQ(Type("remg -ro 1"),
             "Saving tourney failed!\nRemoving game 1...removed.\nSaving tourney failed!\n");

@@ -130,20 +130,47 @@ TYPED_TEST(FileSystemContract, AppendingMakesTheFileOrGoesOnBehindIt) {
   EXPECT_EQ(this->Text("a"), "line\nline\n");
 }
 
-TYPED_TEST(FileSystemContract, ANewFileIsMadeOnlyWhereNothingIs) {
+TYPED_TEST(FileSystemContract, ANewFileIsMadeOnlyWhereNobodyWritesOne) {
   const std::string path = this->Path("a");
-  const auto file = this->files.CreateNew(path, this->Path("no model"));
+  const auto file = this->files.CreateNew(path, this->Path("no model")).file;
   ASSERT_NE(file, nullptr);
   EXPECT_TRUE(file->Write("text"));
+  EXPECT_EQ(this->files.CreateNew(path, path).file, nullptr);
+  EXPECT_TRUE(this->files.IsLocked(path));
   EXPECT_TRUE(file->Close());
-  EXPECT_EQ(this->files.CreateNew(path, path), nullptr);
   EXPECT_EQ(this->Text("a"), "text");
-  const auto alike = this->files.CreateNew(this->Path("b"), path);
+  const auto alike = this->files.CreateNew(this->Path("b"), path).file;
   ASSERT_NE(alike, nullptr);
   EXPECT_TRUE(alike->Close());
   EXPECT_EQ(this->Text("b"), "") << "what is in the model is not copied";
-  EXPECT_EQ(this->files.CreateNew(this->Path("nowhere/a"), path), nullptr);
-  EXPECT_EQ(this->files.CreateNew("", path), nullptr);
+  EXPECT_EQ(this->files.CreateNew(this->Path("nowhere/a"), path).file, nullptr);
+  EXPECT_EQ(this->files.CreateNew("", path).file, nullptr);
+}
+
+TYPED_TEST(FileSystemContract, ANewFileTakesThePlaceOfOneThatWasLeftOver) {
+  this->Make("a", "half of somethi");
+  const auto file = this->files.CreateNew(this->Path("a"), this->Path("b")).file;
+  ASSERT_NE(file, nullptr);
+  EXPECT_TRUE(file->Write("x"));
+  EXPECT_TRUE(file->Close());
+  EXPECT_EQ(this->Text("a"), "x");
+  this->disk.MakeDirectory("d");
+  EXPECT_EQ(this->files.CreateNew(this->Path("d"), this->Path("b")).file, nullptr);
+}
+
+TYPED_TEST(FileSystemContract, WhatIsSyncedCanBeReadAndRenamedDurably) {
+  const auto file = this->files.Create(this->Path("a"));
+  ASSERT_NE(file, nullptr);
+  EXPECT_TRUE(file->Write("text"));
+  EXPECT_TRUE(file->Sync());
+  EXPECT_EQ(this->Text("a"), "text");
+  EXPECT_TRUE(this->files.SyncName(this->Path("a")));
+  EXPECT_TRUE(file->Close());
+  this->Make("b", "old");
+  EXPECT_TRUE(this->files.RenameDurably(this->Path("a"), this->Path("b")));
+  EXPECT_EQ(this->Text("b"), "text");
+  EXPECT_FALSE(this->files.Exists(this->Path("a")));
+  EXPECT_FALSE(this->files.RenameDurably(this->Path("a"), this->Path("b")));
 }
 
 TYPED_TEST(FileSystemContract, WhatIsNoLinkLeadsToItself) {
@@ -176,6 +203,10 @@ TYPED_TEST(FileSystemContract, ReadingFoldsCrLfUnlessItIsReadFromAPlace) {
   EXPECT_EQ(this->files.ReadFrom(path, 1), "\r\nb\rc\n");
   EXPECT_EQ(this->files.ReadFrom(path, 7), "");
   EXPECT_EQ(this->files.ReadFrom(path, 700), "");
+  EXPECT_EQ(this->files.ReadPart(path, 1, 3), "\r\nb");
+  EXPECT_EQ(this->files.ReadPart(path, 5, 300), "c\n");
+  EXPECT_EQ(this->files.ReadPart(path, 0, 0), "");
+  EXPECT_EQ(this->files.ReadPart(path, 700, 1), "");
 }
 
 TYPED_TEST(FileSystemContract, AMissingFileIsNotThereForAnybody) {

@@ -42,6 +42,9 @@ class MemoryFileSystem::Stream : public OutputFile {
   Stream(MemoryFileSystem& owner, std::string key, std::shared_ptr<File> file)
       : owner_(owner), key_(std::move(key)), file_(std::move(file)) {}
 
+  /// Holds the file's lock from now on.
+  void Hold(std::shared_ptr<void> lock) { lock_ = std::move(lock); }
+
   bool Write(std::string_view text) override {
     const std::lock_guard guard(owner_.mutex_);
     if (owner_.Fails(FileOperation::kWrite, key_)) {
@@ -50,10 +53,18 @@ class MemoryFileSystem::Stream : public OutputFile {
     }
     if (!failed_) file_->bytes += text;
     owner_.Change(*file_);
+    owner_.record_.push_back("write " + key_);
     return !failed_;
   }
 
   bool Flush() override { return !failed_; }
+
+  bool Sync() override {
+    const std::lock_guard guard(owner_.mutex_);
+    if (owner_.Fails(FileOperation::kSync, key_)) failed_ = true;
+    if (!failed_) owner_.record_.push_back("sync " + key_);
+    return !failed_;
+  }
 
   std::int64_t Size() override {
     const std::lock_guard guard(owner_.mutex_);
@@ -70,6 +81,7 @@ class MemoryFileSystem::Stream : public OutputFile {
   MemoryFileSystem& owner_;
   std::string key_;
   std::shared_ptr<File> file_;
+  std::shared_ptr<void> lock_;
   bool failed_ = false;
 };
 
@@ -112,11 +124,16 @@ std::optional<std::string> MemoryFileSystem::ReadText(const std::string& path) {
 
 std::optional<std::string> MemoryFileSystem::ReadFrom(const std::string& path,
                                                       std::uint64_t offset) {
+  return ReadPart(path, offset, std::string::npos);
+}
+
+std::optional<std::string> MemoryFileSystem::ReadPart(const std::string& path, std::uint64_t offset,
+                                                      std::size_t most) {
   const std::lock_guard guard(mutex_);
   const std::string key = Target(Key(path));
   const auto file = Find(key);
   if (Fails(FileOperation::kRead, key) || !file) return std::nullopt;
-  return file->bytes.substr(std::min<std::size_t>(offset, file->bytes.size()));
+  return file->bytes.substr(std::min<std::size_t>(offset, file->bytes.size()), most);
 }
 
 std::unique_ptr<OutputFile> MemoryFileSystem::Create(const std::string& path) {
@@ -128,14 +145,20 @@ std::unique_ptr<OutputFile> MemoryFileSystem::Create(const std::string& path) {
   return std::make_unique<Stream>(*this, Key(path), file);
 }
 
-std::unique_ptr<OutputFile> MemoryFileSystem::CreateNew(const std::string& path,
-                                                        const std::string& model) {
+NewFileAttempt MemoryFileSystem::CreateNew(const std::string& path, const std::string& model) {
   const std::lock_guard guard(mutex_);
-  if (links_.contains(Key(path)) || Find(Key(path))) return nullptr;
-  const auto file = OpenForWriting(path);
-  if (!file) return nullptr;
+  const std::string key = Key(path);
+  const auto old = Find(key);
+  if (links_.contains(key) || special_.contains(key) || (old && !old->lock.expired())) return {};
+  if (Fails(FileOperation::kOpen, key) || path.empty() || !IsFilePlace(key)) {
+    return {nullptr, faults_[FileOperation::kOpen].denied.contains(key)};
+  }
+  files_.erase(key);
+  const auto file = MakeFile(key);
   file->model = Key(model);
-  return std::make_unique<Stream>(*this, Key(path), file);
+  auto stream = std::make_unique<Stream>(*this, key, file);
+  stream->Hold(MemoryLock::Take(*file));
+  return {std::move(stream)};
 }
 
 std::unique_ptr<OutputFile> MemoryFileSystem::Append(const std::string& path) {
@@ -175,6 +198,7 @@ bool MemoryFileSystem::Remove(const std::string& path) {
   if (Fails(FileOperation::kRemove, key) || files_.erase(key) + links_.erase(key) == 0)
     return false;
   removed_.push_back(path);
+  record_.push_back("remove " + key);
   return true;
 }
 
@@ -188,6 +212,19 @@ bool MemoryFileSystem::Rename(const std::string& from, const std::string& to) {
   files_.erase(old_key);
   links_.erase(new_key);
   files_[new_key] = file;
+  record_.push_back("rename " + old_key + " " + new_key);
+  return true;
+}
+
+bool MemoryFileSystem::RenameDurably(const std::string& from, const std::string& to) {
+  return Rename(from, to) && SyncName(to);
+}
+
+bool MemoryFileSystem::SyncName(const std::string& path) {
+  const std::lock_guard guard(mutex_);
+  const std::string directory = ParentOf(Key(path));
+  if (Fails(FileOperation::kSync, directory) || !directories_.contains(directory)) return false;
+  record_.push_back("sync names of " + directory);
   return true;
 }
 
@@ -314,6 +351,18 @@ void MemoryFileSystem::FailAt(FileOperation operation, int n) {
   fault.fails_at = fault.done + n;
 }
 
+void MemoryFileSystem::FailFrom(FileOperation operation, int n) {
+  const std::lock_guard guard(mutex_);
+  Fault& fault = faults_[operation];
+  fault.fails_from = fault.done + n;
+}
+
+void MemoryFileSystem::Mend() {
+  const std::lock_guard guard(mutex_);
+  for (auto& [operation, fault] : faults_)
+    fault.fails_at = fault.fails_from = 0;
+}
+
 void MemoryFileSystem::Deny(FileOperation operation, const std::string& path) {
   const std::lock_guard guard(mutex_);
   faults_[operation].denied.insert(Key(path));
@@ -365,6 +414,11 @@ std::vector<std::string> MemoryFileSystem::Removed() {
   return removed_;
 }
 
+std::vector<std::string> MemoryFileSystem::Changes() {
+  const std::lock_guard guard(mutex_);
+  return record_;
+}
+
 std::string MemoryFileSystem::CurrentDirectory() {
   const std::lock_guard guard(mutex_);
   return current_;
@@ -400,7 +454,8 @@ std::string MemoryFileSystem::Target(const std::string& key) const {
 bool MemoryFileSystem::Fails(FileOperation operation, const std::string& key) {
   Fault& fault = faults_[operation];
   ++fault.done;
-  return fault.done == fault.fails_at || fault.denied.contains(key);
+  const bool fails_for_good = fault.fails_from > 0 && fault.done >= fault.fails_from;
+  return fails_for_good || fault.done == fault.fails_at || fault.denied.contains(key);
 }
 
 std::shared_ptr<MemoryFileSystem::File> MemoryFileSystem::OpenForWriting(const std::string& path) {

@@ -15,11 +15,12 @@ namespace tarvendo {
 
 /// What a MemoryFileSystem can be told to fail at.
 enum class FileOperation {
-  kRead,    ///< ReadText, ReadFrom
+  kRead,    ///< ReadText, ReadFrom, ReadPart
   kOpen,    ///< Create, CreateNew, Append
   kWrite,   ///< OutputFile::Write, LockedFile::Replace: half of the text arrives (a full disk)
   kClose,   ///< OutputFile::Close
-  kRename,  ///< Rename
+  kSync,    ///< OutputFile::Sync, SyncName, the second half of RenameDurably
+  kRename,  ///< Rename, RenameDurably
   kRemove,  ///< Remove, RemoveDirectory
   kLock,    ///< Lock: the file cannot be opened
   kMakeDirectory,
@@ -36,8 +37,10 @@ class MemoryFileSystem : public FileSystem {
   // The FileSystem.
   std::optional<std::string> ReadText(const std::string& path) override;
   std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override;
+  std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
+                                      std::size_t most) override;
   std::unique_ptr<OutputFile> Create(const std::string& path) override;
-  std::unique_ptr<OutputFile> CreateNew(const std::string& path, const std::string& model) override;
+  NewFileAttempt CreateNew(const std::string& path, const std::string& model) override;
   std::unique_ptr<OutputFile> Append(const std::string& path) override;
   bool Exists(const std::string& path) override;
   bool IsReadable(const std::string& path) override;
@@ -45,6 +48,8 @@ class MemoryFileSystem : public FileSystem {
   std::string FollowLinks(const std::string& path) override;
   bool Remove(const std::string& path) override;
   bool Rename(const std::string& from, const std::string& to) override;
+  bool RenameDurably(const std::string& from, const std::string& to) override;
+  bool SyncName(const std::string& path) override;
   LockAttempt Lock(const std::string& path) override;
   bool IsLocked(const std::string& path) override;
   std::vector<std::string> PathsWithPrefix(const std::string& prefix) override;
@@ -77,7 +82,12 @@ class MemoryFileSystem : public FileSystem {
   /// The `n`-th operation of that kind from now on (1 is the next) fails, and it alone.
   void FailAt(FileOperation operation, int n);
 
-  /// Every operation of that kind on this path fails, until Allow.
+  /// The `n`-th operation of that kind from now on fails, and every later one, until Mend.
+  void FailFrom(FileOperation operation, int n);
+  void Mend();
+
+  /// Every operation of that kind on this path fails, until Allow. A file that may not be opened
+  /// may not be made either.
   void Deny(FileOperation operation, const std::string& path);
   void Allow(FileOperation operation, const std::string& path);
 
@@ -104,6 +114,10 @@ class MemoryFileSystem : public FileSystem {
   /// The files deleted by Remove, in order, named as they were.
   std::vector<std::string> Removed();
 
+  /// What was done to the files, in order, with absolute paths: "write F", "sync F", "rename F G",
+  /// "remove F", "sync names of D".
+  std::vector<std::string> Changes();
+
   /// The current directory, absolute, without a `/` at its end.
   std::string CurrentDirectory();
 
@@ -122,7 +136,8 @@ class MemoryFileSystem : public FileSystem {
   };
   struct Fault {
     int done = 0;
-    int fails_at = 0;  ///< the value of `done` at which the operation fails, 0 = never
+    int fails_at = 0;    ///< the value of `done` at which the operation fails, 0 = never
+    int fails_from = 0;  ///< likewise, and for good
     std::set<std::string> denied;
   };
 
@@ -144,6 +159,7 @@ class MemoryFileSystem : public FileSystem {
   std::map<std::string, std::string> links_;
   std::map<FileOperation, Fault> faults_;
   std::vector<std::string> removed_;
+  std::vector<std::string> record_;
   std::multimap<std::string, std::shared_ptr<void>> other_holders_;
   std::uint64_t last_identity_ = 0;
   std::int64_t changes_ = 0;

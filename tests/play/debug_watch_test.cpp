@@ -112,15 +112,61 @@ TEST_F(DebugFile, ALastLineWithoutLineFeedCountsWhenItHasStoppedGrowing) {
   EXPECT_EQ(Look(), DebugNews::kGameOver);
 }
 
-TEST_F(DebugFile, ALongLineIsReadInPiecesOf255Bytes) {
-  EXPECT_EQ(NewsOf(std::string(254, 'x') + "gameends\n"), DebugNews::kStillOpen);
-  EXPECT_EQ(NewsOf(std::string(255, 'x') + "gameends\n"), DebugNews::kGameOver);
+TEST_F(DebugFile, OnlyTheBeginningOfALongLineCanEndTheGame) {
+  for (const std::size_t length : {254U, 255U, 256U, 509U, 510U, 511U})
+    EXPECT_EQ(NewsOf(std::string(length, 'x') + "GameEnds(9, x, 1)\n"), DebugNews::kStillOpen);
+  EXPECT_EQ(NewsOf("gameends" + std::string(500, 'x') + "\n"), DebugNews::kGameOver);
   EXPECT_EQ(NewsOf(std::string(100000, 'x') + "\ngameends\n"), DebugNews::kGameOver);
 }
 
 TEST_F(DebugFile, ALongHeaderLineCountsAsSeveral) {
   files_.Put(kPath, std::string(4 * 255, 'x') + "\ngameends\n");
   EXPECT_EQ(Look(), DebugNews::kGameOver);
+}
+
+TEST_F(DebugFile, AnEndOfALongHeaderLineIsNoLineOfItsOwn) {
+  files_.Put(kPath, std::string(5 * 255, 'x') + "gameends\n");
+  EXPECT_EQ(Look(), DebugNews::kStillOpen);
+  files_.Put(kPath, "1\n2\n3\n4\nfi");
+  watch_.Begin(kPath);
+  EXPECT_EQ(Look(), DebugNews::kStillOpen);
+  files_.PutMore(kPath, "gameends\n");
+  EXPECT_EQ(Look(), DebugNews::kStillOpen);
+}
+
+/// Gives a debug file without an end, and remembers the most that was read at once.
+class EndlessFile : public MemoryFileSystem {
+ public:
+  std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override {
+    most_ = std::max(most_, std::size_t{1} << 40U);
+    return MemoryFileSystem::ReadFrom(path, offset);
+  }
+  std::optional<std::string> ReadPart(const std::string& /*path*/, std::uint64_t /*offset*/,
+                                      std::size_t most) override {
+    most_ = std::max(most_, most);
+    ++reads_;
+    return std::string(most, 'x');
+  }
+
+  std::size_t most_ = 0;
+  int reads_ = 0;
+};
+
+TEST_F(DebugFile, ARunawayFileIsReadInPartsAndNotWithoutEnd) {
+  EndlessFile files;
+  EXPECT_EQ(watch_.Look(files), DebugNews::kStillOpen);
+  EXPECT_LE(files.most_, std::size_t{1} << 20U);
+  EXPECT_LE(files.reads_, 256);
+  EXPECT_EQ(watch_.Seen(), files.most_ * static_cast<std::size_t>(files.reads_));
+}
+
+TEST_F(DebugFile, AnEndIsFoundWhereverThePartsAreCut) {
+  constexpr std::size_t kPart = std::size_t{1} << 20U;
+  for (std::size_t before = kPart - 40; before < kPart + 3; ++before) {
+    const std::string filler(before - std::string(kFirstLines).size() - 1, 'x');
+    EXPECT_EQ(NewsOf(filler + "\nGameEnds(27, Black mates, 6)\n"), DebugNews::kGameOver);
+    EXPECT_EQ(NewsOf(filler + "\nGameEnds(0, (null), 2)\n"), DebugNews::kStillOpen) << before;
+  }
 }
 
 TEST_F(DebugFile, NulBytesHideTheRestOfTheirLineOnly) {

@@ -62,7 +62,19 @@ TEST(ResultInPgn, TheTagMayBeWrittenInCapitalsTheValueMayNotDiffer) {
 TEST(ResultInPgn, TheValueStandsAtAFixedPlace) {
   EXPECT_EQ(ResultInPgn("[Result  \"1-0\"]\n"), kUnfinished);
   EXPECT_EQ(ResultInPgn("[Result\n"), kUnfinished);
-  EXPECT_EQ(ResultInPgn("(Result_!1-0\n"), kWhiteWins);
+  EXPECT_EQ(ResultInPgn("[Result_!1-0\n"), kWhiteWins);
+}
+
+TEST(ResultInPgn, ATagBeginsWithABracket) {
+  EXPECT_EQ(ResultInPgn("(Result_!1-0\n[Result \"0-1\"]\n"), kBlackWins);
+  EXPECT_EQ(ResultInPgn("xresult: 1-0\n"), kUnknown);
+}
+
+TEST(ResultInPgn, AnEngineCannotWriteItIntoALongNameOfItsOwn) {
+  // The name fills the first 255 bytes of its line, so that what follows begins a piece.
+  const std::string line = "[White \"" + std::string(247, 'x');
+  ASSERT_EQ(line.size(), 255U);
+  EXPECT_EQ(ResultInPgn(line + "[Result \"1-0\"]\n[Result \"0-1\"]\n"), kBlackWins);
 }
 
 TEST(ResultInPgn, WithoutATagThereIsNone) {
@@ -353,16 +365,44 @@ TEST_F(Collect, WithAutoSaveAResultThatCannotBeSavedKeepsItsRecord) {
   tourney.ChangeSettings()->auto_save = 1;
   ASSERT_TRUE(file.Save(tourney, "/t/tourney.ini"));
   PutPgn(1, "1-0");
-  machine.files.Deny(FileOperation::kRename, "/t/tourney.ini.new");
+  machine.files.Deny(FileOperation::kRename, "/t/tourney.ini.tarvendo.new");
   JudgeEnded(1);
   EXPECT_EQ(GameNumber(1).result, kWhiteWins);
-  machine.files.Allow(FileOperation::kRename, "/t/tourney.ini.new");
+  machine.files.Allow(FileOperation::kRename, "/t/tourney.ini.tarvendo.new");
   Tourney next_start;
   TourneyFile next_start_file(machine.files);
   ASSERT_TRUE(next_start_file.Load(next_start, "/t/tourney.ini"));
   CollectAll(next_start, machine.files, next_start_file, running);
   EXPECT_EQ(next_start.FindGame(1)->status, kReady);
   EXPECT_EQ(next_start.FindGame(1)->result, kWhiteWins);
+}
+
+TEST_F(Collect, AResultIsOnTheDiskBeforeTheRecordThatItCameFromGoes) {
+  tourney.ChangeSettings()->auto_save = 1;
+  file.SetName("/t/tourney.ini");
+  PutPgn(1, "1-0");
+  JudgeEnded(1);
+  const std::vector<std::string> wanted = {"write /t/all.pgn",
+                                           "sync /t/all.pgn",
+                                           "sync names of /t",
+                                           "sync /t/tourney.ini.tarvendo.new",
+                                           "rename /t/tourney.ini.tarvendo.new /t/tourney.ini",
+                                           "sync names of /t",
+                                           "remove /t/g1.BAT",
+                                           "remove /t/g1.PGN"};
+  std::size_t next = 0;
+  for (const std::string& change : machine.files.Changes()) {
+    if (next < wanted.size() && change == wanted[next]) ++next;
+  }
+  EXPECT_EQ(next, wanted.size()) << "not found: " << wanted[std::min(next, wanted.size() - 1)];
+}
+
+TEST_F(Collect, AFullDiskUnderTheSyncOfTheTourneysPgnIsReported) {
+  PutPgn(1, "1-0");
+  machine.files.FailAt(FileOperation::kSync, 1);
+  JudgeEnded(1);
+  EXPECT_TRUE(Output().starts_with("Error copying pgn-file!\n"));
+  EXPECT_TRUE(machine.files.Has("/t/g1.rescued.PGN"));
 }
 
 /// How often game N stands in a PGN text.

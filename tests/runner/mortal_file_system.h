@@ -29,14 +29,19 @@ class MortalFileSystem : public FileSystem {
   std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override {
     return disk_.ReadFrom(path, offset);
   }
+  std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
+                                      std::size_t most) override {
+    return disk_.ReadPart(path, offset, most);
+  }
   std::unique_ptr<OutputFile> Create(const std::string& path) override {
     Spend();
     return Mortal(disk_.Create(path));
   }
-  std::unique_ptr<OutputFile> CreateNew(const std::string& path,
-                                        const std::string& model) override {
+  NewFileAttempt CreateNew(const std::string& path, const std::string& model) override {
     Spend();
-    return Mortal(disk_.CreateNew(path, model));
+    NewFileAttempt attempt = disk_.CreateNew(path, model);
+    attempt.file = Mortal(std::move(attempt.file));
+    return attempt;
   }
   std::unique_ptr<OutputFile> Append(const std::string& path) override {
     Spend();
@@ -53,6 +58,14 @@ class MortalFileSystem : public FileSystem {
   bool Rename(const std::string& from, const std::string& to) override {
     Spend();
     return disk_.Rename(from, to);
+  }
+  bool RenameDurably(const std::string& from, const std::string& to) override {
+    if (!Rename(from, to)) return false;
+    return SyncName(to);
+  }
+  bool SyncName(const std::string& path) override {
+    Spend();
+    return disk_.SyncName(path);
   }
   LockAttempt Lock(const std::string& path) override {
     if (!disk_.Has(path)) Spend();
@@ -87,6 +100,10 @@ class MortalFileSystem : public FileSystem {
       return file_->Write(text);
     }
     bool Flush() override { return file_->Flush(); }
+    bool Sync() override {
+      owner_.Spend();
+      return file_->Sync();
+    }
     std::int64_t Size() override { return file_->Size(); }
     bool Close() override {
       owner_.Spend();

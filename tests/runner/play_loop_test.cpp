@@ -118,7 +118,7 @@ TEST_F(PlayGames, ABatchFileThatCannotBeWrittenIsTriedAgainAndLeavesAutoRunOn) {
   tourney.EraseAllGames();
   AddGames(2);
   tourney.ChangeSettings()->auto_run = 1;
-  machine.files.Deny(FileOperation::kOpen, "/t/g3.BAT.new");
+  machine.files.Deny(FileOperation::kOpen, "/t/g3.BAT.tarvendo.new");
   machine.files.Deny(FileOperation::kOpen, "/t/g3.BAT");
   Output();
   for (int i = 1; i <= 12; ++i) {
@@ -127,7 +127,7 @@ TEST_F(PlayGames, ABatchFileThatCannotBeWrittenIsTriedAgainAndLeavesAutoRunOn) {
     machine.clock.Advance(seconds(3));
   }
   EXPECT_EQ(tourney.Settings().auto_run, 1);
-  machine.files.Allow(FileOperation::kOpen, "/t/g3.BAT.new");
+  machine.files.Allow(FileOperation::kOpen, "/t/g3.BAT.tarvendo.new");
   machine.files.Allow(FileOperation::kOpen, "/t/g3.BAT");
   Pass();
   EXPECT_EQ(machine.processes.Batches().size(), 1U);

@@ -96,7 +96,7 @@ TEST_F(SpoolGames, SpoolingDeletesWhatWasWrittenAboutAnEarlierFailure) {
 TEST_F(SpoolGames, ABatchFileThatCannotBeOpenedLeavesTheGameAsItWas) {
   AddGames(1);
   PutPgn(1, "1-0");
-  machine.files.Deny(FileOperation::kOpen, "/t/g1.BAT.new");
+  machine.files.Deny(FileOperation::kOpen, "/t/g1.BAT.tarvendo.new");
   machine.files.Deny(FileOperation::kOpen, "/t/g1.BAT");
   EXPECT_FALSE(Spool(tourney, machine.files, 1));
   EXPECT_EQ(Output(), "Error opening file for writing:  /t\\g1.BAT\n");

@@ -47,6 +47,10 @@ class DyingFile : public OutputFile {
     return file_->Write(text);
   }
   bool Flush() override { return file_->Flush(); }
+  bool Sync() override {
+    if (countdown_.IsLast()) Countdown::Die();
+    return file_->Sync();
+  }
   std::int64_t Size() override { return file_->Size(); }
   bool Close() override {
     if (countdown_.IsLast()) Countdown::Die();
@@ -103,15 +107,21 @@ class DyingFileSystem : public FileSystem {
     CommitFaultOf(path);
     return files_.ReadFrom(path, offset);
   }
+  std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
+                                      std::size_t most) override {
+    CommitFaultOf(path);
+    return files_.ReadPart(path, offset, most);
+  }
   std::unique_ptr<OutputFile> Create(const std::string& path) override {
     if (IsLog(path)) return files_.Create(path);
     Step();
     return Wrapped(files_.Create(path));
   }
-  std::unique_ptr<OutputFile> CreateNew(const std::string& path,
-                                        const std::string& model) override {
+  NewFileAttempt CreateNew(const std::string& path, const std::string& model) override {
     Step();
-    return Wrapped(files_.CreateNew(path, model));
+    NewFileAttempt attempt = files_.CreateNew(path, model);
+    attempt.file = Wrapped(std::move(attempt.file));
+    return attempt;
   }
   std::unique_ptr<OutputFile> Append(const std::string& path) override {
     if (IsLog(path)) return files_.Append(path);
@@ -129,6 +139,14 @@ class DyingFileSystem : public FileSystem {
   bool Rename(const std::string& from, const std::string& to) override {
     Step();
     return files_.Rename(from, to);
+  }
+  bool RenameDurably(const std::string& from, const std::string& to) override {
+    if (!Rename(from, to)) return false;
+    return SyncName(to);
+  }
+  bool SyncName(const std::string& path) override {
+    Step();
+    return files_.SyncName(path);
   }
   LockAttempt Lock(const std::string& path) override {
     if (!files_.Exists(path)) Step();

@@ -96,6 +96,16 @@ INSTANTIATE_TEST_SUITE_P(From2To64, EveryField, testing::Range(2, 65));
 
 class CreateRRGamesTest : public TourneyTest {};
 
+TEST_F(CreateRRGamesTest, MoreGamesThanATourneyCanHoldAreNotMade) {
+  const std::vector<Game> before = tourney.Games();
+  tourney.ChangeParticipants().resize(2001);
+  machine.TakeOutput();
+  EXPECT_FALSE(CreateRRGames(tourney, machine.files));
+  EXPECT_EQ(machine.TakeOutput(),
+            "2001 players have more games to play than the 2000000 that a tourney can hold.\n");
+  EXPECT_EQ(tourney.Games().size(), before.size());
+}
+
 TEST_F(CreateRRGamesTest, GamesAreNumberedInTheOrderOfThePairs) {
   Enter({"Alpha", "Beta", "100%s", "A name of more than twelve"});
   CreateRRGames(tourney, machine.files);

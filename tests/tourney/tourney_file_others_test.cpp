@@ -155,10 +155,31 @@ TEST_F(TourneyFileOfTwo, WithAutoSaveOffNobodyCares) {
 
 TEST_F(TourneyFileOfTwo, HalfASaveOfItsOwnIsNobodyElses) {
   // Where no file can be made beside it, it is written in place.
-  machine.files.Deny(FileOperation::kOpen, "/home/t.ini.new");
+  machine.files.Deny(FileOperation::kOpen, "/home/t.ini.tarvendo.new");
   machine.files.FailAt(FileOperation::kWrite, 1);
   EXPECT_FALSE(file.AutoSave(tourney));
   EXPECT_EQ(Output(), "Saving tourney failed!\n");
+  EXPECT_TRUE(file.AutoSave(tourney));
+  EXPECT_EQ(Output(),
+            "No file can be made beside 't.ini', so it is written in place:\n"
+            "should the machine stop meanwhile, it is lost.\n");
+  EXPECT_TRUE(file.AutoSave(tourney));
+  EXPECT_EQ(Output(), "") << "it is said once";
+}
+
+TEST_F(TourneyFileOfTwo, AFileThatLooksAsItWasLeftIsNotReadAgain) {
+  ASSERT_TRUE(file.AutoSave(tourney));
+  machine.files.Deny(FileOperation::kRead, "/home/t.ini");
+  const int before = machine.files.Count(FileOperation::kRead);
+  tourney.ChangeSettings()->name = "Another";
+  EXPECT_TRUE(file.AutoSave(tourney));
+  EXPECT_EQ(machine.files.Count(FileOperation::kRead) - before, 1) << "its first line";
+  EXPECT_EQ(Output(), "");
+}
+
+TEST_F(TourneyFileOfTwo, AFileThatWasOnlyWrittenAgainIsNoChange) {
+  ASSERT_TRUE(file.AutoSave(tourney));
+  machine.files.Put("/home/t.ini", std::string(machine.files.Bytes("/home/t.ini")));
   EXPECT_TRUE(file.AutoSave(tourney));
   EXPECT_EQ(Output(), "");
 }

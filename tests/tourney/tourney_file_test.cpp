@@ -143,6 +143,44 @@ TEST_F(TourneyFileTest, ALoadedTourneyIsSavedAsTheSameBytes) {
   EXPECT_EQ(machine.files.Bytes("t.ini"), SavedText());
 }
 
+TEST_F(TourneyFileTest, AfterALoadOfAnEmergencySaveTheTourneyGoesToItsOwnFile) {
+  for (const std::string name : {"emergency.ini", "/home\\emergency.old.ini"}) {
+    machine.files.Put(name, SavedText());
+    machine.TakeOutput();
+    ASSERT_TRUE(file.Load(tourney, name));
+    EXPECT_EQ(machine.TakeOutput(), "From now on the tourney is saved to 't.ini'.\n");
+    ASSERT_TRUE(file.AutoSave(tourney));
+    EXPECT_EQ(machine.files.Bytes("t.ini"), SavedText());
+  }
+}
+
+TEST_F(TourneyFileTest, AfterALoadOfAnEmergencySaveWithoutANameItGoesToFilesPath) {
+  std::string text = SavedText();
+  text.replace(text.find("t.ini\n"), 5, "");
+  machine.files.Put("emergency.ini", text);
+  machine.files.PutDirectory("games");
+  ASSERT_TRUE(file.Load(tourney, "emergency.ini"));
+  EXPECT_EQ(machine.TakeOutput(), "From now on the tourney is saved to 'games\\tourney.ini'.\n");
+  EXPECT_EQ(file.Name(), "games\\tourney.ini");
+}
+
+TEST_F(TourneyFileTest, ALoadOfAnyOtherFileSaysNothingOfItsName) {
+  EXPECT_TRUE(LoadText(SavedText()));
+  machine.files.Put("copy.ini", SavedText());
+  EXPECT_TRUE(file.Load(tourney, "copy.ini"));
+  EXPECT_EQ(machine.TakeOutput(), "");
+}
+
+TEST_F(TourneyFileTest, ASaveBesideChangesNothingThatTheFileKnows) {
+  EXPECT_TRUE(LoadText(SavedText()));
+  EXPECT_TRUE(file.SaveBeside(tourney, "/home", "/home/emergency.ini"));
+  EXPECT_EQ(machine.files.Bytes("emergency.ini"), SavedText());
+  EXPECT_EQ(file.Name(), "t.ini");
+  EXPECT_TRUE(file.SaveBeside(tourney, "/", "/emergency.ini"));
+  EXPECT_TRUE(
+      machine.files.Bytes("/emergency.ini").starts_with("TOURNEY_FILE\npics/\n/home/t.ini\n"));
+}
+
 TEST_F(TourneyFileTest, LoadingTwiceDoesNotPileUp) {
   EXPECT_TRUE(LoadText(SavedText()));
   EXPECT_TRUE(LoadText(SavedText()));

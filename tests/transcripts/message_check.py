@@ -24,6 +24,11 @@ EXCEPTIONS = {
         "who pairs a round has asked for the type before; a unit test asks the driver itself",
     "%2d. %-20s: %d points.\n": "no command asks for this form of a player; a unit test does",
     "Game %d: its debug file '%s' has not grown for 30 minutes.\n": "half an hour is too long; a unit test does",
+    "', so it is written in place:\nshould the machine stop meanwhile, it is lost.\n":
+        "the superuser, who runs the tests, may write everywhere; a unit test says it",
+    "No file can be made beside '": "likewise",
+    "%lld players have more games to play than the %d that a tourney can hold.\n":
+        "two thousand players are too many for a transcript; a unit test has them",
     " /ncp /td 0 ": "a part of a command line, not printed",
     '[white "': "looked for in the files of games, not printed",
     '[black "': "looked for in the files of games, not printed",

@@ -27,6 +27,14 @@ Descriptor OpenToRead(const std::string& host_path) {
   return file;
 }
 
+bool SyncDescriptor(int descriptor) {
+  int result = 0;
+  do {
+    result = fsync(descriptor);
+  } while (result != 0 && errno == EINTR);
+  return result == 0 || errno == EINVAL || errno == EROFS || errno == ENOTSUP;
+}
+
 bool WriteAll(int descriptor, const std::string& bytes) {
   std::size_t written = 0;
   while (written < bytes.size()) {

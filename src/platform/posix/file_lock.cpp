@@ -66,14 +66,6 @@ Taken TakeWholeLock(const Descriptor& file) {
   return Taken::kHeld;
 }
 
-/// Whether the path still leads to the open file.
-bool IsStillNamed(const Descriptor& file, const std::string& host_path) {
-  struct stat open_file {};
-  struct stat named {};
-  return fstat(file.Get(), &open_file) == 0 && stat(host_path.c_str(), &named) == 0 &&
-         open_file.st_dev == named.st_dev && open_file.st_ino == named.st_ino;
-}
-
 class PosixLockedFile : public LockedFile {
  public:
   explicit PosixLockedFile(Descriptor file) : file_(std::move(file)) {}
@@ -123,7 +115,7 @@ LockAttempt LockHostFile(const std::string& host_path) {
     const Taken taken = TakeWholeLock(file);
     if (taken != Taken::kYes) return {nullptr, taken == Taken::kHeld};
     // Whoever held it may have removed the file meanwhile: then this is the lock of no file.
-    if (IsStillNamed(file, host_path)) {
+    if (IsNameOf(host_path, file.Get())) {
       return {std::make_unique<PosixLockedFile>(std::move(file)), false};
     }
   }
@@ -134,6 +126,13 @@ bool IsHostFileLocked(const std::string& host_path) {
   struct stat status {};
   const Descriptor file(open(host_path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   return FileOf(file, status) && !TakeLock(file, LOCK_SH) && errno == EWOULDBLOCK;
+}
+
+bool IsNameOf(const std::string& host_path, int descriptor) {
+  struct stat open_file {};
+  struct stat named {};
+  return fstat(descriptor, &open_file) == 0 && stat(host_path.c_str(), &named) == 0 &&
+         open_file.st_dev == named.st_dev && open_file.st_ino == named.st_ino;
 }
 
 FileIdentity IdentityOf(const LockedFile& lock) {

@@ -20,6 +20,9 @@ struct FileIdentity {
 LockAttempt LockHostFile(const std::string& host_path);
 bool IsHostFileLocked(const std::string& host_path);
 
+/// Whether the path, in the host's form, leads to the open file.
+bool IsNameOf(const std::string& host_path, int descriptor);
+
 /// The file behind a lock that is held.
 FileIdentity IdentityOf(const LockedFile& lock);
 

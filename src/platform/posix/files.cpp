@@ -1,13 +1,12 @@
 #include "platform/files.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -18,6 +17,8 @@
 #include "platform/posix/directory.h"
 #include "platform/posix/file_lock.h"
 #include "platform/posix/full_path.h"
+#include "platform/posix/new_file.h"
+#include "platform/posix/stdio_file.h"
 
 namespace tarvendo {
 namespace {
@@ -28,90 +29,23 @@ std::string CallPath(const std::string& path) {
   return path.find('\0') == std::string::npos ? HostPath(path) : std::string();
 }
 
-class StdioFile : public OutputFile {
- public:
-  explicit StdioFile(std::FILE* stream) : stream_(stream) {}
-  ~StdioFile() override {
-    if (stream_ != nullptr) std::fclose(stream_);
-  }
-  StdioFile(const StdioFile&) = delete;
-  StdioFile& operator=(const StdioFile&) = delete;
+constexpr std::size_t kEverything = std::numeric_limits<std::size_t>::max();
 
-  bool Write(std::string_view text) override {
-    return Keep(stream_ != nullptr &&
-                std::fwrite(text.data(), 1, text.size(), stream_) == text.size());
-  }
-
-  bool Flush() override { return Keep(stream_ != nullptr && std::fflush(stream_) == 0); }
-
-  std::int64_t Size() override {
-    struct stat status {};
-    if (!Flush() || fstat(fileno(stream_), &status) != 0) return 0;
-    return status.st_size;
-  }
-
-  bool Close() override {
-    Flush();
-    if (stream_ != nullptr) Keep(std::fclose(stream_) == 0);
-    stream_ = nullptr;
-    return taken_;
-  }
-
- private:
-  /// Keeps the first failure for Close: what was lost once stays lost.
-  bool Keep(bool succeeded) {
-    taken_ = taken_ && succeeded;
-    return taken_;
-  }
-
-  std::FILE* stream_;
-  bool taken_ = true;
-};
-
-/// Makes a new file look like the one that it will replace. What the host refuses (only the
-/// superuser gives files away) is no failure, but then nobody gets more rights than before: what
-/// the old group was allowed, the new one, which is another, is not.
-void TakeOver(int descriptor, const struct stat& model) {
-  const bool keeps_group = fchown(descriptor, static_cast<uid_t>(-1), model.st_gid) == 0;
-  const bool keeps_owner = fchown(descriptor, model.st_uid, static_cast<gid_t>(-1)) == 0;
-  mode_t permissions = model.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
-  if (!keeps_group) permissions &= ~static_cast<mode_t>(S_IRWXG);
-  if (!keeps_owner) permissions |= S_IRUSR | S_IWUSR;
-  fchmod(descriptor, permissions);
-}
-
-std::unique_ptr<OutputFile> OpenNew(const std::string& path, const std::string& model) {
-  struct stat status {};
-  const bool has_model = stat(CallPath(model).c_str(), &status) == 0;
-  const mode_t permissions = has_model ? S_IRUSR | S_IWUSR : 0666;
-  const int descriptor =
-      open(CallPath(path).c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions);
-  if (descriptor < 0) return nullptr;
-  if (has_model) TakeOver(descriptor, status);
-  std::FILE* const stream = fdopen(descriptor, "w");
-  if (stream != nullptr) return std::make_unique<StdioFile>(stream);
-  close(descriptor);
-  return nullptr;
-}
-
-std::unique_ptr<OutputFile> OpenStdio(const std::string& path, const char* mode) {
-  std::FILE* const stream = std::fopen(CallPath(path).c_str(), mode);
-  if (stream == nullptr) return nullptr;
-  return std::make_unique<StdioFile>(stream);
-}
-
-std::optional<std::string> ReadToEnd(int descriptor) {
+/// Reads to the end, but no more than `most` bytes.
+std::optional<std::string> ReadOn(int descriptor, std::size_t most) {
   std::string text;
   std::array<char, 65536> buffer;
-  while (true) {
-    const ssize_t count = read(descriptor, buffer.data(), buffer.size());
-    if (count == 0) return text;
+  while (text.size() < most) {
+    const ssize_t count =
+        read(descriptor, buffer.data(), std::min(buffer.size(), most - text.size()));
+    if (count == 0) break;
     if (count > 0) {
       text.append(buffer.data(), static_cast<std::size_t>(count));
     } else if (errno != EINTR) {
       return std::nullopt;
     }
   }
+  return text;
 }
 
 class PosixFileSystem : public FileSystem {
@@ -119,30 +53,34 @@ class PosixFileSystem : public FileSystem {
   std::optional<std::string> ReadText(const std::string& path) override {
     const Descriptor file = OpenToRead(CallPath(path));
     if (!file.IsOpen()) return std::nullopt;
-    std::optional<std::string> text = ReadToEnd(file.Get());
+    std::optional<std::string> text = ReadOn(file.Get(), kEverything);
     if (text) FoldLineEnds(*text);
     return text;
   }
 
   std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override {
+    return ReadPart(path, offset, kEverything);
+  }
+
+  std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
+                                      std::size_t most) override {
     const Descriptor file = OpenToRead(CallPath(path));
     if (!file.IsOpen()) return std::nullopt;
     if (offset > static_cast<std::uint64_t>(std::numeric_limits<off_t>::max())) return "";
     if (lseek(file.Get(), static_cast<off_t>(offset), SEEK_SET) < 0) return std::nullopt;
-    return ReadToEnd(file.Get());
+    return ReadOn(file.Get(), most);
   }
 
   std::unique_ptr<OutputFile> Create(const std::string& path) override {
-    return OpenStdio(path, "we");
+    return OpenStdioFile(CallPath(path), "we");
   }
 
-  std::unique_ptr<OutputFile> CreateNew(const std::string& path,
-                                        const std::string& model) override {
-    return OpenNew(path, model);
+  NewFileAttempt CreateNew(const std::string& path, const std::string& model) override {
+    return MakeNewFile(CallPath(path), CallPath(model));
   }
 
   std::unique_ptr<OutputFile> Append(const std::string& path) override {
-    return OpenStdio(path, "ae");
+    return OpenStdioFile(CallPath(path), "ae");
   }
 
   bool Exists(const std::string& path) override {
@@ -177,6 +115,12 @@ class PosixFileSystem : public FileSystem {
   bool Rename(const std::string& from, const std::string& to) override {
     return rename(CallPath(from).c_str(), CallPath(to).c_str()) == 0;
   }
+
+  bool RenameDurably(const std::string& from, const std::string& to) override {
+    return Rename(from, to) && SyncDirectoryOf(CallPath(to));
+  }
+
+  bool SyncName(const std::string& path) override { return SyncDirectoryOf(CallPath(path)); }
 
   LockAttempt Lock(const std::string& path) override { return LockHostFile(CallPath(path)); }
 

@@ -51,4 +51,8 @@ bool TerminationRequested() {
   return termination_requested;
 }
 
+void EndWhenAsked() {
+  if (TerminationRequested()) throw Terminated("asked to end in the middle of a command");
+}
+
 }  // namespace tarvendo

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <utility>
@@ -36,6 +37,12 @@ class BufferedFile : public OutputFile {
 
   bool Flush() override { return WriteBuffer(); }
 
+  bool Sync() override {
+    // What has no place on a disk has nothing to be flushed.
+    return Flush() &&
+           Keep(FlushFileBuffers(file_->Get()) != 0 || GetFileType(file_->Get()) != FILE_TYPE_DISK);
+  }
+
   std::int64_t Size() override {
     LARGE_INTEGER size{};
     if (!Flush() || GetFileSizeEx(file_->Get(), &size) == 0) return 0;
@@ -69,27 +76,28 @@ class BufferedFile : public OutputFile {
   bool taken_ = true;
 };
 
-std::unique_ptr<OutputFile> OpenToWrite(const std::string& path, DWORD access, DWORD disposition,
-                                        DWORD attributes = FILE_ATTRIBUTE_NORMAL) {
+std::unique_ptr<OutputFile> OpenToWrite(const std::string& path, DWORD access, DWORD disposition) {
   Handle file(CreateFileA(CallPath(path).c_str(), access | FILE_READ_ATTRIBUTES | SYNCHRONIZE,
-                          FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, disposition, attributes,
-                          nullptr));
+                          FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, disposition,
+                          FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file.IsOpen()) return nullptr;
   return std::make_unique<BufferedFile>(std::move(file));
 }
 
-std::optional<std::string> ReadToEnd(const Handle& file) {
+constexpr std::size_t kEverything = std::numeric_limits<std::size_t>::max();
+
+/// Reads to the end, but no more than `most` bytes.
+std::optional<std::string> ReadOn(const Handle& file, std::size_t most) {
   std::string text;
   std::array<char, 65536> buffer;
-  while (true) {
+  while (text.size() < most) {
+    const auto wanted = static_cast<DWORD>(std::min(buffer.size(), most - text.size()));
     DWORD count = 0;
-    if (ReadFile(file.Get(), buffer.data(), static_cast<DWORD>(buffer.size()), &count, nullptr) ==
-        0) {
-      return std::nullopt;
-    }
-    if (count == 0) return text;
+    if (ReadFile(file.Get(), buffer.data(), wanted, &count, nullptr) == 0) return std::nullopt;
+    if (count == 0) break;
     text.append(buffer.data(), count);
   }
+  return text;
 }
 
 /// The attributes of a file that takes the place of `model`. The access rights are those that the
@@ -100,6 +108,17 @@ DWORD AttributesLike(const std::string& model) {
   const DWORD attributes = GetFileAttributesA(CallPath(model).c_str());
   const DWORD kept = attributes == INVALID_FILE_ATTRIBUTES ? 0 : attributes & kKept;
   return kept == 0 ? FILE_ATTRIBUTE_NORMAL : kept;
+}
+
+/// A file that nobody else can write to or delete as long as it is open.
+NewFileAttempt MakeNewFile(const std::string& path, DWORD attributes) {
+  Handle file(CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_NEW,
+                          attributes, nullptr));
+  if (file.IsOpen()) return {std::make_unique<BufferedFile>(std::move(file))};
+  const DWORD error = GetLastError();
+  const bool is_there = GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+  return {nullptr, !is_there && (error == ERROR_ACCESS_DENIED || error == ERROR_WRITE_PROTECT ||
+                                 error == ERROR_FILENAME_EXCED_RANGE)};
 }
 
 std::optional<FileStamp> StampOf(const std::string& path) {
@@ -123,28 +142,35 @@ class WindowsFileSystem : public FileSystem {
   std::optional<std::string> ReadText(const std::string& path) override {
     const Handle file = OpenToRead(CallPath(path));
     if (!file.IsOpen()) return std::nullopt;
-    std::optional<std::string> text = ReadToEnd(file);
+    std::optional<std::string> text = ReadOn(file, kEverything);
     if (text) FoldLineEnds(*text);
     return text;
   }
 
   std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override {
+    return ReadPart(path, offset, kEverything);
+  }
+
+  std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
+                                      std::size_t most) override {
     const Handle file = OpenToRead(CallPath(path));
     if (!file.IsOpen()) return std::nullopt;
     if (offset > static_cast<std::uint64_t>(std::numeric_limits<LONGLONG>::max())) return "";
     LARGE_INTEGER position{};
     position.QuadPart = static_cast<LONGLONG>(offset);
     if (SetFilePointerEx(file.Get(), position, nullptr, FILE_BEGIN) == 0) return std::nullopt;
-    return ReadToEnd(file);
+    return ReadOn(file, most);
   }
 
   std::unique_ptr<OutputFile> Create(const std::string& path) override {
     return OpenToWrite(path, GENERIC_WRITE, CREATE_ALWAYS);
   }
 
-  std::unique_ptr<OutputFile> CreateNew(const std::string& path,
-                                        const std::string& model) override {
-    return OpenToWrite(path, GENERIC_WRITE, CREATE_NEW, AttributesLike(model));
+  NewFileAttempt CreateNew(const std::string& path, const std::string& model) override {
+    const std::string name = CallPath(path);
+    // One that somebody has open is not deleted.
+    if (IsPlainFile(path)) DeleteFileA(name.c_str());
+    return MakeNewFile(name, AttributesLike(model));
   }
 
   std::unique_ptr<OutputFile> Append(const std::string& path) override {
@@ -175,6 +201,14 @@ class WindowsFileSystem : public FileSystem {
     return MoveFileExA(CallPath(from).c_str(), CallPath(to).c_str(), MOVEFILE_REPLACE_EXISTING) !=
            0;
   }
+
+  bool RenameDurably(const std::string& from, const std::string& to) override {
+    return MoveFileExA(CallPath(from).c_str(), CallPath(to).c_str(),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+  }
+
+  /// The file system keeps its names in a log of its own, and a flushed file has its name there.
+  bool SyncName(const std::string& /*path*/) override { return true; }
 
   LockAttempt Lock(const std::string& path) override { return LockHostFile(CallPath(path)); }
 
