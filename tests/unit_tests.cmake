@@ -34,7 +34,7 @@ function(add_test_program name library)
 endfunction()
 
 # What the fakes promise, held against the real thing.
-add_test_program(contract_tests tarvendo_platform contract/file_system_test.cpp)
+add_test_program(contract_tests tarvendo_play contract/file_system_test.cpp contract/game_host_test.cpp)
 
 # keep_threaded(NAME): leaves those tests in the list of that name that know of threads.
 function(keep_threaded name)

@@ -82,7 +82,7 @@ class Storm:
         self.random = random.Random(f"{options.seed} {name}")
         self.slowness = options.slowness
         self.counts = counts
-        self.tourney = Tourney(options, name, PLAYERS)
+        self.tourney = Tourney(options, name, PLAYERS, options.games)
         self.tourney.copy_from(prepared)
         lasts = [self.random.choice((0, self.random.randrange(LONGEST_GAME))) for _ in range(GAMES)]
         plan = "".join(f"g{n} {result_of(n)} ms={ms}\n" for n, ms in enumerate(lasts, 1))
@@ -168,6 +168,7 @@ def main(words):
     add_options(parser)
     parser.add_argument("--kills", type=int, default=200, help="how often the program ends (or TARVENDO_KILLS)")
     parser.add_argument("--seed", type=int, default=1)
+    parser.add_argument("--games", type=int, default=1, help="games at a time")
     parser.add_argument("--workers", type=int, default=4, help="tourneys at a time")
     parser.add_argument("--slowness", type=float, default=1, help="how much slower than usual the programs are")
     options = parser.parse_args(words)
