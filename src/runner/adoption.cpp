@@ -8,7 +8,7 @@
 #include "play/claim.h"
 #include "play/place.h"
 #include "runner/batch_file.h"
-#include "runner/collect.h"
+#include "runner/pgn_journal.h"
 #include "runner/running_games.h"
 #include "tourney/tourney.h"
 
@@ -51,13 +51,6 @@ void SpoolAgain(Tourney& tourney, const Game& game) {
   change->pgn_file = GameFileName(files_path, game.number, ".PGN");
 }
 
-bool IsInTourneyPgn(const Tourney& tourney, FileSystem& files, const Game& game,
-                    const std::string& pgn) {
-  const std::string merged = MergedPgn(tourney, game, pgn);
-  const auto all = files.ReadText(tourney.Settings().pgn_file);
-  return all && !merged.empty() && all->find(merged) != std::string::npos;
-}
-
 void RemoveClaim(FileSystem& files, const GameOrder& order) {
   RemovePlace(files, order);
   RemoveIfThere(files, order.claim_file);
@@ -79,7 +72,7 @@ void SettleUnplayed(FileSystem& files, const GameOrder& order, const std::string
 void SettleForeign(const Tourney& tourney, FileSystem& files, const GameOrder& order,
                    const std::string& pgn) {
   const Game* game = SameGame(tourney, order);
-  if (game != nullptr && game->IsReady() && IsInTourneyPgn(tourney, files, *game, pgn)) {
+  if (game != nullptr && game->IsReady() && IsInJournal(tourney, files, order)) {
     RemoveIfThere(files, order.pgn_file);
     RemoveIfThere(files, order.batch_file);
   } else if (!pgn.empty()) {

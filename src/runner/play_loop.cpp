@@ -10,6 +10,7 @@
 #include "runner/batch_file.h"
 #include "runner/collect.h"
 #include "runner/pairer.h"
+#include "runner/pgn_journal.h"
 #include "runner/spool.h"
 #include "tourney/runner_switch_commands.h"
 
@@ -172,6 +173,7 @@ void PlayLoop::AdoptGames() {
     const Hold hold = room_.shared.Take();
     RunningGames& running = room_.running.With(hold);
     playing = FindGamesToAdopt(*hold, room_.host.files, running);
+    SettleJournal(*hold, room_.host.files, room_.file.With(hold));
     for (const GameOrder& order : playing)
       running.Add(order);
   }

@@ -124,7 +124,7 @@ void Referee::TakeOver(Tourney& tourney, const GameOutcome& outcome) {
     tourney.Change(game)->status = kReady;
     return;
   }
-  TakeResult(tourney, host_.files, game, *outcome.pgn, outcome.order.pgn_file);
+  TakeResult(tourney, pgn_, game, *outcome.pgn, outcome.order.pgn_file);
   if (pace_ == RefereePace::kAtOnce) {
     WritePage(tourney);
   } else {
@@ -145,6 +145,7 @@ void Referee::KeepOrLeaveDebugFile(const Tourney& tourney, const GameOutcome& ou
 }
 
 void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file) {
+  pgn_.Write(tourney);
   if (!file.AutoSave(tourney)) return;
   for (const Settled& settled : settled_) {
     if (settled.drops_files) DropFiles(tourney, settled.order);
@@ -152,6 +153,7 @@ void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file) {
     RemoveIfThere(host_.files, settled.order.claim_file);
   }
   settled_.clear();
+  DropJournal(tourney, host_.files);
 }
 
 /// A game of that number may have been spooled anew meanwhile: then the files are its own.

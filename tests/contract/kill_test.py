@@ -7,12 +7,16 @@ game. Then it is started again and plays on. Right after the end, and when the t
 
 - the tourney file is a whole one;
 - every game is READY with the result that the stand-in gave it, or is still to be played;
-- the tourney's PGN file holds every READY game at least once, as a whole.
+- the tourney's PGN file holds every READY game, as a whole.
+
+When the tourney is over, the PGN file holds every game once and nothing else, and nothing is left of saves, games
+and claims.
 """
 
 import argparse
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -24,6 +28,7 @@ READY = 4
 RESULTS = {2: "1-0", 4: "0-1", 8: "1/2-1/2"}
 PLAYERS = ("Alpha", "Beta", "Gamma")
 GAMES = 3
+LEFT_OVER = re.compile(r"\.new\d*$|\.journal\d*$|\.run$|\.lock$|^g\d+\.(PGN|BAT)$")
 SET_UP = """readplayers players.txt
 addall
 set type roundrobin
@@ -103,6 +108,12 @@ def check(directory, must_be_over):
             raise BrokenPromise(f"game {number} has the result {game['result']}")
         if merged_pgn(game) not in collected:
             raise BrokenPromise(f"game {number} is READY, but not in the PGN file")
+        collected = collected.replace(merged_pgn(game), "", 1)
+    if must_be_over and collected:
+        raise BrokenPromise(f"the PGN file holds something twice or in halves: {collected!r}")
+    left = [path.name for path in directory.iterdir() if LEFT_OVER.search(path.name)]
+    if must_be_over and left:
+        raise BrokenPromise(f"these files are left: {sorted(left)}")
 
 
 class Tourney:
