@@ -3,8 +3,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <fstream>
-
 #include "platform/files.h"
 #include "platform/scratch_directory.h"
 #include "players/player_database.h"
@@ -16,19 +14,20 @@ namespace tarvendo {
 namespace {
 
 /// A player file with so many engines.
-std::string MakePlayerFile(const ScratchDirectory& directory, std::int64_t players) {
-  const std::string path = directory.File("players.txt");
-  std::ofstream file(path);
-  file << "PLAYER_FILE\n";
-  for (std::int64_t i = 0; i < players; ++i)
-    file << "PLAYER\nName:\nEngine " << i << "\nProgramExe:\ne.exe\nEND_PLAYER\n\n";
-  return path;
+void MakePlayerFile(FileSystem& files, const std::string& path, std::int64_t players) {
+  const auto file = files.Create(path);
+  file->Write("PLAYER_FILE\n");
+  for (std::int64_t i = 0; i < players; ++i) {
+    file->Write("PLAYER\nName:\nEngine " + std::to_string(i) +
+                "\nProgramExe:\ne.exe\nEND_PLAYER\n\n");
+  }
 }
 
 void ReadAndAddAllPlayers(benchmark::State& state) {
   const ScratchDirectory directory;
   const auto files = MakeFileSystem();
-  const std::string path = MakePlayerFile(directory, state.range(0));
+  const std::string path = directory.File("players.txt");
+  MakePlayerFile(*files, path, state.range(0));
   for (auto _ : state) {
     PlayerDatabase players;
     ReadPlayerFile(*files, path, "", players);

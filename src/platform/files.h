@@ -143,6 +143,10 @@ class FileSystem {
   /// Nothing when there is no such file.
   virtual std::optional<FileStamp> Stamp(const std::string& path) = 0;
 
+  /// Cuts a file to its first `size` bytes and waits until that is on the disk. False when it has
+  /// fewer, or when that is not possible.
+  virtual bool CutTo(const std::string& path, std::uint64_t size) = 0;
+
   /// Makes a directory; true also when it is there already.
   virtual bool MakeDirectory(const std::string& path) = 0;
 

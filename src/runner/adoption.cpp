@@ -9,7 +9,7 @@
 #include "play/claim.h"
 #include "play/place.h"
 #include "runner/batch_file.h"
-#include "runner/collect.h"
+#include "runner/pgn_journal.h"
 #include "runner/running_games.h"
 #include "tourney/tourney.h"
 
@@ -52,13 +52,6 @@ void SpoolAgain(Tourney& tourney, const Game& game) {
   change->pgn_file = GameFileName(files_path, game.number, ".PGN");
 }
 
-bool IsInTourneyPgn(const Tourney& tourney, FileSystem& files, const Game& game,
-                    const std::string& pgn) {
-  const std::string merged = MergedPgn(tourney, game, pgn);
-  const auto all = files.ReadText(tourney.Settings().pgn_file);
-  return all && !merged.empty() && all->find(merged) != std::string::npos;
-}
-
 /// The path of one of a game's files as the user knows it: with FilesPath as it was typed, where
 /// the file lies there. Orders know full paths only, which each host makes in its own way.
 std::string AsTyped(const Tourney& tourney, FileSystem& files, const std::string& path) {
@@ -87,7 +80,7 @@ void SettleUnplayed(const Tourney& tourney, FileSystem& files, const GameOrder& 
 void SettleForeign(const Tourney& tourney, FileSystem& files, const GameOrder& order,
                    const std::string& pgn) {
   const Game* game = SameGame(tourney, order);
-  if (game != nullptr && game->IsReady() && IsInTourneyPgn(tourney, files, *game, pgn)) {
+  if (game != nullptr && game->IsReady() && IsInJournal(tourney, files, order)) {
     // The record goes behind the batch file: without it nobody knows that both were collected.
     RemoveIfThere(files, order.batch_file);
     RemoveIfThere(files, order.pgn_file);

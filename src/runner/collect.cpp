@@ -12,6 +12,7 @@
 #include "reports/table_driver.h"
 #include "runner/adoption.h"
 #include "runner/batch_file.h"
+#include "runner/pgn_journal.h"
 #include "runner/running_games.h"
 #include "tourney/game_list.h"
 #include "tourney/rounds.h"
@@ -42,15 +43,6 @@ std::string MergedLine(const Tourney& tourney, const Game& game, const std::stri
   return line;
 }
 
-bool AppendToTourneyPgn(const Tourney& tourney, FileSystem& files, const std::string& text) {
-  const std::string& path = tourney.Settings().pgn_file;
-  const bool is_new = !files.Exists(path);
-  const auto file = files.Append(path);
-  if (!file) return false;
-  const bool written = file->Write(text) && file->Sync();
-  return file->Close() && written && (!is_new || files.SyncName(path));
-}
-
 void Announce(const Game& game) {
   constexpr const char* kStars = "******************************************************";
   PrintText(std::string("\n") + kStars + "\n" +
@@ -76,6 +68,7 @@ void FinishCollection(Tourney& tourney, FileSystem& files, TourneyFile& file,
       RemoveIfThere(files, name);
     for (const GameOrder& claim : leftovers.claims)
       RemoveClaim(files, claim);
+    DropJournal(tourney, files);
   }
   WriteTable(tourney, files, "", HtmlTableDefaults(tourney));
 }
@@ -105,12 +98,9 @@ std::string MergedPgn(const Tourney& tourney, const Game& game, const std::strin
   return merged;
 }
 
-void TakeResult(Tourney& tourney, FileSystem& files, const Game& game, const std::string& pgn,
+void TakeResult(Tourney& tourney, PgnGroup& group, const Game& game, const std::string& pgn,
                 const std::string& pgn_file) {
-  if (!AppendToTourneyPgn(tourney, files, MergedPgn(tourney, game, pgn))) {
-    Print("Error copying pgn-file!\n");
-    SetRecordAside(files, pgn_file, "rescued");
-  }
+  group.Add(tourney, game, MergedPgn(tourney, game, pgn), pgn_file);
   const auto change = tourney.Change(game);
   change->bat_file.clear();
   change->pgn_file.clear();
@@ -127,6 +117,7 @@ void MoveOnAsATableDoes(Tourney& tourney) {
 void CollectAll(Tourney& tourney, FileSystem& files, TourneyFile& file,
                 const RunningGames& running) {
   Leftovers leftovers;
+  PgnGroup group(files, PgnPace::kTogether);
   for (const Game& game : tourney.Games()) {
     if (game.status != kSpooled || running.HasNumber(game.number)) continue;
     if (IsBeingPlayed(files, game.pgn_file)) continue;
@@ -139,12 +130,13 @@ void CollectAll(Tourney& tourney, FileSystem& files, TourneyFile& file,
     leftovers.files.push_back(game.bat_file);
     leftovers.files.push_back(pgn_file);
     if (claim) leftovers.claims.push_back(*claim);
-    TakeResult(tourney, files, game, *pgn, pgn_file);
+    TakeResult(tourney, group, game, *pgn, pgn_file);
     // Why a game has no result shall be read the next morning.
     if (!game.LacksResult()) leftovers.files.push_back(GameFileBeside(pgn_file, ".err"));
   }
   tourney.RecomputeGamesState();
   if (leftovers.files.empty()) return;
+  group.Write(tourney);
   FinishCollection(tourney, files, file, leftovers);
 }
 

@@ -9,6 +9,7 @@ namespace tarvendo {
 
 class FileSystem;
 class Game;
+class PgnGroup;
 class RunningGames;
 class Tourney;
 class TourneyFile;
@@ -24,10 +25,9 @@ int ResultInPgn(const std::string& pgn);
 std::string MergedPgn(const Tourney& tourney, const Game& game, const std::string& pgn);
 
 /// Takes the result of a game over from its record `pgn`, which lies in the file `pgn_file`:
-/// appends it to the tourney's PGN file, sets the result and READY, forgets the names of the game's
-/// files and announces the result. When the tourney's PGN file cannot be written ("Error copying
-/// pgn-file!\n"), the record is renamed to gN.rescued.PGN, so that the moves are not lost.
-void TakeResult(Tourney& tourney, FileSystem& files, const Game& game, const std::string& pgn,
+/// hands it to the group for the tourney's PGN file, sets the result and READY, forgets the names
+/// of the game's files and announces the result.
+void TakeResult(Tourney& tourney, PgnGroup& group, const Game& game, const std::string& pgn,
                 const std::string& pgn_file);
 
 /// What a table behind a result that is not the last one would do: the page itself is soon written

@@ -11,6 +11,7 @@
 #include "runner/collect.h"
 #include "runner/half_saved.h"
 #include "runner/pairer.h"
+#include "runner/pgn_journal.h"
 #include "runner/spool.h"
 #include "tourney/runner_switch_commands.h"
 
@@ -177,6 +178,7 @@ void PlayLoop::AdoptGames() {
     RemoveHalfSaved(*hold, room_.host.files, room_.file.With(hold));
     RunningGames& running = room_.running.With(hold);
     playing = FindGamesToAdopt(*hold, room_.host.files, running);
+    SettleJournal(*hold, room_.host.files, room_.file.With(hold));
     for (const GameOrder& order : playing)
       running.Add(order);
   }

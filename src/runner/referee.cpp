@@ -124,7 +124,7 @@ void Referee::TakeOver(Tourney& tourney, const GameOutcome& outcome) {
     tourney.Change(game)->status = kReady;
     return;
   }
-  TakeResult(tourney, host_.files, game, *outcome.pgn, outcome.order.pgn_file);
+  TakeResult(tourney, pgn_, game, *outcome.pgn, outcome.order.pgn_file);
   if (pace_ == RefereePace::kAtOnce) {
     WritePage(tourney);
   } else {
@@ -150,6 +150,7 @@ void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file, const RunningGam
     RemoveIfThere(host_.files, claim);
     return true;
   });
+  pgn_.Write(tourney);
   if (file.HasChanged(tourney) && !file.AutoSave(tourney)) return;
   for (const Settled& settled : settled_) {
     // A load between the result and this save has made the game one to be played, and it is.
@@ -164,6 +165,7 @@ void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file, const RunningGam
     }
   }
   settled_.clear();
+  DropJournal(tourney, host_.files);
 }
 
 /// A game of that number may have been spooled anew meanwhile: then the files are its own.

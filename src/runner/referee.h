@@ -5,6 +5,7 @@
 #include "platform/clock.h"
 #include "platform/host.h"
 #include "play/game_outcome.h"
+#include "runner/pgn_journal.h"
 
 namespace tarvendo {
 
@@ -23,7 +24,10 @@ enum class RefereePace {
 /// holds their results. Used by the runner's thread, each call with the tourney held.
 class Referee {
  public:
-  Referee(const Host& host, RefereePace pace) : host_(host), pace_(pace) {}
+  Referee(const Host& host, RefereePace pace)
+      : host_(host),
+        pace_(pace),
+        pgn_(host.files, pace == RefereePace::kAtOnce ? PgnPace::kAtOnce : PgnPace::kTogether) {}
 
   /// Judges one outcome and takes the game out of `running`. A game that the tourney no longer has
   /// SPOOLED under that number and with these players is left alone: its record is kept as
@@ -58,6 +62,7 @@ class Referee {
 
   Host host_;
   RefereePace pace_;
+  PgnGroup pgn_;
   std::vector<Settled> settled_;
   std::vector<std::string> held_claims_;  ///< of judged games whose processes hang
   bool is_table_due_ = false;

@@ -158,6 +158,15 @@ TYPED_TEST(FileSystemContract, ANewFileTakesThePlaceOfOneThatWasLeftOver) {
   EXPECT_EQ(this->files.CreateNew(this->Path("d"), this->Path("b")).file, nullptr);
 }
 
+TYPED_TEST(FileSystemContract, AFileIsCutButNeverMadeLonger) {
+  this->Make("a", "onetwo");
+  EXPECT_TRUE(this->files.CutTo(this->Path("a"), 3));
+  EXPECT_EQ(this->Text("a"), "one");
+  EXPECT_FALSE(this->files.CutTo(this->Path("a"), 4));
+  EXPECT_EQ(this->Text("a"), "one");
+  EXPECT_FALSE(this->files.CutTo(this->Path("missing"), 0));
+}
+
 TYPED_TEST(FileSystemContract, WhatIsSyncedCanBeReadAndRenamedDurably) {
   const auto file = this->files.Create(this->Path("a"));
   ASSERT_NE(file, nullptr);

@@ -158,6 +158,9 @@ class Tourney:
                 raise BrokenPromise(f"game {number} has the result {game['result']}")
             if merged_pgn(game) not in collected:
                 raise BrokenPromise(f"game {number} is READY, but not in the PGN file")
+            collected = collected.replace(merged_pgn(game), "", 1)
+        if must_be_over and collected:
+            raise BrokenPromise(f"the PGN file holds something twice or in halves: {collected!r}")
 
     def collected_again(self):
         """How many games stand in the PGN file more than once."""

@@ -270,6 +270,17 @@ std::optional<FileStamp> MemoryFileSystem::Stamp(const std::string& path) {
   return FileStamp{file->identity, static_cast<std::int64_t>(file->bytes.size()), file->changed};
 }
 
+bool MemoryFileSystem::CutTo(const std::string& path, std::uint64_t size) {
+  const std::lock_guard guard(mutex_);
+  const std::string key = Target(Key(path));
+  const auto file = Find(key);
+  if (Fails(FileOperation::kCut, key) || !file || size > file->bytes.size()) return false;
+  file->bytes.resize(size);
+  Change(*file);
+  record_.push_back("cut " + key);
+  return true;
+}
+
 bool MemoryFileSystem::MakeDirectory(const std::string& path) {
   const std::lock_guard guard(mutex_);
   const std::string key = Key(path);

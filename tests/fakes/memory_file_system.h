@@ -24,6 +24,7 @@ enum class FileOperation {
   kRemove,  ///< Remove, RemoveDirectory
   kLock,    ///< Lock: the file cannot be opened
   kMakeDirectory,
+  kCut,  ///< CutTo
 };
 
 /// Files in memory for the tests, from any thread. `\` is read as `/`, "." and ".." are followed,
@@ -54,6 +55,7 @@ class MemoryFileSystem : public FileSystem {
   bool IsLocked(const std::string& path) override;
   std::vector<std::string> PathsWithPrefix(const std::string& prefix) override;
   std::optional<FileStamp> Stamp(const std::string& path) override;
+  bool CutTo(const std::string& path, std::uint64_t size) override;
   bool MakeDirectory(const std::string& path) override;
   bool RemoveDirectory(const std::string& path) override;
   bool ChangeDirectory(const std::string& path) override;
@@ -115,7 +117,7 @@ class MemoryFileSystem : public FileSystem {
   std::vector<std::string> Removed();
 
   /// What was done to the files, in order, with absolute paths: "write F", "sync F", "rename F G",
-  /// "remove F", "sync names of D".
+  /// "remove F", "cut F", "sync names of D".
   std::vector<std::string> Changes();
 
   /// The current directory, absolute, without a `/` at its end.

@@ -78,6 +78,10 @@ class MortalFileSystem : public FileSystem {
     return disk_.PathsWithPrefix(prefix);
   }
   std::optional<FileStamp> Stamp(const std::string& path) override { return disk_.Stamp(path); }
+  bool CutTo(const std::string& path, std::uint64_t size) override {
+    Spend();
+    return disk_.CutTo(path, size);
+  }
   bool MakeDirectory(const std::string& path) override {
     Spend();
     return disk_.MakeDirectory(path);

@@ -161,6 +161,10 @@ class DyingFileSystem : public FileSystem {
     return files_.PathsWithPrefix(prefix);
   }
   std::optional<FileStamp> Stamp(const std::string& path) override { return files_.Stamp(path); }
+  bool CutTo(const std::string& path, std::uint64_t size) override {
+    Step();
+    return files_.CutTo(path, size);
+  }
   bool MakeDirectory(const std::string& path) override {
     Step();
     return files_.MakeDirectory(path);

@@ -1,5 +1,6 @@
 #include "platform/files.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -138,6 +139,14 @@ class PosixFileSystem : public FileSystem {
     constexpr std::int64_t kNanoseconds = 1000000000;
     return FileStamp{static_cast<std::uint64_t>(status.st_ino) ^ device, status.st_size,
                      status.st_mtim.tv_sec * kNanoseconds + status.st_mtim.tv_nsec};
+  }
+
+  bool CutTo(const std::string& path, std::uint64_t size) override {
+    const Descriptor file(open(CallPath(path).c_str(), O_WRONLY | O_CLOEXEC));
+    struct stat status {};
+    return file.IsOpen() && fstat(file.Get(), &status) == 0 &&
+           size <= static_cast<std::uint64_t>(status.st_size) &&
+           ftruncate(file.Get(), static_cast<off_t>(size)) == 0 && SyncDescriptor(file.Get());
   }
 
   bool MakeDirectory(const std::string& path) override {

@@ -222,6 +222,19 @@ class WindowsFileSystem : public FileSystem {
     return StampOf(CallPath(path));
   }
 
+  bool CutTo(const std::string& path, std::uint64_t size) override {
+    const Handle file(CreateFileA(CallPath(path).c_str(), GENERIC_WRITE,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr));
+    LARGE_INTEGER present{};
+    LARGE_INTEGER wanted{};
+    wanted.QuadPart = static_cast<LONGLONG>(size);
+    return file.IsOpen() && GetFileSizeEx(file.Get(), &present) != 0 &&
+           size <= static_cast<std::uint64_t>(present.QuadPart) &&
+           SetFilePointerEx(file.Get(), wanted, nullptr, FILE_BEGIN) != 0 &&
+           SetEndOfFile(file.Get()) != 0 && FlushFileBuffers(file.Get()) != 0;
+  }
+
   bool MakeDirectory(const std::string& path) override {
     const std::string name = CallPath(path);
     if (CreateDirectoryA(name.c_str(), nullptr) != 0) return true;

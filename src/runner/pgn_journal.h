@@ -1,0 +1,66 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "play/game_order.h"
+
+namespace tarvendo {
+
+class FileSystem;
+class Game;
+class Tourney;
+class TourneyFile;
+
+// The tourney's PGN file holds whole games, and each once, wherever the program ends. Before games
+// are added to it, the file of its name with ".journal" behind it notes which they are, how long
+// the PGN file is and what will be added. It goes behind the save that holds their results. Whoever
+// finds it later cuts what it tells of and the tourney does not know; only bytes that equal what
+// was noted, or its beginning, at the end of the file, are ever cut. docs/files.md has its form.
+
+/// When games are added to the PGN file.
+enum class PgnPace { kAtOnce, kTogether };
+
+/// Games on their way into the tourney's PGN file. Used by the tourney's holder.
+class PgnGroup {
+ public:
+  PgnGroup(FileSystem& files, PgnPace pace) : files_(files), pace_(pace) {}
+
+  /// Takes a game whose text for the PGN file is `piece` and whose own record lies in the file
+  /// `record`. When the PGN file cannot be written: "Error copying pgn-file!\n", and the record is
+  /// renamed to gN.rescued.PGN, so that the moves are not lost. Before the game is READY.
+  void Add(const Tourney& tourney, const Game& game, const std::string& piece,
+           const std::string& record);
+
+  /// Adds to the PGN file what was taken since the last call; it is on the disk then. Failures are
+  /// told as above.
+  void Write(const Tourney& tourney);
+
+ private:
+  struct Piece {
+    int number;
+    std::string white;
+    std::string black;
+    std::string text;
+    std::string record;
+  };
+
+  void Rescue(const std::string& record);
+
+  FileSystem& files_;
+  PgnPace pace_;
+  std::vector<Piece> pieces_;
+};
+
+/// The save that holds the results of all games in the PGN file is on the disk, and nothing is left
+/// of the games' own files: the journal goes.
+void DropJournal(const Tourney& tourney, FileSystem& files);
+
+/// What a program that has ended may have left: cuts from the PGN file what the tourney does not
+/// know of. The journal goes when the tourney is as its file is.
+void SettleJournal(const Tourney& tourney, FileSystem& files, const TourneyFile& file);
+
+/// Whether the journal tells that this game was added to the PGN file.
+bool IsInJournal(const Tourney& tourney, FileSystem& files, const GameOrder& order);
+
+}  // namespace tarvendo
