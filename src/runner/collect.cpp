@@ -54,9 +54,11 @@ void Announce(const Game& game) {
 /// that a crash in between loses no game. When that save fails (it is reported by the one that
 /// follows every step), the files stay: should the program end before a save succeeds, the next
 /// start collects them.
-void FinishCollection(Tourney& tourney, FileSystem& files, TourneyFile& file,
+void FinishCollection(Tourney& tourney, FileSystem& files, TourneyFile& file, PgnGroup& group,
                       const std::vector<std::string>& leftovers) {
+  group.Write(tourney);
   const bool on_disk = file.TryAutoSave(tourney);
+  if (on_disk) group.Rescue();
   for (const std::string& name : leftovers) {
     if (on_disk && !name.empty() && files.Exists(name)) files.Remove(name);
   }
@@ -125,8 +127,7 @@ void CollectAll(Tourney& tourney, FileSystem& files, TourneyFile& file,
   }
   tourney.RecomputeGamesState();
   if (leftovers.empty()) return;
-  group.Write(tourney);
-  FinishCollection(tourney, files, file, leftovers);
+  FinishCollection(tourney, files, file, group, leftovers);
 }
 
 }  // namespace tarvendo

@@ -147,6 +147,7 @@ void Referee::KeepOrLeaveDebugFile(const Tourney& tourney, const GameOutcome& ou
 void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file) {
   pgn_.Write(tourney);
   if (!file.AutoSave(tourney)) return;
+  pgn_.Rescue();
   for (const Settled& settled : settled_) {
     if (settled.drops_files) DropFiles(tourney, settled.order);
     RemovePlace(host_.files, settled.order);
