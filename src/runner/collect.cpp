@@ -61,9 +61,11 @@ struct Leftovers {
 /// that a crash in between loses no game. When that save fails (it is reported by the one that
 /// follows every step), the files stay: should the program end before a save succeeds, the next
 /// start collects them.
-void FinishCollection(Tourney& tourney, FileSystem& files, TourneyFile& file,
+void FinishCollection(Tourney& tourney, FileSystem& files, TourneyFile& file, PgnGroup& group,
                       const Leftovers& leftovers) {
+  group.Write(tourney);
   if (file.TryAutoSave(tourney)) {
+    group.Rescue();
     for (const std::string& name : leftovers.files)
       RemoveIfThere(files, name);
     for (const GameOrder& claim : leftovers.claims)
@@ -136,8 +138,7 @@ void CollectAll(Tourney& tourney, FileSystem& files, TourneyFile& file,
   }
   tourney.RecomputeGamesState();
   if (leftovers.files.empty()) return;
-  group.Write(tourney);
-  FinishCollection(tourney, files, file, leftovers);
+  FinishCollection(tourney, files, file, group, leftovers);
 }
 
 }  // namespace tarvendo

@@ -231,9 +231,9 @@ bool AppendDurably(FileSystem& files, const std::string& path, const std::string
   const auto file = files.Append(path);
   if (!file) return false;
   const bool written = file->Write(text) && file->Sync();
-  const bool added = file->Close() && written;
+  const bool added = file->Close() && written && (before > 0 || files.SyncName(path));
   if (!added) TakeBack(files, path, before, text);
-  return added && (before > 0 || files.SyncName(path));
+  return added;
 }
 
 /// One that was begun only is told from a whole one, so it needs no other name meanwhile.
@@ -292,7 +292,8 @@ void PgnGroup::Add(const Tourney& tourney, const Game& game, const std::string& 
                    const std::string& record) {
   if (!files_.Append(tourney.Settings().pgn_file)) {
     Print("Error copying pgn-file!\n");
-    return Rescue(record);
+    not_added_.push_back(record);
+    return;
   }
   pieces_.push_back({game.number, game.white_player, game.black_player, piece, record});
   if (pace_ == PgnPace::kAtOnce) Write(tourney);
@@ -306,13 +307,15 @@ void PgnGroup::Write(const Tourney& tourney) {
   if (!AddToPgn(tourney, files_, std::move(entries))) {
     Print("Error copying pgn-file!\n");
     for (const Piece& piece : pieces_)
-      Rescue(piece.record);
+      not_added_.push_back(piece.record);
   }
   pieces_.clear();
 }
 
-void PgnGroup::Rescue(const std::string& record) {
-  SetRecordAside(files_, record, "rescued");
+void PgnGroup::Rescue() {
+  for (const std::string& record : not_added_)
+    SetRecordAside(files_, record, "rescued");
+  not_added_.clear();
 }
 
 void DropJournal(const Tourney& tourney, FileSystem& files) {

@@ -27,14 +27,18 @@ class PgnGroup {
   PgnGroup(FileSystem& files, PgnPace pace) : files_(files), pace_(pace) {}
 
   /// Takes a game whose text for the PGN file is `piece` and whose own record lies in the file
-  /// `record`. When the PGN file cannot be written: "Error copying pgn-file!\n", and the record is
-  /// renamed to gN.rescued.PGN, so that the moves are not lost. Before the game is READY.
+  /// `record`; before the game is READY. When the PGN file cannot be written: "Error copying
+  /// pgn-file!\n", and the record is kept for Rescue.
   void Add(const Tourney& tourney, const Game& game, const std::string& piece,
            const std::string& record);
 
   /// Adds to the PGN file what was taken since the last call; it is on the disk then. Failures are
   /// told as above.
   void Write(const Tourney& tourney);
+
+  /// Renames the records that could not be added to gN.rescued.PGN, so that the moves are not lost.
+  /// Behind the save that holds the results: before, the next start needs them where they are.
+  void Rescue();
 
  private:
   struct Piece {
@@ -45,11 +49,10 @@ class PgnGroup {
     std::string record;
   };
 
-  void Rescue(const std::string& record);
-
   FileSystem& files_;
   PgnPace pace_;
   std::vector<Piece> pieces_;
+  std::vector<std::string> not_added_;  ///< records
 };
 
 /// The save that holds the results of all games in the PGN file is on the disk, and nothing is left

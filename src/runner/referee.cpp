@@ -152,6 +152,7 @@ void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file, const RunningGam
   });
   pgn_.Write(tourney);
   if (file.HasChanged(tourney) && !file.AutoSave(tourney)) return;
+  pgn_.Rescue();
   for (const Settled& settled : settled_) {
     // A load between the result and this save has made the game one to be played, and it is.
     if (running.HasNumber(settled.order.number)) continue;

@@ -23,6 +23,7 @@ class PgnJournal : public ::testing::Test, protected SmallTourney {
   void Append(int number, const std::string& text) {
     PgnGroup group(machine.files, PgnPace::kAtOnce);
     group.Add(tourney, GameNumber(number), text, "/t/g1.PGN");
+    group.Rescue();
     MakeReady(number);
   }
 

@@ -30,7 +30,7 @@ std::string CallPath(const std::string& path) {
   return path.find('\0') == std::string::npos ? HostPath(path) : std::string();
 }
 
-constexpr std::size_t kEverything = std::numeric_limits<std::size_t>::max();
+constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
 
 /// Reads to the end, but no more than `most` bytes.
 std::optional<std::string> ReadOn(int descriptor, std::size_t most) {
@@ -54,13 +54,13 @@ class PosixFileSystem : public FileSystem {
   std::optional<std::string> ReadText(const std::string& path) override {
     const Descriptor file = OpenToRead(CallPath(path));
     if (!file.IsOpen()) return std::nullopt;
-    std::optional<std::string> text = ReadOn(file.Get(), kEverything);
+    std::optional<std::string> text = ReadOn(file.Get(), kNoLimit);
     if (text) FoldLineEnds(*text);
     return text;
   }
 
   std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override {
-    return ReadPart(path, offset, kEverything);
+    return ReadPart(path, offset, kNoLimit);
   }
 
   std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,

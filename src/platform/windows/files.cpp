@@ -84,7 +84,7 @@ std::unique_ptr<OutputFile> OpenToWrite(const std::string& path, DWORD access, D
   return std::make_unique<BufferedFile>(std::move(file));
 }
 
-constexpr std::size_t kEverything = std::numeric_limits<std::size_t>::max();
+constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
 
 /// Reads to the end, but no more than `most` bytes.
 std::optional<std::string> ReadOn(const Handle& file, std::size_t most) {
@@ -142,13 +142,13 @@ class WindowsFileSystem : public FileSystem {
   std::optional<std::string> ReadText(const std::string& path) override {
     const Handle file = OpenToRead(CallPath(path));
     if (!file.IsOpen()) return std::nullopt;
-    std::optional<std::string> text = ReadOn(file, kEverything);
+    std::optional<std::string> text = ReadOn(file, kNoLimit);
     if (text) FoldLineEnds(*text);
     return text;
   }
 
   std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override {
-    return ReadPart(path, offset, kEverything);
+    return ReadPart(path, offset, kNoLimit);
   }
 
   std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
