@@ -1,5 +1,5 @@
-// Any bytes as the claim of a game: what is understood is written as it was read, and whoever starts
-// next settles it, whatever it says: nobody plays the game, and it is still to be played.
+// Any bytes as the claim of a game: what is understood is written as it was read, and whoever
+// starts next settles it, whatever it says: nobody plays the game, and it is still to be played.
 #include "fakes/captured_log.h"
 #include "fuzz_input.h"
 #include "play/claim.h"

@@ -34,8 +34,8 @@ SaveOutcome SaveDurably(FileSystem& files, const std::string& path, const std::s
 /// Tells the user of an ordinary file that was written in place, under the name that he gave it.
 void TellOfSaveInPlace(const std::string& name);
 
-/// The new files that a program which ended in the middle of a save has left beside the file, and that
-/// nobody is writing any more: "table.htm.tarvendo.new" for "table.htm".
+/// The new files that a program which ended in the middle of a save has left beside the file, and
+/// that nobody is writing any more: "table.htm.tarvendo.new" for "table.htm".
 std::vector<std::string> HalfSavedFiles(FileSystem& files, const std::string& path);
 
 /// Whether something is there that is no ordinary file, nor a link to one: a device, a directory.

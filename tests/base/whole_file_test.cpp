@@ -241,10 +241,12 @@ TEST(WholeFile, ALinkToADeviceIsWrittenInPlace) {
 
 TEST(HalfSavedFiles, AreTheNewFilesBesideAFileAndNoOthers) {
   MemoryFileSystem files;
-  for (const char* name : {"a.txt", "a.txt.tarvendo.new", "a.txt.tarvendo.new2", "a.txt.tarvendo.new17", "a.txt.tarvendo.newer",
-                           "a.txt.tarvendo.new2x", "b.txt.tarvendo.new", "a.tx.new"})
+  for (const char* name :
+       {"a.txt", "a.txt.tarvendo.new", "a.txt.tarvendo.new2", "a.txt.tarvendo.new17",
+        "a.txt.tarvendo.newer", "a.txt.tarvendo.new2x", "b.txt.tarvendo.new", "a.tx.new"})
     files.Put(name, "");
-  EXPECT_EQ(HalfSavedFiles(files, "a.txt"), (Names{"a.txt.tarvendo.new", "a.txt.tarvendo.new17", "a.txt.tarvendo.new2"}));
+  EXPECT_EQ(HalfSavedFiles(files, "a.txt"),
+            (Names{"a.txt.tarvendo.new", "a.txt.tarvendo.new17", "a.txt.tarvendo.new2"}));
   EXPECT_EQ(HalfSavedFiles(files, "c.txt"), Names());
 }
 

@@ -156,15 +156,15 @@ TEST_F(Restarts, KeepTheClaimOfAGameThatHasEndedUntilItsResultIsSaved) {
 }
 
 TEST_F(Restarts, ClearUpWhatWasBeingSavedWhenTheProgramEnded) {
-  const std::vector<std::string> half_saved = {"/t/tourney.ini.tarvendo.new",  "/t/tourney.ini.tarvendo.new2",
-                                               "/t/tourney.ini.tarvendo.new3", "/t/table.htm.tarvendo.new",
-                                               "/t/g1.BAT.tarvendo.new",       "/t/g12.BAT.tarvendo.new2"};
+  const std::vector<std::string> half_saved = {
+      "/t/tourney.ini.tarvendo.new", "/t/tourney.ini.tarvendo.new2", "/t/tourney.ini.tarvendo.new3",
+      "/t/table.htm.tarvendo.new",   "/t/g1.BAT.tarvendo.new",       "/t/g12.BAT.tarvendo.new2"};
   for (const std::string& name : half_saved)
     machine.files.Put(name, "");
   machine.files.Put("/t/tourney.ini.tarvendo.new2", "TOURN");
   machine.files.Put("/t/tourney.ini.tarvendo.new3", "TOURNEY_FILE\nsomething\n");
-  const std::vector<std::string> others = {"/t/tourney.ini.tarvendo.new4", "/t/gx.BAT.tarvendo.new", "/t/g.BAT.tarvendo.new",
-                                           "/t/g1.BAT.tarvendo.newer"};
+  const std::vector<std::string> others = {"/t/tourney.ini.tarvendo.new4", "/t/gx.BAT.tarvendo.new",
+                                           "/t/g.BAT.tarvendo.new", "/t/g1.BAT.tarvendo.newer"};
   for (const std::string& name : others)
     machine.files.Put(name, "a text of the user's own");
   Restart();
