@@ -14,12 +14,12 @@ struct ChildStreams {
 
 /// Starts a command line with these streams and returns the process, not open when it could not be
 /// started. Any thread.
-Handle StartChild(std::string command_line, const ChildStreams& streams);
+Handle StartChild(const std::string& command_line, const ChildStreams& streams);
 
 /// The same for a child that goes its own way: the keys that end this program (Ctrl-C) do not reach
 /// it, it gets `handed_on` (null: nothing) besides its streams, and it belongs to `job` (null: to
 /// none) from its first step on, as far as the host lets it.
-Handle StartChildAlone(std::string command_line, const ChildStreams& streams, void* handed_on,
-                       void* job);
+Handle StartChildAlone(const std::string& command_line, const ChildStreams& streams,
+                       void* handed_on, void* job);
 
 }  // namespace tarvendo

@@ -122,8 +122,8 @@ NewFileAttempt MakeNewFile(const std::string& path, DWORD attributes) {
 }
 
 std::optional<FileStamp> StampOf(const std::string& path) {
-  constexpr DWORD kEverything = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-  const Handle file(CreateFileA(path.c_str(), FILE_READ_ATTRIBUTES, kEverything, nullptr,
+  constexpr DWORD kEverybody = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  const Handle file(CreateFileA(path.c_str(), FILE_READ_ATTRIBUTES, kEverybody, nullptr,
                                 OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   BY_HANDLE_FILE_INFORMATION about{};
   if (!file.IsOpen() || GetFileInformationByHandle(file.Get(), &about) == 0) return std::nullopt;
