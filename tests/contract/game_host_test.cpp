@@ -118,8 +118,8 @@ class History {
     const int count = std::uniform_int_distribution(0, places_ + 2)(dice_);
     for (int i = 0; i < count; ++i) {
       GameOrder order = NewOrder();
-      order.debug_file = machine_.files.FullPath(
-          i == 0 ? FirstDebugFile(kFilesPath) : OwnDebugFile(kFilesPath, order.number));
+      order.debug_file = machine_.files.FullPath(i == 0 ? FirstDebugFile(kFilesPath)
+                                                        : OwnDebugFile(kFilesPath, order.number));
       if (i > 0) PreparePlace(machine_.files, order);
       machine_.files.HoldLock(order.claim_file, order.claim_file);
       accepted_[order.number] = {order, 0, true};
@@ -225,8 +225,7 @@ class History {
   void CheckSlots() {
     EXPECT_GE(host_->FreeSlots(), 0);
     EXPECT_LE(host_->FreeSlots(), places_);
-    EXPECT_LE(host_->FreeSlots(),
-              std::max(0, places_ - static_cast<int>(accepted_.size())));
+    EXPECT_LE(host_->FreeSlots(), std::max(0, places_ - static_cast<int>(accepted_.size())));
     EXPECT_TRUE(accepted_.empty() || host_->NextLook()) << "nobody would ever look again";
   }
 
@@ -306,11 +305,10 @@ TEST_P(GameHosts, GiveOneOutcomeForEachOrderWhateverHappensAndStartNoAdoptedGame
     EXPECT_TRUE(ends.contains(end)) << "no game has ended in the way " << static_cast<int>(end);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, GameHosts,
-    ::testing::Values(HostKind{"LocalHostWithOnePlace", 1, MakeLocal},
-                      HostKind{"LocalHostWithFourPlaces", 4, MakeLocal}),
-    [](const auto& kind) { return kind.param.name; });
+INSTANTIATE_TEST_SUITE_P(All, GameHosts,
+                         ::testing::Values(HostKind{"LocalHostWithOnePlace", 1, MakeLocal},
+                                           HostKind{"LocalHostWithFourPlaces", 4, MakeLocal}),
+                         [](const auto& kind) { return kind.param.name; });
 
 }  // namespace
 }  // namespace tarvendo
