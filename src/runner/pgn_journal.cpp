@@ -93,8 +93,9 @@ class JournalReader {
       failed_ = true;
       return {};
     }
-    const std::string_view taken = rest_.substr(0, size);
-    rest_.remove_prefix(size);
+    const auto bytes = static_cast<std::size_t>(size);
+    const std::string_view taken = rest_.substr(0, bytes);
+    rest_.remove_prefix(bytes);
     return taken;
   }
 
