@@ -2,6 +2,7 @@
 #include "fakes/captured_log.h"
 #include "fuzz_input.h"
 #include "runner/collect.h"
+#include "runner/pgn_text.h"
 #include "runner/running_games.h"
 #include "runner/spool.h"
 #include "tourney/tourney.h"

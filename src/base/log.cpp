@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstdarg>
 
+#include "base/bounded_read.h"
 #include "base/line_reader.h"
-#include "base/read_file.h"
 #include "base/text.h"
 #include "platform/files.h"
 #include "platform/processes.h"
@@ -129,13 +129,14 @@ bool Log::RunShellCommand(const std::string& line) {
     error_(Framed("Error creating temporary file!"));
     return false;
   }
-  const auto output = ReadFile(host_.files, shell_output_, kShellOutputLimit);
-  if (!output) {
+  const BoundedText output = ReadUpTo(host_.files, shell_output_, kShellOutputLimit);
+  if (output.is_too_long) Write(TooLongMessage(shell_output_, kShellOutputLimit));
+  if (!output.text) {
     shell_output_.clear();
     error_(Framed("Error reopening temporary file!"));
     return false;
   }
-  Write(CopiedLineByLine(LineReader(*output), kLongLine));
+  Write(CopiedLineByLine(LineReader(*output.text), kLongLine));
   DropShellOutput();
   return true;
 }

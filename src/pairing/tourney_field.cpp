@@ -3,7 +3,6 @@
 #include <utility>
 #include <vector>
 
-#include "tourney/colour_state.h"
 #include "tourney/history.h"
 #include "tourney/tourney.h"
 
@@ -22,7 +21,7 @@ void AddMeetings(const Tourney& tourney, const Player& player, PairingField& fie
 }  // namespace
 
 PairingField MakePairingField(const Tourney& tourney) {
-  const bool is_last_round = IsLastSwissRound(tourney);
+  const bool is_last_round = tourney.IsLastSwissRound();
   std::vector<Contender> contenders;
   for (const Player& player : tourney.Participants()) {
     Contender contender;

@@ -10,13 +10,13 @@
 #include "play/place.h"
 #include "runner/batch_file.h"
 #include "runner/pgn_journal.h"
+#include "runner/pgn_text.h"
+#include "runner/record_aside.h"
 #include "runner/running_games.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {
 namespace {
-
-constexpr int kMostNames = 1000;
 
 /// The order that a claim tells; of one whose text is gone: as the game would be started now.
 GameOrder OrderOf(const Tourney& tourney, FileSystem& files, const FoundClaim& claim) {
@@ -76,11 +76,22 @@ void SettleUnplayed(const Tourney& tourney, FileSystem& files, const GameOrder& 
   RemoveClaim(files, order);
 }
 
+/// The journal tells of the last games that were collected, but may have gone with the save of
+/// another one.
+bool WasCollected(const Tourney& tourney, FileSystem& files, const GameOrder& order,
+                  const std::string& pgn) {
+  const Game* game = SameGame(tourney, order);
+  if (game == nullptr || !game->IsReady()) return false;
+  if (IsInJournal(tourney, files, order)) return true;
+  const std::string merged = MergedPgn(tourney, *game, pgn);
+  const auto all = ReadFile(files, tourney.Settings().pgn_file, kTourneyFileLimit);
+  return all && !merged.empty() && all->find(merged) != std::string::npos;
+}
+
 /// The tourney does not wait for the game: it was collected, or is another one's.
 void SettleForeign(const Tourney& tourney, FileSystem& files, const GameOrder& order,
                    const std::string& pgn) {
-  const Game* game = SameGame(tourney, order);
-  if (game != nullptr && game->IsReady() && IsInJournal(tourney, files, order)) {
+  if (WasCollected(tourney, files, order, pgn)) {
     // The record goes behind the batch file: without it nobody knows that both were collected.
     RemoveIfThere(files, order.batch_file);
     RemoveIfThere(files, order.pgn_file);
@@ -139,18 +150,6 @@ void LeaveRecord(const Tourney& tourney, FileSystem& files, const GameOrder& ord
   const std::string kept = AsTyped(tourney, files, aside.empty() ? order.pgn_file : aside);
   PrintText(Format("\nGame %d: %s - %s is not awaited any more, its record is kept as '%s'.\n> ",
                    order.number, order.white.c_str(), order.black.c_str(), kept.c_str()));
-}
-
-std::string SetRecordAside(FileSystem& files, const std::string& pgn_file,
-                           const std::string& kind) {
-  const std::string stem = pgn_file.substr(0, pgn_file.rfind('.'));
-  for (int n = 1; n <= kMostNames; ++n) {
-    std::string name = stem;
-    name.append(".").append(kind).append(n == 1 ? "" : std::to_string(n)).append(".PGN");
-    if (files.Exists(name)) continue;
-    return files.Rename(pgn_file, name) ? name : "";
-  }
-  return "";
 }
 
 }  // namespace tarvendo

@@ -42,8 +42,4 @@ void RemoveClaim(FileSystem& files, const GameOrder& order);
 /// names it, with FilesPath as it was typed. One that cannot be renamed is left under its own name.
 void LeaveRecord(const Tourney& tourney, FileSystem& files, const GameOrder& order);
 
-/// Renames a record out of the way, to gN.KIND.PGN (gN.KIND2.PGN and so on when there is one).
-/// Returns the new name; empty when that failed.
-std::string SetRecordAside(FileSystem& files, const std::string& pgn_file, const std::string& kind);
-
 }  // namespace tarvendo

@@ -15,7 +15,7 @@
 #include "base/whole_file.h"
 #include "platform/files.h"
 #include "platform/line_ends.h"
-#include "runner/adoption.h"
+#include "runner/record_aside.h"
 #include "tourney/tourney.h"
 #include "tourney/tourney_file.h"
 

@@ -38,7 +38,10 @@ PlayLoop::PlayLoop(TourneyRoom& room, GameHost& host, const PlayPace& pace)
       host_(host),
       pace_(pace),
       referee_(room.host, pace.referee),
-      directory_(room.host.files) {}
+      directory_(room.host.files) {
+  const Hold hold = room.shared.Take();
+  referee_.GoBeforeSavesOf(room.file.With(hold));
+}
 
 std::optional<TimePoint> PlayLoop::Pass() {
   const TimePoint now = room_.host.clock.Steady();

@@ -92,6 +92,12 @@ bool MoveRoundOn(Tourney& tourney) {
 
 }  // namespace
 
+void Referee::GoBeforeSavesOf(TourneyFile& file) {
+  file.SetBeforeSave([group = std::weak_ptr(pgn_)](const Tourney& tourney) {
+    if (const auto pgn = group.lock()) pgn->Write(tourney);
+  });
+}
+
 bool Referee::Judge(Tourney& tourney, TourneyFile& file, RunningGames& running,
                     const GameOutcome& outcome) {
   AnnounceEnd(outcome.end);
@@ -124,7 +130,7 @@ void Referee::TakeOver(Tourney& tourney, const GameOutcome& outcome) {
     tourney.Change(game)->status = kReady;
     return;
   }
-  TakeResult(tourney, pgn_, game, *outcome.pgn, outcome.order.pgn_file);
+  TakeResult(tourney, *pgn_, game, *outcome.pgn, outcome.order.pgn_file);
   if (pace_ == RefereePace::kAtOnce) {
     WritePage(tourney);
   } else {
@@ -150,9 +156,9 @@ void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file, const RunningGam
     RemoveIfThere(host_.files, claim);
     return true;
   });
-  pgn_.Write(tourney);
+  pgn_->Write(tourney);
   if (file.HasChanged(tourney) && !file.AutoSave(tourney)) return;
-  pgn_.Rescue();
+  pgn_->Rescue();
   for (const Settled& settled : settled_) {
     // A load between the result and this save has made the game one to be played, and it is.
     if (running.HasNumber(settled.order.number)) continue;

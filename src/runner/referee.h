@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "platform/clock.h"
@@ -27,7 +28,12 @@ class Referee {
   Referee(const Host& host, RefereePace pace)
       : host_(host),
         pace_(pace),
-        pgn_(host.files, pace == RefereePace::kAtOnce ? PgnPace::kAtOnce : PgnPace::kTogether) {}
+        pgn_(std::make_shared<PgnGroup>(
+            host.files, pace == RefereePace::kAtOnce ? PgnPace::kAtOnce : PgnPace::kTogether)) {}
+
+  /// Sees to it that every save of the file, whoever asks for it, finds the games whose results it
+  /// holds in the tourney's PGN file.
+  void GoBeforeSavesOf(TourneyFile& file);
 
   /// Judges one outcome and takes the game out of `running`. A game that the tourney no longer has
   /// SPOOLED under that number and with these players is left alone: its record is kept as
@@ -62,7 +68,7 @@ class Referee {
 
   Host host_;
   RefereePace pace_;
-  PgnGroup pgn_;
+  std::shared_ptr<PgnGroup> pgn_;
   std::vector<Settled> settled_;
   std::vector<std::string> held_claims_;  ///< of judged games whose processes hang
   bool is_table_due_ = false;

@@ -1,6 +1,9 @@
 #include "tourney/colour_state.h"
 
-#include "tourney/tourney.h"
+#include <cstddef>
+
+#include "players/player.h"
+#include "tourney/game.h"
 
 namespace tarvendo {
 namespace {
@@ -11,12 +14,11 @@ struct ColourCount {
   bool last_was_white = false;
 };
 
-ColourCount CountColours(const Tourney& tourney, const Player& player) {
+ColourCount CountColours(const std::vector<Game>& games, const Player& player) {
   ColourCount count;
   for (const int index : player.games) {
-    const Game* game = tourney.GameAt(index);
-    if (game == nullptr) continue;
-    count.last_was_white = game->white == player.number;
+    if (index < 0 || static_cast<std::size_t>(index) >= games.size()) continue;
+    count.last_was_white = games[static_cast<std::size_t>(index)].white == player.number;
     ++(count.last_was_white ? count.white : count.black);
   }
   return count;
@@ -33,14 +35,8 @@ int WishAfter(const ColourCount& count) {
 
 }  // namespace
 
-void UpdateColourState(const Tourney& tourney, Player& player) {
-  if (!tourney.IsSwiss()) return;
-  player.colour_state =
-      IsLastSwissRound(tourney) ? kNoColourWish : WishAfter(CountColours(tourney, player));
-}
-
-bool IsLastSwissRound(const Tourney& tourney) {
-  return tourney.IsSwiss() && tourney.State().round == tourney.Settings().rounds;
+int ColourWish(const std::vector<Game>& games, const Player& player) {
+  return WishAfter(CountColours(games, player));
 }
 
 }  // namespace tarvendo

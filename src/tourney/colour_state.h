@@ -1,19 +1,16 @@
 #pragma once
 
+#include <vector>
+
 namespace tarvendo {
 
+class Game;
 class Player;
-class Tourney;
 
-/// Sets the participant's wish for a colour (players/player.h) from its history, after a game was
-/// added to it. With w games as White and b as Black: none in the last round of a Swiss tourney;
-/// weak for the other colour than that of the last game when w = b; medium for the colour it had
-/// once less often; absolute when it had it at least twice less often. Does nothing in a round
-/// robin.
-void UpdateColourState(const Tourney& tourney, Player& player);
-
-/// Whether the current round is the last one of a Swiss tourney, in which colours never block a
-/// pair.
-bool IsLastSwissRound(const Tourney& tourney);
+/// The wish for a colour (players/player.h) that the participant has from its history in a Swiss
+/// tourney; `games` are all of the tourney. With w games as White and b as Black: weak for the
+/// other colour than that of the last game when w = b; medium for the colour it had once less
+/// often; absolute when it had it at least twice less often.
+int ColourWish(const std::vector<Game>& games, const Player& player);
 
 }  // namespace tarvendo

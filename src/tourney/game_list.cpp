@@ -1,5 +1,6 @@
 #include "tourney/game_list.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "base/log.h"
@@ -7,7 +8,6 @@
 #include "base/whole_file.h"
 #include "platform/files.h"
 #include "play/claim.h"
-#include "tourney/participants.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {
@@ -55,6 +55,14 @@ std::string StatusAndResultColumns(const Game& game) {
     default:
       return "";
   }
+}
+
+int LongestName(const Tourney& tourney) {
+  std::size_t longest = 0;
+  for (const Player& player : tourney.Participants()) {
+    longest = std::max(longest, player.texts.name.size());
+  }
+  return static_cast<int>(longest);
 }
 
 /// A width below 6 is computed anew, however often that gives the same.
@@ -108,6 +116,10 @@ bool Matches(const Game& game, const GameFilter& filter) {
          IsUnsetOr(filter.white, game.white) && IsUnsetOr(filter.black, game.black) &&
          IsUnsetOr(filter.round, game.round) && IsUnsetOr(filter.sub_round, game.sub_round) &&
          IsUnsetOr(filter.status, game.status) && IsUnsetOr(filter.result, game.result);
+}
+
+void ComputeNameWidth(Tourney& tourney) {
+  tourney.name_width = std::max(LongestName(tourney), 4);
 }
 
 std::string GameLine(Tourney& tourney, const Game& game) {

@@ -25,6 +25,9 @@ struct GameFilter {
 /// Whether the game passes every criterion of the filter (or the filter takes all).
 bool Matches(const Game& game, const GameFilter& filter);
 
+/// Sets the width of the names in the one-line form of a game: the longest name, but at least 4.
+void ComputeNameWidth(Tourney& tourney);
+
 /// "%3d. Round %d-%d  %2d.%-12s - %2d.%-12s   -" with the names as wide as the tourney's NameWidth
 /// (which is computed anew when it is below 6), and the status and result columns; ends in a line
 /// feed.

@@ -44,14 +44,6 @@ std::string OpponentEntry(const Game& game, const Player& player, int index) {
                 is_black ? game.white : game.black, index);
 }
 
-int LongestName(const Tourney& tourney) {
-  std::size_t longest = 0;
-  for (const Player& player : tourney.Participants()) {
-    longest = std::max(longest, player.texts.name.size());
-  }
-  return static_cast<int>(longest);
-}
-
 void ReplacePlayerNumber(Tourney& tourney, int from, int to) {
   for (Game& game : tourney.ChangeGames()) {
     if (game.white == from) game.white = to;
@@ -171,10 +163,6 @@ bool RemoveParticipant(Tourney& tourney, FileSystem& files, int number) {
   ComputeNameWidth(tourney);
   RenumberBehind(tourney, number);
   return true;
-}
-
-void ComputeNameWidth(Tourney& tourney) {
-  tourney.name_width = std::max(LongestName(tourney), 4);
 }
 
 }  // namespace tarvendo

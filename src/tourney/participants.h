@@ -45,7 +45,4 @@ int FindPlayer(const Tourney& tourney, const std::string& text);
 /// spooled games still carry the old participants: the caller spools them again.
 bool RemoveParticipant(Tourney& tourney, FileSystem& files, int number);
 
-/// Sets the width of the names in the one-line form of a game: the longest name, but at least 4.
-void ComputeNameWidth(Tourney& tourney);
-
 }  // namespace tarvendo

@@ -111,7 +111,8 @@ void Tourney::AddGame(int white, int black, int game_round, int sub_round) {
   for (Player* player : {white_player, black_player}) {
     if (player == nullptr) continue;
     player->games.push_back(index);
-    UpdateColourState(*this, *player);
+    if (!IsSwiss()) continue;
+    player->colour_state = IsLastSwissRound() ? kNoColourWish : ColourWish(games_, *player);
   }
 }
 

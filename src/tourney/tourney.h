@@ -68,6 +68,10 @@ class Tourney {
  public:
   bool IsSwiss() const { return settings_.type == kSwiss; }
 
+  /// Whether the current round is the last one of a Swiss tourney, in which colours never block a
+  /// pair.
+  bool IsLastSwissRound() const { return IsSwiss() && state_.round == settings_.rounds; }
+
   const TourneySettings& Settings() const { return settings_; }
   Edit<TourneySettings> ChangeSettings() { return {settings_, version_}; }
 

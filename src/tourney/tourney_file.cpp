@@ -66,6 +66,7 @@ bool TourneyFile::Save(const Tourney& tourney, const std::string& name) {
 }
 
 bool TourneyFile::Write(const Tourney& tourney) {
+  if (before_save_) before_save_(tourney);
   RecordWriter writer;
   writer.WriteString(kHeader);
   tourney.WriteRecord(writer, name_);

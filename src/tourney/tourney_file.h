@@ -2,9 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "platform/files.h"
 
@@ -47,6 +49,11 @@ class TourneyFile {
   /// name that stands in that file is the one for saves without a name, so that a load of it leads
   /// back to the tourney's own file. False on failure.
   bool SaveBeside(const Tourney& tourney, const std::string& directory, const std::string& path);
+
+  /// Has `before_save` called before each save to the file: for what must be on the disk first.
+  void SetBeforeSave(std::function<void(const Tourney&)> before_save) {
+    before_save_ = std::move(before_save);
+  }
 
   /// With AutoSave on, saves without a name; prints "Saving tourney failed!\n" when that fails. A
   /// file that another program has changed since it was loaded or saved here is not replaced: this
@@ -92,6 +99,7 @@ class TourneyFile {
   void ReportCutText(const std::string& text);
 
   FileSystem& files_;
+  std::function<void(const Tourney&)> before_save_;
   std::string name_;
   std::string path_;                            ///< of the file with that name
   std::string directory_;                       ///< from which the name is meant

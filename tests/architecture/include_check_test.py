@@ -109,6 +109,37 @@ class IncludeCheck(unittest.TestCase):
     def test_a_file_that_includes_itself_is_a_circle(self):
         self.expect_bad({"src/base/a.h": '#include "base/a.h"\n'}, "src/base/a.h:1: files")
 
+    def test_units_in_a_circle_are_named(self):
+        self.expect_bad({
+            "src/base/a.h": "\n",
+            "src/base/a.cpp": '#include "base/a.h"\n#include "base/b.h"\n',
+            "src/base/b.h": "\n",
+            "src/base/b.cpp": '#include "base/b.h"\n\n#include "base/c.h"\n',
+            "src/base/c.h": '#include "base/a.h"\n',
+        }, "src/base/c.h:1: units include each other in a circle: base/a -> base/b -> base/c -> base/a")
+
+    def test_a_source_that_needs_who_needs_its_header_is_a_circle_of_units(self):
+        self.expect_bad({
+            "src/base/a.h": "\n",
+            "src/base/a.cpp": '#include "base/b.h"\n',
+            "src/base/b.h": '#include "base/a.h"\n',
+        }, "src/base/b.h:1: units include each other in a circle: base/a -> base/b -> base/a")
+
+    def test_a_source_and_its_header_are_one_unit_and_no_circle(self):
+        self.expect_good({
+            "src/base/a.h": "\n",
+            "src/base/a.cpp": '#include "base/a.h"\n#include "base/b.h"\n',
+            "src/base/b.h": "\n",
+            "src/base/b.cpp": '#include "base/b.h"\n',
+        })
+
+    def test_what_stands_in_a_hosts_folder_is_a_unit_of_its_own(self):
+        self.expect_good({
+            "src/platform/files.h": "\n",
+            "src/platform/posix/files.cpp": '#include "platform/files.h"\n#include "platform/posix/lock.h"\n',
+            "src/platform/posix/lock.h": '#include "platform/files.h"\n',
+        })
+
     def test_folders_in_a_circle_are_named(self):
         self.expect_bad({
             "src/base/a.h": '#include "base/deep/b.h"\n',

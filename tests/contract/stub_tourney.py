@@ -162,11 +162,16 @@ class Tourney:
         if must_be_over and collected:
             raise BrokenPromise(f"the PGN file holds something twice or in halves: {collected!r}")
 
-    def collected_again(self):
-        """How many games stand in the PGN file more than once."""
+    def check_collected(self):
+        """Raises when the tourney's PGN file is not made of all games, each once."""
         collected = self.read("default.pgn")
-        games = read_tourney(self.directory / "tourney.ini")
-        return sum(collected.count(merged_pgn(game)) > 1 for game in games)
+        for game in read_tourney(self.directory / "tourney.ini"):
+            times = collected.count(merged_pgn(game))
+            if times != 1:
+                raise BrokenPromise(f"game {game['number']} stands in the PGN file {times} times")
+            collected = collected.replace(merged_pgn(game), "")
+        if collected:
+            raise BrokenPromise("something else stands in the PGN file")
 
     def check_plays(self):
         """Raises when the stand-in complained, or a game was not started exactly once."""

@@ -4,7 +4,7 @@
 The second one is started in the same directory, on the same tourney, while the first one plays: it waits and says so. When the
 first one has played everything, the second finds that the tourney's file is another one than it has loaded, says so and
 stops its runner. Every game was started once, has its result, and stands in the tourney's PGN file once. The same is
-true of the games when both are started at the same moment; then the second may find out before it has to wait.
+true of the games when both are started at the same moment; then either may be the one that stops.
 """
 
 import argparse
@@ -53,8 +53,7 @@ class Player:
 def check_tourney(tourney):
     tourney.check(must_be_over=True)
     tourney.check_plays()
-    if tourney.collected_again():
-        raise BrokenPromise("a game stands in the PGN file twice")
+    tourney.check_collected()
     left = [path.name for path in tourney.directory.iterdir() if path.suffix in (".run", ".lock", ".new")]
     if left:
         raise BrokenPromise(f"left behind: {', '.join(sorted(left))}")
@@ -95,7 +94,9 @@ def start_together(tourney):
     for player in players:
         player.await_end()
     check_tourney(tourney)
-    check_outputs(*sorted((player.output() for player in players), key=lambda text: IS_CHANGED in text))
+    stopped = [player.output() for player in players if IS_CHANGED in player.output()]
+    if len(stopped) != 1 or STOPS not in stopped[0]:
+        raise BrokenPromise("not exactly one of the programs has found the tourney changed and stopped")
 
 
 def play(options, prepared, meet, number):

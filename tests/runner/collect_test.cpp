@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "runner/mortal_file_system.h"
+#include "runner/pgn_text.h"
 #include "runner/referee.h"
 #include "runner/small_tourney.h"
 #include "runner/spool.h"

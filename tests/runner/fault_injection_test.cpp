@@ -6,6 +6,7 @@
 
 #include "runner/collect.h"
 #include "runner/pgn_journal.h"
+#include "runner/pgn_text.h"
 #include "runner/running_games.h"
 #include "runner/small_tourney.h"
 #include "runner/spool.h"

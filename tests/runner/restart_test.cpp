@@ -296,6 +296,39 @@ TEST_F(PlayGames, AGameThatIsBegunAnewBeforeItsResultWasSavedKeepsItsClaim) {
   EXPECT_TRUE(machine.files.IsLocked("/t/g1.run"));
 }
 
+// With many games at once the results of a moment are written together, but somebody else may save
+// before.
+TEST_F(PlayGames, NoSaveHoldsAResultWhoseGameIsNotInTheTourneysPgn) {
+  play_pace_.referee = RefereePace::kInGroups;
+  Restart(2);
+  Pass();
+  machine.clock.Advance(seconds(2));
+  Pass();
+  EndGame(1, "1-0");
+  machine.clock.Advance(seconds(2));
+  Pass();
+  ASSERT_EQ(GameNumber(1).status, kReady);
+  EXPECT_EQ(machine.files.Bytes("/t/all.pgn"), "") << "it waits for others";
+  ASSERT_TRUE(file.Save(tourney, "/t/tourney.ini"));
+  EXPECT_NE(machine.files.Bytes("/t/all.pgn").find("[Number \"1\"]"), std::string::npos);
+}
+
+TEST_F(Restarts, ClearUpAfterACollectedGameWhoseJournalHasGoneWithAnotherSave) {
+  const std::string claim = machine.files.Bytes("/t/g1.run");
+  EndGame(1, "1-0");
+  const std::string record = machine.files.Bytes("/t/g1.PGN");
+  PassTime(seconds(3));
+  ASSERT_EQ(GameNumber(1).status, kReady);
+  machine.files.Remove("/t/all.pgn.journal");
+  machine.files.Put("/t/g1.PGN", record);
+  machine.files.Put("/t/g1.run", claim);
+  EndProcesses();
+  Restart();
+  Pass();
+  for (const char* name : {"/t/g1.PGN", "/t/g1.run", "/t/g1.left.PGN"})
+    EXPECT_FALSE(machine.files.Has(name)) << name;
+}
+
 /// Commands of the user while game 1 is being played.
 class WhileAGameIsPlayed : public PlayGames {
  protected:

@@ -40,14 +40,14 @@ TEST_F(ColourStateTest, TwoMoreOfAColourGiveAnAbsoluteWish) {
 
 TEST_F(ColourStateTest, InTheLastRoundThereIsNoWish) {
   tourney.ChangeSettings()->rounds = 1;
-  EXPECT_TRUE(IsLastSwissRound(tourney));
+  EXPECT_TRUE(tourney.IsLastSwissRound());
   EXPECT_EQ(WishAfter("WW"), 2);
 }
 
 TEST_F(ColourStateTest, ARoundRobinLeavesTheWishAlone) {
   tourney.ChangeSettings()->type = kRoundRobin;
   tourney.ChangeSettings()->rounds = 1;
-  EXPECT_FALSE(IsLastSwissRound(tourney));
+  EXPECT_FALSE(tourney.IsLastSwissRound());
   EXPECT_EQ(WishAfter("WW"), 2);
   tourney.Change(*tourney.FindParticipant(1))->colour_state = 9;
   EXPECT_EQ(WishAfter("W"), 9);
