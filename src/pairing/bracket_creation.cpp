@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "platform/faults.h"
+
 namespace tarvendo {
 namespace {
 
@@ -88,6 +90,7 @@ std::vector<Bracket> PairUpBands(const PairingField& field, int highest, int wid
 void MoveLonePlayers(const PairingField& field, Bracket& bracket, Bracket& next) {
   std::vector<std::size_t> lone;
   for (std::size_t place = 0; place < bracket.Size(); ++place) {
+    EndWhenAsked();
     if (!HasPossiblePartner(field, bracket, place)) lone.push_back(place);
   }
   for (std::size_t moved = 0; moved < lone.size(); ++moved) {
@@ -100,6 +103,7 @@ void MoveLonePlayers(const PairingField& field, Bracket& bracket, Bracket& next)
 
 bool HasLonePlayer(const PairingField& field, const Bracket& bracket) {
   for (std::size_t place = 0; place < bracket.Size(); ++place) {
+    EndWhenAsked();
     if (!HasPossiblePartner(field, bracket, place)) return true;
   }
   return false;
