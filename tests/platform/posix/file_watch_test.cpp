@@ -1,67 +1,89 @@
 #include "platform/file_watch.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
+#include <atomic>
 #include <filesystem>
 #include <fstream>
-#include <set>
-#include <string>
+#include <future>
+#include <iterator>
 
+#include "platform/posix/open_descriptors.h"
 #include "platform/scratch_directory.h"
 
 namespace tarvendo {
 namespace {
 
-/// The numbers of the directories that the kernel watches for this process.
-std::set<std::string> WatchedDirectories() {
-  std::set<std::string> numbers;
-  for (const auto& info : std::filesystem::directory_iterator("/proc/self/fdinfo")) {
-    std::ifstream lines(info.path());
-    for (std::string line; std::getline(lines, line);) {
-      if (line.starts_with("inotify wd:")) numbers.insert(line.substr(0, line.find(" ino:")));
-    }
+TEST(PosixWatches, ManyWatchesLeaveNoDescriptorBehind) {
+  const ScratchDirectory directory;
+  const auto watches = MakeFileWatches();
+  const auto kept = watches->Watch(directory.File("kept"), [] {});
+  ASSERT_NE(kept, nullptr);
+  const auto before = OpenDescriptors();
+  for (int i = 0; i < 20000; ++i) {
+    ASSERT_NE(watches->Watch(directory.File("a"), [] {}), nullptr) << i;
   }
-  return numbers;
+  EXPECT_EQ(OpenDescriptors(), before);
 }
 
-class PosixWatches : public testing::Test {
- protected:
-  std::unique_ptr<FileWatch> Watch(const std::string& path) {
-    auto watch = watches_->Watch(path, [] {});
-    EXPECT_NE(watch, nullptr);
-    return watch;
-  }
-
-  ScratchDirectory directory_;
-  std::unique_ptr<FileWatches> watches_ = MakeFileWatches();
-};
-
-TEST_F(PosixWatches, ADirectoryIsWatchedOnFromOneGameToTheNext) {
-  auto watch = Watch(directory_.File("winboard.debug"));
-  const auto first = WatchedDirectories();
-  ASSERT_EQ(first.size(), 1U);
-  for (int game = 2; game < 9; ++game) {
-    watch.reset();
-    const std::string place = directory_.Path() + "/g" + std::to_string(game) + ".place";
-    std::filesystem::create_directory(place);
-    Watch(place + "/winboard.debug").reset();
-    EXPECT_EQ(WatchedDirectories(), first) << "a game's own directory is not kept";
-    watch = Watch(directory_.File("winboard.debug"));
-    EXPECT_EQ(WatchedDirectories(), first);
-  }
+TEST(PosixWatches, NothingIsOpenedBeforeTheFirstWatchButWhatWakesTheThread) {
+  const auto before = OpenDescriptors();
+  const auto watches = MakeFileWatches();
+  EXPECT_EQ(OpenDescriptors(), before + 1);
 }
 
-TEST_F(PosixWatches, ADirectoryThatHasGoneIsNotKept) {
-  const std::string place = directory_.Path() + "/place";
-  for (int i = 0; i < 5; ++i) {
-    std::filesystem::create_directory(place);
-    auto watch = Watch(place + "/winboard.debug");
-    if (i % 2 == 0) watch.reset();
-    std::filesystem::remove(place);
-    while (!WatchedDirectories().empty())
-      usleep(100);
+/// The kernel keeps so many notices at the most, and then throws away what comes.
+int MostNotices() {
+  int most = 0;
+  std::ifstream("/proc/sys/fs/inotify/max_queued_events") >> most;
+  return most;
+}
+
+TEST(PosixWatches, WhenNoticesAreLostEverybodyIsTold) {
+  const ScratchDirectory directory;
+  const auto watches = MakeFileWatches();
+  std::promise<void> is_blocked;
+  std::promise<void> go_on;
+  std::promise<void> told;
+  std::atomic<bool> is_first = true;
+  std::atomic<bool> is_told = false;
+  const auto blocking = watches->Watch(directory.File("first"), [&] {
+    if (!is_first.exchange(false)) return;
+    is_blocked.set_value();
+    go_on.get_future().wait();
+  });
+  const auto watch = watches->Watch(directory.File("last"), [&] {
+    if (!is_told.exchange(true)) told.set_value();
+  });
+  ASSERT_NE(watch, nullptr);
+  directory.Put("first", "");
+  is_blocked.get_future().wait();
+  std::ofstream one(directory.Path() + "/one");
+  std::ofstream two(directory.Path() + "/two");
+  for (int i = 0; i < MostNotices(); ++i) {
+    one << 'x' << std::flush;
+    two << 'x' << std::flush;
   }
+  directory.Put("last", "lost");
+  go_on.set_value();
+  told.get_future().wait();
+}
+
+TEST(PosixWatches, TheEndOfTheDirectoryIsTold) {
+  const ScratchDirectory directory;
+  std::filesystem::create_directory(directory.Path() + "/d");
+  const auto watches = MakeFileWatches();
+  std::promise<void> told;
+  std::atomic<bool> is_told = false;
+  auto watch = watches->Watch(directory.File("d\\a"), [&] {
+    if (!is_told.exchange(true)) told.set_value();
+  });
+  ASSERT_NE(watch, nullptr);
+  std::filesystem::remove(directory.Path() + "/d");
+  told.get_future().wait();
+  watch.reset();
+  std::filesystem::create_directory(directory.Path() + "/d");
+  EXPECT_NE(watches->Watch(directory.File("d\\a"), [] {}), nullptr);
 }
 
 }  // namespace
