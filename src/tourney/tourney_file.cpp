@@ -109,7 +109,7 @@ bool TourneyFile::Load(Tourney& tourney, const std::string& name) {
     PrintText(TooLongMessage(place_.path, kTourneyFileLimit));
     return false;
   }
-  RecordReader reader(read.text ? *read.text : std::string_view());
+  RecordReader reader(read.text ? *read.text : std::string_view(), most_empty_records_);
   std::string header;
   reader.ReadString(header);
   if (header != kHeader) {

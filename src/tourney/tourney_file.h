@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "base/record_file.h"
 #include "platform/files.h"
 
 namespace tarvendo {
@@ -26,7 +27,9 @@ class TourneyFile {
   static constexpr const char* kEmergencyName = "emergency.ini";
   static constexpr const char* kOldEmergencyName = "emergency.old.ini";
 
-  explicit TourneyFile(FileSystem& files) : files_(files) {}
+  /// `most_empty_records`: as RecordReader counts them.
+  explicit TourneyFile(FileSystem& files, int most_empty_records = kMostEmptyRecords)
+      : files_(files), most_empty_records_(most_empty_records) {}
 
   /// The name of a save without a name, as it was typed; empty when none was given so far.
   const std::string& Name() const { return place_.name; }
@@ -113,6 +116,7 @@ class TourneyFile {
   void ReportCutText(const std::string& text);
 
   FileSystem& files_;
+  int most_empty_records_;
   std::function<void(const Tourney&)> before_save_;
   Place place_;
   std::optional<Content> known_;                ///< what was loaded or saved last

@@ -11,8 +11,8 @@ namespace tarvendo {
 namespace {
 
 // More than any tourney has; without a limit a damaged file fills the memory.
-constexpr std::size_t kMostParticipants = 1000000;
-constexpr std::size_t kMostGames = 4000000;
+constexpr std::size_t kMostParticipantsRead = 1000000;
+constexpr std::size_t kMostGamesRead = 4000000;
 
 /// A record without any text, to be read into.
 Game BlankGame() {
@@ -77,7 +77,7 @@ bool ReadList(RecordReader& reader, std::size_t most, const Record& blank, const
 
 bool ReadParticipants(RecordReader& reader, std::vector<Player>& participants) {
   std::size_t places = 0;
-  return ReadList(reader, kMostParticipants, Player(), [&](Player player) {
+  return ReadList(reader, kMostParticipantsRead, Player(), [&](Player player) {
     places += player.games.size();
     participants.push_back(std::move(player));
     return places <= kMostPlaces;
@@ -85,7 +85,7 @@ bool ReadParticipants(RecordReader& reader, std::vector<Player>& participants) {
 }
 
 bool ReadGames(RecordReader& reader, std::vector<Game>& games) {
-  return ReadList(reader, kMostGames, BlankGame(), [&](Game game) {
+  return ReadList(reader, kMostGamesRead, BlankGame(), [&](Game game) {
     games.push_back(std::move(game));
     return true;
   });

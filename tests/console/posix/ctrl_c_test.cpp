@@ -1,5 +1,5 @@
-// Whoever asks the program to end while a command works on a huge input does not wait for the end of
-// that input. Here the program is asked before the command begins, so that a command that looks
+// Whoever asks the program to end while a command works on a huge input does not wait for the end
+// of that input. Here the program is asked before the command begins, so that a command that looks
 // leaves everything as it was, and one that does not would do its work.
 
 #include <gtest/gtest.h>
@@ -69,12 +69,29 @@ class CtrlCDeathTest : public TypedCommands {
 
 TEST_F(CtrlCDeathTest, NoCommandOfARoundRobinGoesOnToTheEndOfItsInput) {
   PutTourney();
-  for (const char* line :
-       {"load /t/other.ini", "readplayers /t/players.txt", "available", "addallplayers",
-        "addgroup strong", "showplayers", "showplayers A", "removeplayer 2", "forfeitplayer 1",
-        "showgames", "removegames -all", "spool -all", "spool -round 1", "spool -player 1",
-        "respool", "unspool", "replay", "getallresults", "table", "table /t/my.htm", "texttable",
-        "createrrgames", "reset"}) {
+  for (const char* line : {"load /t/other.ini",
+                           "readplayers /t/players.txt",
+                           "available",
+                           "addallplayers",
+                           "addgroup strong",
+                           "showplayers",
+                           "showplayers A",
+                           "removeplayer 2",
+                           "forfeitplayer 1",
+                           "showgames",
+                           "removegames -all",
+                           "spool -all",
+                           "spool -round 1",
+                           "spool -player 1",
+                           "respool",
+                           "unspool",
+                           "replay",
+                           "getallresults",
+                           "table",
+                           "table /t/my.htm",
+                           "texttable",
+                           "createrrgames",
+                           "reset"}) {
     ExpectEndsEarly(line);
   }
 }
@@ -110,7 +127,8 @@ class AskedWhileReading : public MemoryFileSystem {
 TEST_F(CtrlCDeathTest, ALoadThatIsBrokenOffLeavesTourneyAndName) {
   const auto load = [this] {
     AskedWhileReading files;
-    files.Put("/home/big.ini", "TOURNEY_FILE\n" + std::string(27, '\n') + "3\n" + std::string(99, '\n'));
+    files.Put("/home/big.ini",
+              "TOURNEY_FILE\n" + std::string(27, '\n') + "3\n" + std::string(99, '\n'));
     TourneyFile own(files);
     own.SetName("own.ini");
     const std::size_t participants = tourney.Participants().size();
