@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "base/text.h"
 #include "tourney/rounds.h"
 #include "tourney/tourney.h"
 
@@ -16,7 +17,7 @@ constexpr std::size_t kMostTold = 20;
 std::string NumbersOf(const std::vector<int>& games) {
   std::string numbers;
   for (std::size_t i = 0; i < std::min(games.size(), kMostTold); ++i)
-    numbers += " " + std::to_string(games[i]);
+    numbers += Format(" %d", games[i]);
   return numbers + (games.size() > kMostTold ? " ..." : "");
 }
 
@@ -32,12 +33,11 @@ std::string GamesWithoutResult(const Tourney& tourney) {
   }
   std::string lines;
   if (!unplayed.empty()) {
-    lines += "Games not played: " + std::to_string(unplayed.size()) + ":" + NumbersOf(unplayed) +
-             "\n";
+    lines += Format("Games not played: %zu:", unplayed.size()) + NumbersOf(unplayed) + "\n";
   }
   if (!unknown.empty()) {
-    lines += "Games played without a result: " + std::to_string(unknown.size()) + ":" +
-             NumbersOf(unknown) + " ('replay' plays them again)\n";
+    lines += Format("Games played without a result: %zu:", unknown.size()) + NumbersOf(unknown) +
+             " ('replay' plays them again)\n";
   }
   return lines;
 }
@@ -45,10 +45,9 @@ std::string GamesWithoutResult(const Tourney& tourney) {
 std::string MissingRounds(const Tourney& tourney) {
   const int rounds = RoundsWithoutGames(tourney);
   if (rounds == 0) return "";
-  return "Rounds not paired: " + std::to_string(rounds) + " of " +
-         std::to_string(LastSwissRound(tourney)) +
-         (tourney.Settings().auto_run != 0 ? "\n"
-                                           : " (AutoRun is off; 'set autorun on' pairs them)\n");
+  const bool pairs_itself = tourney.Settings().auto_run != 0;
+  return Format("Rounds not paired: %d of %d%s\n", rounds, LastSwissRound(tourney),
+                pairs_itself ? "" : " (AutoRun is off; 'set autorun on' pairs them)");
 }
 
 }  // namespace

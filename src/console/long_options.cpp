@@ -13,6 +13,13 @@ constexpr std::array kLongOptions = {
     LongOption{"--wait", "", &StartUp::waits,
                "at the end of the input, wait until all games have\n"
                "been played"},
+    LongOption{"--resume", "FILE", PathValue{&StartUp::resume},
+               "go on with the tourney in FILE, saving to FILE, until\n"
+               "nothing is left to play; no game is replayed"},
+    LongOption{"--exit-code", "", &StartUp::gives_code,
+               "with --wait (--resume does so by itself) end with 0:\n"
+               "every game has a result; 3: some have none, or the\n"
+               "runner stopped itself; 4: ended by Ctrl-C or a signal"},
     LongOption{"--games", "N", NumberValue{&StartUp::games, 512},
                "play N games at a time, without waits between them"},
     LongOption{"--patience", "MINUTES", NumberValue{&StartUp::patience, 100000},
@@ -35,7 +42,8 @@ constexpr const char* kHelpFoot =
     "Examples:\n"
     "  tarvendo                           type commands\n"
     "  tarvendo go.txt -c                 read go.txt, then type commands\n"
-    "  tarvendo go.txt --wait --games 4   read go.txt, play four games at a time, end\n";
+    "  tarvendo go.txt --wait --games 4   read go.txt, play four games at a time, end\n"
+    "  tarvendo --resume first.ini        play what is left of a tourney, end\n";
 
 /// Where the explanations begin.
 constexpr std::size_t kHelpColumn = 24;
