@@ -31,10 +31,10 @@ TEST_F(Resume, LoadsSpoolsAndSwitchesTheRunnerOnAndSavesToTheFileThatWasLoaded) 
             "Game 1 spooled.\nGame 3 spooled.\n"
             "\n***************\nRunner started.\n***************\n> ");
   EXPECT_TRUE(tourney.Switch().IsRunning());
+  EXPECT_FALSE(file.HasChanged(tourney)) << "what was spooled is saved";
   EXPECT_EQ(GameNumber(2).status, kReady) << "it has no result, and nothing is replayed";
   EXPECT_NE(machine.files.Bytes("/t/cup.ini").find("/t/cup.ini"), std::string::npos);
   EXPECT_EQ(machine.files.Bytes("/t/own.ini"), own);
-  EXPECT_FALSE(file.HasChanged(tourney));
 }
 
 TEST_F(Resume, AFileThatCannotBeLoadedLeavesTheTourneyAlone) {
