@@ -68,9 +68,12 @@ void Runner::RunPasses() {
   });
   if (ended_well) return;
   room_.shared.Break();
+  {
+    // Before anybody is asked to end, so that he knows that it was not the user who asked.
+    const std::lock_guard guard(mutex_);
+    has_died_ = true;
+  }
   RequestTermination();
-  const std::lock_guard guard(mutex_);
-  has_died_ = true;
   bell_->Ring();
 }
 

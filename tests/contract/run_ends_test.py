@@ -17,6 +17,7 @@ from stub_tourney import BrokenPromise, Tourney, add_options, games_between, mak
 
 PLAYERS = ("Alpha", "Beta", "Gamma")
 GAMES = games_between(len(PLAYERS))
+OUTPUT = "output.txt"
 RESUME = ["--resume", "tourney.ini"]
 COMPLETE, AS_EVER, INCOMPLETE, ENDED_BY_USER = 0, 1, 3, 4
 
@@ -24,12 +25,15 @@ COMPLETE, AS_EVER, INCOMPLETE, ENDED_BY_USER = 0, 1, 3, 4
 def start(tourney, words):
     environment = dict(os.environ, TZ="UTC0")
     environment.pop("COMSPEC", None)
-    return subprocess.Popen([str(tourney.program), *words], cwd=tourney.directory, env=environment,
-                            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+    # No pipe: a game that goes on would keep it open.
+    with open(tourney.directory / OUTPUT, "wb") as output:
+        return subprocess.Popen([str(tourney.program), *words], cwd=tourney.directory, env=environment,
+                                stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.STDOUT)
 
 
-def expect(process, code, what):
-    output, _ = process.communicate(timeout=60)
+def expect(tourney, process, code, what):
+    process.wait(timeout=60)
+    output = tourney.read(OUTPUT)
     if process.returncode != code:
         raise BrokenPromise(f"{what}: the exit code is {process.returncode} in place of {code}:\n{output}")
     return output
@@ -46,18 +50,18 @@ def break_off(tourney, words, number, code):
     tourney.await_file("stub_playing")
     plan_games(tourney, "")
     process.send_signal(number)
-    return expect(process, code, f"{' '.join(words)} and signal {number}")
+    return expect(tourney, process, code, f"{' '.join(words)} and signal {number}")
 
 
 def finish(tourney):
     """The game that goes on ends while the next program waits for it."""
     process = start(tourney, RESUME)
     tourney.write("stub_go", "")
-    expect(process, COMPLETE, "the next --resume")
+    expect(tourney, process, COMPLETE, "the next --resume")
     tourney.check(must_be_over=True)
     tourney.check_plays()
     tourney.check_collected()
-    if expect(start(tourney, RESUME), COMPLETE, "one more --resume").count("Starting game"):
+    if expect(tourney, start(tourney, RESUME), COMPLETE, "one more --resume").count("Starting game"):
         raise BrokenPromise("a tourney that was over has been played on")
 
 
@@ -102,7 +106,7 @@ def tells_of_a_file_that_another_program_changed(tourney):
     changed = tourney.read("tourney.ini").replace("My Own Winboard Tourney", "Somebody Else's")
     tourney.write("tourney.ini", changed)
     tourney.write("stub_go", "")
-    output = expect(process, INCOMPLETE, "a file that another program has changed")
+    output = expect(tourney, process, INCOMPLETE, "a file that another program has changed")
     if "The runner stopped itself.\n" not in output or tourney.read("tourney.ini") != changed:
         raise BrokenPromise(f"the change of another program was not told, or not left alone:\n{output}")
 
