@@ -12,7 +12,9 @@ namespace tarvendo {
 /// Pairs take players in twos, so the number of floaters that leave a bracket is odd or even
 /// whatever is chosen: as the number of players is up to and with that bracket. A search with up to
 /// k floaters hands on to the next bracket the largest number within k of that parity, and the next
-/// one the largest within that; a bracket whose first pass works needs one floater or none.
+/// one the largest within that; a bracket whose first pass works needs one floater or none. And no
+/// bracket lets more go than about half of its entries, those who came included (FloaterCounts): so
+/// a small bracket before a large one bounds what the large one can get from above.
 class FloaterLimits {
  public:
   /// For the brackets from `first` (0-based) on; floaters already in that one are among its
