@@ -25,25 +25,9 @@ class FloaterLimits {
   /// on).
   std::size_t Of(std::size_t place) const { return limits_[place - first_]; }
 
-  /// The farthest bracket (0-based) in which a floater that arrives in the bracket `place` can be
-  /// paired.
-  ///
-  /// Somebody who came as a floater and is moved on leaves his place in the list of arrivals
-  /// (bracket_task.h). The floaters before him must then pair the bracket down to two players,
-  /// which only works in a small one.
-  std::size_t FarthestFrom(std::size_t place) const { return farthest_[place - first_]; }
-
-  /// Whether every player can reach the last bracket.
-  bool ReachEverything() const;
-
  private:
-  void SetLimits(const std::vector<Bracket>& brackets, std::size_t most);
-  void SetFarthest(const std::vector<Bracket>& brackets);
-  bool CanPassThrough(const std::vector<Bracket>& brackets, std::size_t place) const;
-
   std::size_t first_;
   std::vector<std::size_t> limits_;
-  std::vector<std::size_t> farthest_;
 };
 
 /// How many floaters TryFloatDown tries in a bracket of so many entries: `first`, which is 0 or 1,
