@@ -11,6 +11,9 @@ namespace {
 
 constexpr std::array kLongOptions = {
     LongOption{"--wait", "", &StartUp::waits, "at the end, wait until all games have been played"},
+    LongOption{"--resume", "FILE", PathValue{&StartUp::resume},
+               "play what is left of the tourney in FILE, and end"},
+    LongOption{"--exit-code", "", &StartUp::gives_code, "tell by the exit code how it went"},
     LongOption{"--games", "N", NumberValue{&StartUp::games, 512},
                "play N games at a time, without waits between them"},
     LongOption{"--patience", "MINUTES", NumberValue{&StartUp::patience, 100000},
@@ -30,10 +33,15 @@ constexpr const char* kHelpFoot =
     "\n"
     "A value may also stand behind a \"=\": --games=4.\n"
     "\n"
+    "With --resume, and with --wait --exit-code, the exit code is 0 when every game has\n"
+    "a result, 3 when some have none, 4 after Ctrl-C or a signal. What makes no sense\n"
+    "is refused with 2.\n"
+    "\n"
     "Examples:\n"
     "  tarvendo                           type commands\n"
     "  tarvendo go.txt -c                 read go.txt, then type commands\n"
-    "  tarvendo go.txt --wait --games 4   read go.txt, play four games at a time, end\n";
+    "  tarvendo go.txt --wait --games 4   read go.txt, play four games at a time, end\n"
+    "  tarvendo --resume first.ini        play what is left of a tourney, end\n";
 
 /// Where the explanations begin.
 constexpr std::size_t kHelpColumn = 24;
