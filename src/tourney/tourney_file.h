@@ -27,6 +27,12 @@ class TourneyFile {
   static constexpr const char* kEmergencyName = "emergency.ini";
   static constexpr const char* kOldEmergencyName = "emergency.old.ini";
 
+  /// Whether a file of that name (with or without a directory) is one of these two.
+  static bool IsOfEmergency(const std::string& name);
+
+  /// Whether the file can be read and begins as a tourney file does.
+  static bool IsTourneyFile(FileSystem& files, const std::string& path);
+
   /// `most_empty_records`: as RecordReader counts them.
   explicit TourneyFile(FileSystem& files, int most_empty_records = kMostEmptyRecords)
       : files_(files), most_empty_records_(most_empty_records) {}
