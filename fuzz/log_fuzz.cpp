@@ -10,7 +10,8 @@ namespace {
 void DemandOutputArrives(CapturedLog& machine, const std::string& text) {
   machine.processes.on_shell = [&](const std::string&) { return text; };
   Demand(machine.log.RunShellCommand("x\n"));
-  const bool is_plain = text.find('\0') == std::string::npos && text.find('\r') == std::string::npos;
+  const bool is_plain =
+      text.find('\0') == std::string::npos && text.find('\r') == std::string::npos;
   if (is_plain) Demand(machine.TakeOutput().starts_with(text));
   Demand(!machine.files.Has("tmpfile.$$$"));
 }

@@ -21,7 +21,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Demand(start.error.find('\n') == std::string::npos);
   if (!start.error.empty()) return 0;
   Demand(start.games >= 0 && start.games <= 512 && start.patience >= 0);
-  Demand(start.script.empty() || std::find(words.begin(), words.end(), start.script) != words.end());
+  Demand(start.script.empty() ||
+         std::find(words.begin(), words.end(), start.script) != words.end());
   MemoryFileSystem files;
   MakePathsFull(start, files);
   return 0;

@@ -15,16 +15,15 @@ using namespace tarvendo;
 
 namespace {
 
-constexpr std::array kCommandsWithOptions = {"texttable",  "table",       "showgames",
-                                             "spool",      "removegames", "createbrackets",
-                                             "showplayers"};
+constexpr std::array kCommandsWithOptions = {"texttable",   "table",          "showgames",  "spool",
+                                             "removegames", "createbrackets", "showplayers"};
 
 struct Typist {
   std::string Type(const std::string& line) {
     CommandArgs args;
     args.Fill(line);
-    CommandContext context{line,         args, players,  game.machine.host, "/program/",
-                           game.tourney, file, brackets, running};
+    CommandContext context{line, args,     players, game.machine.host, "/program/", game.tourney,
+                           file, brackets, running};
     game.machine.TakeOutput();
     FindCommand(line)->run(context);
     return game.machine.TakeOutput();

@@ -53,7 +53,7 @@ class PlayerDatabase {
   /// Finds every name's place anew.
   void NotePlaces();
 
-  const std::size_t most_;
+  std::size_t most_;
   std::vector<Player> players_;
   std::unordered_map<std::string, std::size_t> places_;  ///< in the list, by name
 };
