@@ -11,6 +11,10 @@ namespace {
 constexpr const char* kDebugFile = "winboard.debug";
 constexpr std::string_view kPlace = ".place";
 
+std::string PlaceOf(const std::string& files_path, int number) {
+  return files_path + "g" + std::to_string(number) + std::string(kPlace);
+}
+
 /// The directory of the order's debug file, without its separator; empty when it is that of all
 /// games.
 std::string OwnDirectory(const GameOrder& order) {
@@ -35,7 +39,12 @@ std::string FirstDebugFile(const std::string& files_path) {
 }
 
 std::string OwnDebugFile(const std::string& files_path, int number) {
-  return files_path + "g" + std::to_string(number) + std::string(kPlace) + "\\" + kDebugFile;
+  return PlaceOf(files_path, number) + "\\" + kDebugFile;
+}
+
+std::string DebugFileOfBegun(FileSystem& files, const std::string& files_path, int number) {
+  const bool has_place = files.Exists(PlaceOf(files_path, number));
+  return has_place ? OwnDebugFile(files_path, number) : FirstDebugFile(files_path);
 }
 
 std::string PreparePlace(FileSystem& files, const GameOrder& order) {

@@ -19,6 +19,10 @@ std::string FirstDebugFile(const std::string& files_path);
 /// "g7.place\winboard.debug" behind FilesPath.
 std::string OwnDebugFile(const std::string& files_path, int number);
 
+/// Which of the two a game has that was begun, when nothing else tells it: its own where it has a
+/// directory.
+std::string DebugFileOfBegun(FileSystem& files, const std::string& files_path, int number);
+
 /// Makes the directory for the order's debug file and the copy of its batch file, when it has one
 /// of its own. Returns the batch file to be started; empty when that could not be made.
 std::string PreparePlace(FileSystem& files, const GameOrder& order);

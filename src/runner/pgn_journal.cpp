@@ -161,6 +161,16 @@ Journal FindJournal(const Tourney& tourney, FileSystem& files) {
   return none;
 }
 
+/// Whether the bytes are the beginning of the text, or were to be: some file systems leave NUL
+/// bytes where a power failure has caught what was being written.
+bool IsBeginning(std::string_view bytes, std::string_view text) {
+  if (bytes.empty() || bytes.size() > text.size()) return false;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    if (bytes[i] != text[i] && bytes[i] != '\0') return false;
+  }
+  return true;
+}
+
 /// How an entry's text stands at the beginning of some bytes.
 enum class Standing { kWhole, kBegun, kNot };
 
@@ -169,9 +179,16 @@ Standing StandingOf(std::string_view bytes, Entry& entry) {
     entry.size = form.size();
     if (bytes.starts_with(form)) return Standing::kWhole;
   }
-  const bool is_begun =
-      std::string_view(entry.text).starts_with(bytes) || WithCrLf(entry.text).starts_with(bytes);
-  return is_begun && !bytes.empty() ? Standing::kBegun : Standing::kNot;
+  const bool is_begun = IsBeginning(bytes, entry.text) || IsBeginning(bytes, WithCrLf(entry.text));
+  return is_begun ? Standing::kBegun : Standing::kNot;
+}
+
+/// Whether the bytes are the beginning of the texts of the entries from `first` on.
+bool AreBegun(std::string_view bytes, const std::vector<Entry>& entries, std::size_t first) {
+  Entry all;
+  for (std::size_t i = first; i < entries.size(); ++i)
+    all.text += entries[i].text;
+  return StandingOf(bytes, all) == Standing::kBegun;
 }
 
 /// Whether the tourney has the result of that game.
@@ -195,16 +212,13 @@ bool CutUnknown(const Tourney& tourney, FileSystem& files, Journal& journal,
   const std::string bytes = files.ReadPart(path, journal.before, kTourneyFileLimit).value_or("");
   std::string_view rest = bytes;
   std::size_t whole = 0;
-  bool is_begun = false;
   for (Entry& entry : journal.entries) {
-    const Standing standing = StandingOf(rest, entry);
-    is_begun = standing == Standing::kBegun;
-    if (standing != Standing::kWhole) break;
+    if (StandingOf(rest, entry) != Standing::kWhole) break;
     rest.remove_prefix(entry.size);
     ++whole;
   }
+  const bool is_at_end = rest.empty() || AreBegun(rest, journal.entries, whole);
   journal.entries.resize(whole);
-  const bool is_at_end = rest.empty() || is_begun;
   const auto is_unknown = [&](const Entry& entry) {
     return std::find(anew.begin(), anew.end(), entry.number) != anew.end() ||
            !Knows(tourney, entry);

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "fakes/disk_steps.h"
 #include "platform/files.h"
 
 namespace tarvendo {
@@ -120,6 +121,10 @@ class MemoryFileSystem : public FileSystem {
   /// "remove F", "cut F", "sync names of D".
   std::vector<std::string> Changes();
 
+  /// From now on writes everything that is done to the disk into `steps`, beginning with what is
+  /// there, as on the disk. Links are not among it. `steps` must live as long as this does.
+  void Record(DiskSteps& steps);
+
   /// The current directory, absolute, without a `/` at its end.
   std::string CurrentDirectory();
 
@@ -149,7 +154,8 @@ class MemoryFileSystem : public FileSystem {
   bool Fails(FileOperation operation, const std::string& key);
   std::shared_ptr<File> OpenForWriting(const std::string& path);
   std::shared_ptr<File> MakeFile(const std::string& key);
-  void Change(File& file) { file.changed = ++changes_; }
+  void Change(File& file);
+  void Note(DiskStep step);
   bool IsFilePlace(const std::string& key) const;
   std::shared_ptr<File> Find(const std::string& key) const;
   void MakeParents(const std::string& key);
@@ -162,6 +168,7 @@ class MemoryFileSystem : public FileSystem {
   std::map<FileOperation, Fault> faults_;
   std::vector<std::string> removed_;
   std::vector<std::string> record_;
+  DiskSteps* steps_ = nullptr;
   std::multimap<std::string, std::shared_ptr<void>> other_holders_;
   std::uint64_t last_identity_ = 0;
   std::int64_t changes_ = 0;

@@ -57,6 +57,22 @@ TEST_F(PgnJournal, HalfAGameIsCut) {
   }
 }
 
+// As some file systems leave it behind a power failure.
+TEST_F(PgnJournal, AGameWithHolesOfNulBytesIsCut) {
+  for (const std::string& left : {std::string("one\n\0\0\0\n", 8), std::string("\0\0\0\0", 4),
+                                  std::string("\0ne\ntw", 6), std::string("o\0\0", 3)}) {
+    machine.files.Put(kPgn, "old\n");
+    Append(1, "one\n");
+    Append(2, "two\n");
+    Forget(1);
+    Forget(2);
+    machine.files.Put(kPgn, "old\n" + left);
+    Settle();
+    EXPECT_EQ(Pgn(), "old\n") << left.size();
+    EXPECT_FALSE(machine.files.Has(kJournal));
+  }
+}
+
 TEST_F(PgnJournal, AWholeGameThatTheTourneyDoesNotKnowIsCutToo) {
   Append(1, "one\n");
   Append(2, "two\n");
@@ -94,8 +110,10 @@ TEST_F(PgnJournal, TheNextAppendCutsAsWell) {
 }
 
 TEST_F(PgnJournal, WhatSomebodyAddedOrChangedIsNeverCut) {
-  for (const std::string changed :
-       {"old\none\nmine\n", "old\nonx", "old\nONE\n", "ol", "old\none mine"}) {
+  for (const std::string& changed :
+       {std::string("old\none\nmine\n"), std::string("old\nonx"), std::string("old\nONE\n"),
+        std::string("ol"), std::string("old\none mine"), std::string("old\no\0x\n", 8),
+        std::string("old\n\0\0\0\0\0\0", 10)}) {
     machine.files.Put(kPgn, "old\n");
     Append(1, "one\n");
     Forget(1);
