@@ -5,10 +5,10 @@
 #include "base/text.h"
 #include "base/whole_file.h"
 #include "platform/files.h"
-#include "platform/paths.h"
 #include "play/claim.h"
 #include "play/place.h"
 #include "runner/batch_file.h"
+#include "runner/game_files.h"
 #include "runner/pgn_journal.h"
 #include "runner/pgn_text.h"
 #include "runner/record_aside.h"
@@ -50,15 +50,6 @@ void SpoolAgain(Tourney& tourney, const Game& game) {
   change->status = kSpooled;
   change->bat_file = GameFileName(files_path, game.number, ".BAT");
   change->pgn_file = GameFileName(files_path, game.number, ".PGN");
-}
-
-/// The path of one of a game's files as the user knows it: with FilesPath as it was typed, where
-/// the file lies there. Orders know full paths only, which each host makes in its own way.
-std::string AsTyped(const Tourney& tourney, FileSystem& files, const std::string& path) {
-  const std::size_t separator = LastSeparator(path);
-  const std::size_t name_at = separator == std::string::npos ? 0 : separator + 1;
-  std::string typed = tourney.Settings().files_path + path.substr(name_at);
-  return files.FullPath(typed) == path ? typed : path;
 }
 
 /// The game is still to be played as far as the tourney knows. The claim of a whole record stays

@@ -153,7 +153,7 @@ NewFileAttempt MemoryFileSystem::CreateNew(const std::string& path, const std::s
   const auto old = Find(key);
   if (links_.contains(key) || special_.contains(key) || (old && !old->lock.expired())) return {};
   if (Fails(FileOperation::kOpen, key) || path.empty() || !IsFilePlace(key)) {
-    return {nullptr, faults_[FileOperation::kOpen].denied.contains(key)};
+    return {nullptr, fails_as_forbidden_ || faults_[FileOperation::kOpen].denied.contains(key)};
   }
   files_.erase(key);
   const auto file = MakeFile(key);

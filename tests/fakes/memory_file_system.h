@@ -89,6 +89,9 @@ class MemoryFileSystem : public FileSystem {
   void FailFrom(FileOperation operation, int n);
   void Mend();
 
+  /// New files that fail to open from now on look as if none of that name could ever be made.
+  void FailAsForbidden() { fails_as_forbidden_ = true; }
+
   /// Every operation of that kind on this path fails, until Allow. A file that may not be opened
   /// may not be made either.
   void Deny(FileOperation operation, const std::string& path);
@@ -169,6 +172,7 @@ class MemoryFileSystem : public FileSystem {
   std::vector<std::string> removed_;
   std::vector<std::string> record_;
   DiskSteps* steps_ = nullptr;
+  bool fails_as_forbidden_ = false;
   std::multimap<std::string, std::shared_ptr<void>> other_holders_;
   std::uint64_t last_identity_ = 0;
   std::int64_t changes_ = 0;

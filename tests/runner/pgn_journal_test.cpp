@@ -156,6 +156,45 @@ TEST_F(PgnJournal, OneThatIsNotWholeTellsNothing) {
   }
 }
 
+TEST_F(PgnJournal, WhereHalfAGameCannotBeCutNothingIsAddedBehindIt) {
+  Append(1, "one\n");
+  Forget(1);
+  LeaveOnly(6);
+  PutPgn(1, "1-0");
+  machine.files.Deny(FileOperation::kCut, kPgn);
+  Settle();
+  EXPECT_EQ(Pgn(), "old\non");
+  EXPECT_TRUE(machine.files.Has(kJournal)) << "the next one may be able to";
+  Append(2, "two\n");
+  EXPECT_EQ(Pgn(), "old\non");
+  EXPECT_EQ(machine.TakeOutput(), "Error copying pgn-file!\n");
+  EXPECT_TRUE(machine.files.Has("/t/g1.rescued.PGN"));
+  machine.files.Allow(FileOperation::kCut, kPgn);
+  Append(3, "three\n");
+  EXPECT_EQ(Pgn(), "old\nthree\n");
+}
+
+TEST_F(PgnJournal, WhereThePgnFileCannotBeReadNothingIsCut) {
+  Append(1, "one\n");
+  machine.files.Deny(FileOperation::kRead, kPgn);
+  Settle();
+  Append(2, "two\n");
+  EXPECT_EQ(Pgn(), "old\none\n");
+  EXPECT_EQ(machine.TakeOutput(), "Error copying pgn-file!\n");
+}
+
+// Behind a game that the journal does not tell of, those before it could never be cut.
+TEST_F(PgnJournal, WhereItCannotTellOfAnotherGameThatOneIsNotAdded) {
+  Append(1, "one\n");
+  machine.files.Deny(FileOperation::kRename, "/t/all.pgn.journal.tarvendo.new");
+  Append(2, "two\n");
+  EXPECT_EQ(Pgn(), "old\none\n");
+  EXPECT_EQ(machine.TakeOutput(), "Error copying pgn-file!\n");
+  Forget(1);
+  Settle();
+  EXPECT_EQ(Pgn(), "old\n");
+}
+
 TEST_F(PgnJournal, ADiskThatIsFullInTheMiddleOfAGameLeavesNothingOfIt) {
   PutPgn(1, "1-0");
   machine.files.Deny(FileOperation::kWrite, kPgn);

@@ -57,9 +57,9 @@ bool StubWinboard::Start(const std::string& batch_file) {
   ++starts_;
   const bool fails =
       fails_at_ > 0 && (starts_ == fails_at_ || (fails_for_good_ && starts_ > fails_at_));
-  const int number = NumberOf(batch_file);
   // A place that could not be prepared leaves no batch file to be started.
-  if (fails || number == 0) return false;
+  if (fails || batch_file.empty()) return false;
+  const int number = NumberOf(batch_file);
   const std::string claim_file = "/t/g" + std::to_string(number) + ".run";
   const auto order = ReadClaimText(machine_.files.Bytes(claim_file), claim_file);
   const BatchId batch = machine_.processes.LastBatch();
@@ -67,10 +67,16 @@ bool StubWinboard::Start(const std::string& batch_file) {
     machine_.processes.EndOf(batch);
     return true;
   }
+  ++plays_[number];
   machine_.files.PutMore(order->debug_file, kOpening);
   const TimePoint ends = machine_.clock.Steady() + LengthOf(number);
   games_[batch] = {ends, number, order->debug_file, order->pgn_file};
   return true;
+}
+
+int StubWinboard::PlaysOf(int number) const {
+  const auto plays = plays_.find(number);
+  return plays == plays_.end() ? 0 : plays->second;
 }
 
 std::optional<TimePoint> StubWinboard::NextEnd() const {
@@ -140,9 +146,13 @@ void StubProgram::MakeTourney() {
 }
 
 bool StubProgram::LoadTourney() {
-  if (!file.Load(tourney, kStubTourney)) return false;
+  if (!file.Load(tourney, kStubTourney) || tourney.Games().size() != kStubGames) return false;
+  const std::string text = machine_.files.Bytes(kStubTourney);
+  file.SaveBeside(tourney, "/t", "/t/again.ini");
+  const bool is_whole = machine_.files.Bytes("/t/again.ini") == text;
+  machine_.files.Remove("/t/again.ini");
   tourney.ChangeSwitch()->SetRunning(true);
-  return tourney.Games().size() == kStubGames;
+  return is_whole;
 }
 
 void StubProgram::Play(std::chrono::milliseconds longest, const std::function<void()>& on_pass) {

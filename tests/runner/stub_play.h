@@ -44,6 +44,9 @@ class StubWinboard {
   /// How many processes were to be started.
   int Starts() const { return starts_; }
 
+  /// How often that game was begun.
+  int PlaysOf(int number) const;
+
  private:
   struct Played {
     TimePoint ends;
@@ -57,6 +60,7 @@ class StubWinboard {
 
   CapturedLog& machine_;
   std::map<BatchId, Played> games_;
+  std::map<int, int> plays_;  ///< of each game
   int starts_ = 0;
   int fails_at_ = 0;
   bool fails_for_good_ = false;
