@@ -54,7 +54,7 @@ class PlayLoop {
   std::uint64_t SwitchChangesSeen() const { return switch_changes_; }
 
  private:
-  /// How an attempt to start a game has ended.
+  /// How an attempt to start a game has ended. One that is had by a bye counts as started.
   enum class Attempt { kStarted, kNothingToDo, kHindered, kAgain };
 
   void SwitchAtSetTimes();
@@ -72,6 +72,7 @@ class PlayLoop {
   void CollectWhatIsThere();
   Attempt TakeStep(PlanAttempt& attempt, TimePoint now);
   Attempt StartGame(int number, TimePoint now);
+  Attempt TakeBye(int number, TimePoint now);
   Attempt SpoolOne(PlanAttempt& attempt, TimePoint now);
   void PairRound(PlanAttempt& attempt);
   void SettleWhenDue(TimePoint now);
