@@ -16,7 +16,7 @@
 namespace tarvendo {
 namespace {
 
-constexpr std::chrono::minutes kLong{10};
+constexpr std::chrono::minutes kWhileItFails{10};
 
 enum class Kind { kFile, kForbiddenFile, kStart };
 
@@ -34,8 +34,8 @@ bool Holds(const std::string& text, const std::string& piece) {
 
 /// Whether the console speaks of a failure.
 bool TellsOfFailure(const std::string& said) {
-  constexpr std::array<const char*, 6> kWords = {"Error", "failed", "Can't open", "can't run",
-                                                 "No file can be made", "could not be"};
+  constexpr std::array<const char*, 6> kWords = {
+      "Error", "failed", "Can't open", "can't run", "No file can be made", "could not be"};
   for (const char* words : kWords) {
     if (Holds(said, words)) return true;
   }
@@ -80,7 +80,7 @@ class PlayFaults : public ::testing::TestWithParam<Fault> {
   bool PlayWithFault(int n, bool quits) {
     const int before = Done();
     Inject(n);
-    program_->Play(kLong, [] {});
+    program_->Play(kWhileItFails, [] {});
     if (quits) program_->Quit();
     const bool came = Done() - before >= n;
     said_ = machine_->TakeOutput() + machine_->TakeErrors();
@@ -106,16 +106,16 @@ class PlayFaults : public ::testing::TestWithParam<Fault> {
     winboard_->EndAllGames();
     again_ = std::make_unique<StubProgram>(*machine_, *winboard_, GetParam().places);
     ASSERT_TRUE(again_->LoadTourney()) << "the tourney file is not whole";
-    again_->Play(kLong, [] {});
+    again_->Play(kWhileItFails, [] {});
     again_->Quit();
   }
 
   void ExpectNothingLost() {
     ExpectGames(*again_);
     for (const Game& game : again_->tourney.Games()) {
-      const std::string told = Format("Game %d: %s - %s : %s", game.number,
-                                      game.white_player.c_str(), game.black_player.c_str(),
-                                      StubResultText(game.number).c_str());
+      const std::string told =
+          Format("Game %d: %s - %s : %s", game.number, game.white_player.c_str(),
+                 game.black_player.c_str(), StubResultText(game.number).c_str());
       if (Holds(said_, told)) {
         EXPECT_EQ(winboard_->PlaysOf(game.number), 1) << game.number << " was told, and lost";
       }
@@ -146,11 +146,12 @@ class PlayFaults : public ::testing::TestWithParam<Fault> {
   /// if there is one, is kept.
   bool WasGivenUp(const Game& game) {
     if (game.result != kUnknown) return false;
-    const std::string said = Format("Game %d: %s - %s result not found, and therefore set to UNKNOWN.",
-                                    game.number, game.white_player.c_str(),
-                                    game.black_player.c_str());
+    const std::string said =
+        Format("Game %d: %s - %s result not found, and therefore set to UNKNOWN.", game.number,
+               game.white_player.c_str(), game.black_player.c_str());
     const std::string stem = "/t/g" + std::to_string(game.number);
-    const bool is_kept = machine_->files.Has(stem + ".PGN") || machine_->files.Has(stem + ".left.PGN");
+    const bool is_kept =
+        machine_->files.Has(stem + ".PGN") || machine_->files.Has(stem + ".left.PGN");
     EXPECT_EQ(is_kept, winboard_->PlaysOf(game.number) > 0) << stem;
     return Holds(said_, said);
   }
@@ -162,7 +163,8 @@ class PlayFaults : public ::testing::TestWithParam<Fault> {
     std::set<std::string> may_stay = kStay;
     for (const Game& game : program.tourney.Games()) {
       const std::string stem = "/t/g" + std::to_string(game.number);
-      if (game.result == kUnknown) may_stay.insert({stem + ".BAT", stem + ".PGN", stem + ".left.PGN"});
+      if (game.result == kUnknown)
+        may_stay.insert({stem + ".BAT", stem + ".PGN", stem + ".left.PGN"});
       may_stay.insert(stem + ".rescued.PGN");
     }
     std::string stray;

@@ -17,7 +17,7 @@
 namespace tarvendo {
 namespace {
 
-constexpr std::chrono::hours kLong{1};
+constexpr std::chrono::hours kWholeTourney{1};
 constexpr const char* kOlderGames = "[Event \"older\"]\n\n1. a4 *\n\n";
 
 int SeedsFor(int usual) {
@@ -64,7 +64,7 @@ class PowerFailures : public ::testing::TestWithParam<Setting> {
     StubProgram program(machine, winboard, GetParam().places);
     program.MakeTourney();
     NoteWhatIsSafe(machine.files);
-    program.Play(kLong, [&] { NoteWhatIsSafe(machine.files); });
+    program.Play(kWholeTourney, [&] { NoteWhatIsSafe(machine.files); });
     program.Quit();
     ASSERT_TRUE(program.IsOver());
     merged_ = program.MergedGames();
@@ -86,7 +86,7 @@ class PowerFailures : public ::testing::TestWithParam<Setting> {
     if (cut < safe_.front().first && !left.files.contains(kStubTourney)) return;
     ASSERT_TRUE(program.LoadTourney()) << "the tourney file is not whole";
     ExpectAgreement(program, left.Text(kStubPgn), cut);
-    program.Play(kLong, [] {});
+    program.Play(kWholeTourney, [] {});
     program.Quit();
     ExpectEnd(program, machine.files);
   }
