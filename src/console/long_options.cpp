@@ -12,8 +12,9 @@ namespace {
 constexpr std::array kLongOptions = {
     LongOption{"--wait", "", &StartUp::waits, "at the end, wait until all games have been played"},
     LongOption{"--resume", "FILE", PathValue{&StartUp::resume},
-               "play what is left of the tourney in FILE, and end"},
-    LongOption{"--exit-code", "", &StartUp::gives_code, "tell by the exit code how it went"},
+               "play what is left of the tourney in FILE, save it, end"},
+    LongOption{"--exit-code", "", &StartUp::gives_code,
+               "with --wait: the exit code tells how it went"},
     LongOption{"--games", "N", NumberValue{&StartUp::games, 512},
                "play N games at a time, without waits between them"},
     LongOption{"--patience", "MINUTES", NumberValue{&StartUp::patience, 100000},
@@ -33,9 +34,9 @@ constexpr const char* kHelpFoot =
     "\n"
     "A value may also stand behind a \"=\": --games=4.\n"
     "\n"
-    "With --resume, and with --wait --exit-code, the exit code is 0 when every game has\n"
-    "a result, 3 when some have none, 4 after Ctrl-C or a signal. What makes no sense\n"
-    "is refused with 2.\n"
+    "Exit codes of --resume and of --wait --exit-code: 0: every game has a result;\n"
+    "3: some game has none, or the runner stopped itself; 4: ended by Ctrl-C or a\n"
+    "signal; 2: a file cannot be read, or the command line makes no sense.\n"
     "\n"
     "Examples:\n"
     "  tarvendo                           type commands\n"

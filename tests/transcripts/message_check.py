@@ -3,7 +3,7 @@
 
     message_check.py ROOT
 
-takes every string literal below ROOT/src (but the platform room, and what --help says) that reads like a message: three letters in a
+takes every string literal below ROOT/src (but the platform room) that reads like a message: three letters in a
 row, and a blank or a line feed. Each must be found in what some folder of ROOT/tests/transcripts expects on the
 console, in the log, on standard error or in a file; printf's placeholders stand for anything on their line. What
 no run can show is listed in EXCEPTIONS with the reason; an exception that is no longer one is wrong, too.
@@ -29,14 +29,10 @@ EXCEPTIONS = {
     "No file can be made beside '": "likewise",
     "%lld players have more games to play than the %d that a tourney can hold.\n":
         "two thousand players are too many for a transcript; a unit test has them",
-    " takes a value: ": "no option takes a text yet",
     " /ncp /td 0 ": "a part of a command line, not printed",
     '[white "': "looked for in the files of games, not printed",
     '[black "': "looked for in the files of games, not printed",
 }
-
-# tests/console/answers_at_once.py and the unit tests look at it: a transcript would change with every option.
-HELP_OF_OPTIONS = "console/long_options.cpp"
 
 TOKEN = re.compile(r'//[^\n]*|/\*.*?\*/|\'(?:\\.|[^\'\\\n])*\'|"(?:\\.|[^"\\\n])*"', re.S)
 INCLUDE = re.compile(r"^\s*#.*$", re.M)
@@ -75,7 +71,7 @@ def messages(root):
     """(file, text) of everything that reads like a message."""
     for path in sorted((root / "src").rglob("*.cpp")):
         name = path.relative_to(root / "src").as_posix()
-        if name.startswith("platform/") or name == HELP_OF_OPTIONS:
+        if name.startswith("platform/"):
             continue
         for text in literals(path.read_text(encoding="utf-8")):
             if reads_like_a_message(text):
