@@ -20,8 +20,8 @@ void AdjustRounds(Tourney& tourney);
 /// Cuts Rounds of a Swiss tourney to half of the participants, with a message when it was more.
 void CutRoundsToHalf(Tourney& tourney);
 
-/// The last round that a Swiss tourney will have: Rounds, but no more than half of the participants;
-/// 0 in a round robin.
+/// The last round that a Swiss tourney will have: Rounds, but no more than half of the
+/// participants; 0 in a round robin.
 int LastSwissRound(const Tourney& tourney);
 
 /// How many rounds of a Swiss tourney have no game yet; 0 in a round robin.
