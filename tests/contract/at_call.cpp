@@ -4,9 +4,10 @@
 //     at_call CALLS N kill|killafter|ERROR|ERROR+ PROGRAM WORDS...
 //
 // CALLS is a kind of calls (below), and N tells which of them, counted over all threads from 1.
-// There the program is killed, before the call is made or behind it, or the call, and with "+" every
-// later one of its kind, fails with the error (ENOSPC, EIO, EACCES, EMFILE, EAGAIN). Its exit code is that
-// of the program; 9 when it was killed here, 99 when this machine does not let itself be used so.
+// There the program is killed, before the call is made or behind it, or the call, and with "+"
+// every later one of its kind, fails with the error (ENOSPC, EIO, EACCES, EMFILE, EAGAIN). Its exit
+// code is that of the program; 9 when it was killed here, 99 when this machine does not let itself
+// be used so.
 
 #include <fcntl.h>
 #include <sys/ptrace.h>
@@ -62,9 +63,8 @@ Calls CallsOf(const std::string& kind) {
 }
 
 int ErrorOf(const std::string& name) {
-  static const std::map<std::string, int> errors = {{"ENOSPC", ENOSPC}, {"EIO", EIO},
-                                                    {"EACCES", EACCES}, {"EMFILE", EMFILE},
-                                                    {"EAGAIN", EAGAIN}};
+  static const std::map<std::string, int> errors = {
+      {"ENOSPC", ENOSPC}, {"EIO", EIO}, {"EACCES", EACCES}, {"EMFILE", EMFILE}, {"EAGAIN", EAGAIN}};
   const auto found = errors.find(name);
   return found == errors.end() ? 0 : found->second;
 }
@@ -94,7 +94,7 @@ Deed ReadDeed(char** words) {
 /// Puts another call in the place of the one that is about to be made: one that there is not.
 bool DropCall([[maybe_unused]] pid_t thread) {
 #ifdef __x86_64__
-  user_regs_struct registers {};
+  user_regs_struct registers{};
   if (ptrace(PTRACE_GETREGS, thread, nullptr, &registers) != 0) return false;
   registers.orig_rax = ~0ULL;
   return ptrace(PTRACE_SETREGS, thread, nullptr, &registers) == 0;
@@ -106,7 +106,7 @@ bool DropCall([[maybe_unused]] pid_t thread) {
 /// Makes the call that was dropped return an error.
 void ReturnError([[maybe_unused]] pid_t thread, [[maybe_unused]] int error) {
 #ifdef __x86_64__
-  user_regs_struct registers {};
+  user_regs_struct registers{};
   ptrace(PTRACE_GETREGS, thread, nullptr, &registers);
   registers.rax = static_cast<unsigned long long>(-static_cast<long long>(error));
   ptrace(PTRACE_SETREGS, thread, nullptr, &registers);
@@ -148,7 +148,7 @@ class Tracer {
 
   void StopAtCall(pid_t thread) {
     known_.insert(thread);
-    __ptrace_syscall_info info {};
+    __ptrace_syscall_info info{};
     if (ptrace(PTRACE_GET_SYSCALL_INFO, thread, sizeof info, &info) <= 0) return;
     if (info.op == PTRACE_SYSCALL_INFO_ENTRY) Enter(thread, static_cast<long>(info.entry.nr));
     if (info.op == PTRACE_SYSCALL_INFO_EXIT && meddled_.erase(thread) > 0) Leave(thread);
@@ -201,7 +201,8 @@ int main(int count, char** words) {
   if (deed.calls.empty() || (!deed.kills && deed.error == 0)) return kImpossible;
   const pid_t program = Start(words + 4);
   int status = 0;
-  const bool is_there = program > 0 && waitpid(program, &status, 0) == program && WIFSTOPPED(status);
+  const bool is_there =
+      program > 0 && waitpid(program, &status, 0) == program && WIFSTOPPED(status);
   constexpr long kOptions = PTRACE_O_TRACESYSGOOD | PTRACE_O_TRACECLONE | PTRACE_O_EXITKILL;
   if (!is_there || ptrace(PTRACE_SETOPTIONS, program, nullptr, kOptions) != 0) return kImpossible;
   ptrace(PTRACE_SYSCALL, program, nullptr, nullptr);
