@@ -50,17 +50,6 @@ QuarterPoints Saturated(std::int64_t sum) {
       std::min<std::int64_t>(sum, std::numeric_limits<QuarterPoints>::max()));
 }
 
-/// What the standings tell of a participant.
-struct Standing {
-  int games_played = 0;
-  QuarterPoints sonneborn_berger = 0;
-  QuarterPoints buchholz = 0;
-  QuarterPoints points = 0;
-  int rank = 0;
-
-  bool operator==(const Standing&) const = default;
-};
-
 /// Of all participants, in list order.
 using Standings = std::vector<Standing>;
 
@@ -197,12 +186,17 @@ void Enter(Tourney& tourney, const Player& player, const Standing& standing) {
 
 }  // namespace
 
+std::vector<Standing> StandingsOf(const Tourney& tourney) {
+  Standings standings(tourney.Participants().size());
+  const std::vector<CountedGame> games = AddUpPoints(tourney, standings);
+  AddTieBreaks(standings, SortMeetings(standings.size(), games));
+  SetRanks(standings, tourney.IsSwiss());
+  return standings;
+}
+
 bool CalculateStandings(Tourney& tourney) {
   const std::vector<Player>& participants = tourney.Participants();
-  Standings standings(participants.size());
-  const std::vector<CountedGame> games = AddUpPoints(tourney, standings);
-  AddTieBreaks(standings, SortMeetings(participants.size(), games));
-  SetRanks(standings, tourney.IsSwiss());
+  const Standings standings = StandingsOf(tourney);
   for (std::size_t i = 0; i < participants.size(); ++i)
     Enter(tourney, participants[i], standings[i]);
   AdvanceCurrentRound(tourney);

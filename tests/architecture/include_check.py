@@ -22,7 +22,7 @@ import pathlib
 import re
 import sys
 
-ROOMS = ["platform", "base", "play", "players", "tourney", "reports", "pairing", "runner", "console"]
+ROOMS = ["platform", "base", "play", "players", "tourney", "reports", "publish", "pairing", "runner", "console"]
 HOSTS = ["platform/posix", "platform/windows"]
 
 STANDARD = set("""
