@@ -37,8 +37,10 @@ endfunction()
 packed_text(first_tourney packaging/first-tourney-${host}.txt first-tourney.txt)
 packed_text(help help/TourneyHelp.txt TourneyHelp.txt)
 set(user_documents "")
-foreach(document architecture behaviour files)
-  packed_text(copy docs/${document}.md docs/${document}.md)
+# All of them, for each links to others.
+file(GLOB documents_of_project RELATIVE ${CMAKE_SOURCE_DIR} CONFIGURE_DEPENDS docs/*.md)
+foreach(document ${documents_of_project})
+  packed_text(copy ${document} ${document})
   list(APPEND user_documents ${copy})
 endforeach()
 

@@ -3,10 +3,14 @@
 #include <chrono>
 #include <cstddef>
 #include <memory>
+#include <optional>
 
 #include "base/log.h"
+#include "console/banner.h"
 #include "console/command_interpreter.h"
+#include "console/command_line.h"
 #include "console/line_input.h"
+#include "console/long_options.h"
 #include "console/start_up.h"
 #include "platform/faults.h"
 #include "platform/files.h"
@@ -24,6 +28,9 @@ namespace {
 
 /// The exit code for a command line that makes no sense.
 constexpr int kNoSense = 2;
+
+/// The exit code for --help and --version.
+constexpr int kAnswered = 0;
 
 constexpr const char* kLogFile = "Tarvendo.log";
 constexpr const char* kStartFile = "tourney.ini";
@@ -151,14 +158,23 @@ void SaveInEmergency(Application& application) {
   CallGuarded([] { TheLog->DropShellOutput(); });
 }
 
-}  // namespace
-
-int RunProgram(Host& host, const std::vector<std::string>& words) {
-  const StartUp start = ReadCommandLine(words);
+/// What is told or refused before anything is touched: the exit code then.
+std::optional<int> AnswerAtOnce(const StartUp& start) {
   if (!start.error.empty()) {
     WriteConsoleError(start.error + "\n");
     return kNoSense;
   }
+  if (!start.wants_help && !start.wants_version) return std::nullopt;
+  WriteConsole(start.wants_help ? CommandLineHelp() : VersionLine());
+  return kAnswered;
+}
+
+}  // namespace
+
+int RunProgram(Host& host, const std::vector<std::string>& words) {
+  StartUp start = ReadCommandLine(words);
+  if (const std::optional<int> code = AnswerAtOnce(start)) return *code;
+  MakePathsFull(start, host.files);
   const FaultGuard guard;
   const LogScope log(host);
   Application application(host, HowToPlay(start));

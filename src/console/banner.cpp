@@ -1,10 +1,12 @@
-#include <string>
+#include "console/banner.h"
 
-#include "console/command_interpreter.h"
+#include <cstddef>
+#include <string>
 
 namespace tarvendo {
 namespace {
 
+constexpr const char* kVersion = "0.32";
 constexpr std::size_t kWidth = 38;  ///< between the bars
 
 std::string BoxLine(std::string text) {
@@ -15,14 +17,19 @@ std::string BoxLine(std::string text) {
 }  // namespace
 
 std::string Banner() {
+  const std::string version = std::string("   version ") + kVersion;
   std::string box = "\n " + std::string(kWidth, '_') + "\n";
   for (const char* text :
-       {"", "   Tarvendo", "   ========", "", "   version 0.32", "   25.09.2001", "",
+       {"", "   Tarvendo", "   ========", "", version.c_str(), "   25.09.2001", "",
         "   Author:", "   The Tarvendo project", "", "   Email:", "   tarvendo@example.org", "",
         "   Download:", "   tarvendo.example.org", ""}) {
     box += BoxLine(text);
   }
   return box + "|" + std::string(kWidth, '_') + "|\n\n";
+}
+
+std::string VersionLine() {
+  return std::string("Tarvendo ") + kVersion + "\n";
 }
 
 }  // namespace tarvendo

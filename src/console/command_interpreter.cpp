@@ -2,6 +2,7 @@
 
 #include "base/log.h"
 #include "base/word_skip.h"
+#include "console/banner.h"
 #include "console/command_args.h"
 #include "console/command_context.h"
 #include "console/command_table.h"

@@ -36,7 +36,4 @@ class CommandInterpreter {
   CommandTools tools_;
 };
 
-/// The box with the program's name, version and origin.
-std::string Banner();
-
 }  // namespace tarvendo

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "console/command_interpreter.h"
+#include "console/banner.h"
 
 namespace tarvendo {
 namespace {

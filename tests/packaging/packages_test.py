@@ -33,9 +33,9 @@ Rank|No  |Name     |1|2|3|Pts |S-B  |
   2.|  3.|GNU Chess|-|=|X| 0.5| 0.25|
 """.splitlines()
 
+DOCUMENTS = [f"docs/{path.name}" for path in (pathlib.Path(__file__).parents[2] / "docs").glob("*.md")]
 COMMON_FILES = """README.txt TourneyHelp.txt first-tourney.txt
-    docs/architecture.md docs/behaviour.md docs/files.md docs/table.png
-    pics/break.gif pics/full.gif pics/half.gif""".split()
+    docs/table.png pics/break.gif pics/full.gif pics/half.gif""".split() + DOCUMENTS
 FILES_FOR_LINUX = sorted(COMMON_FILES + ["docs/xboard.md", "tarvendo", "winboard.exe"])
 FILES_FOR_WINDOWS = sorted(COMMON_FILES + ["docs/mingw-w64-licences.txt", "tarvendo.exe"])
 
@@ -44,10 +44,7 @@ SOURCES_OF_TEXTS = {
     "README.txt": "README.md",
     "TourneyHelp.txt": "help/TourneyHelp.txt",
     "first-tourney.txt": "packaging/first-tourney-windows.txt",
-    "docs/architecture.md": "docs/architecture.md",
-    "docs/behaviour.md": "docs/behaviour.md",
-    "docs/files.md": "docs/files.md",
-}
+} | {document: document for document in DOCUMENTS}
 
 TOLD_BY_HELP = "Quit: ends the program"
 

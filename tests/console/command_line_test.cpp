@@ -1,6 +1,11 @@
-#include "console/start_up.h"
+#include "console/command_line.h"
 
 #include <gtest/gtest.h>
+
+#include <cstddef>
+#include <string>
+
+#include "console/long_options.h"
 
 namespace tarvendo {
 namespace {
@@ -26,8 +31,8 @@ TEST(CommandLine, AnOptionWhoseSecondCharacterIsCContinues) {
   }
 }
 
-TEST(CommandLine, EveryOtherOptionIsIgnored) {
-  for (const char* option : {"-C", "-x", "-", "--continue"})
+TEST(CommandLine, EveryOtherOptionOfOneDashIsIgnored) {
+  for (const char* option : {"-C", "-x", "-"})
     EXPECT_FALSE(ReadCommandLine({"script", option}).continues) << option;
 }
 
@@ -45,7 +50,6 @@ TEST(CommandLine, WaitCountsAsNoWord) {
   EXPECT_EQ(ReadCommandLine({"--wait"}).script, "");
   EXPECT_EQ(ReadCommandLine({"-c", "--wait"}).script, "-c");
   EXPECT_TRUE(ReadCommandLine({"script", "--wait", "-c"}).continues);
-  EXPECT_FALSE(ReadCommandLine({"script", "--waiting"}).waits);
 }
 
 TEST(CommandLine, GamesAndPatienceTakeANumberBehindThemInEitherForm) {
@@ -65,6 +69,46 @@ TEST(CommandLine, NonsenseBehindANumberOptionIsTold) {
   EXPECT_EQ(ReadCommandLine({"--games"}).error, "--games takes a number from 1 to 512.");
   EXPECT_EQ(ReadCommandLine({"--patience=0"}).error,
             "--patience takes a number from 1 to 100000, not '0'.");
+}
+
+TEST(CommandLine, AWordOfTwoDashesThatIsNoOptionIsAnErrorThatNamesTheNearest) {
+  const StartUp start = ReadCommandLine({"script", "--gmaes", "4"});
+  EXPECT_EQ(
+      start.error,
+      "'--gmaes' is no option of tarvendo; the nearest one is --games. --help tells them all.");
+  EXPECT_NE(ReadCommandLine({"--"}).error, "");
+  EXPECT_NE(ReadCommandLine({"--waiting"}).error, "") << "alone it is no script either";
+  EXPECT_NE(ReadCommandLine({"--Wait"}).error, "");
+}
+
+TEST(CommandLine, NearestIsWhatBeginsAlikeOrNeedsTheFewestLetters) {
+  EXPECT_STREQ(NearestLongOption("--pat").word, "--patience");
+  EXPECT_STREQ(NearestLongOption("--waiting").word, "--wait");
+  EXPECT_STREQ(NearestLongOption("--hlep").word, "--help");
+  EXPECT_STREQ(NearestLongOption("--Version=2").word, "--version");
+  EXPECT_STREQ(NearestLongOption("--" + std::string(100000, 'p')).word, "--patience");
+}
+
+TEST(CommandLine, AFlagTakesNoValue) {
+  EXPECT_EQ(ReadCommandLine({"--wait=yes"}).error, "--wait takes no value, not 'yes'.");
+  EXPECT_EQ(ReadCommandLine({"--help="}).error, "--help takes no value, not ''.");
+}
+
+TEST(CommandLine, OfSeveralErrorsTheFirstIsTold) {
+  EXPECT_EQ(ReadCommandLine({"--games", "x", "--foo", "--wait=1"}).error,
+            "--games takes a number from 1 to 512, not 'x'.");
+}
+
+TEST(CommandLine, HelpTellsEveryOptionInLinesThatFitATerminal) {
+  const std::string help = CommandLineHelp();
+  for (const LongOption& option : LongOptions())
+    EXPECT_NE(help.find(std::string("\n  ") + option.word), std::string::npos) << option.word;
+  std::size_t begin = 0;
+  for (std::size_t end = help.find('\n'); end != std::string::npos; end = help.find('\n', begin)) {
+    EXPECT_LE(end - begin, 80U) << help.substr(begin, end - begin);
+    begin = end + 1;
+  }
+  EXPECT_EQ(begin, help.size()) << "the last line ends with a line feed";
 }
 
 }  // namespace
