@@ -18,6 +18,8 @@
 #include "platform/paths.h"
 #include "platform/processes.h"
 #include "players/player_database.h"
+#include "publish/report_files.h"
+#include "runner/reporter.h"
 #include "runner/runner.h"
 #include "runner/tourney_room.h"
 #include "tourney/tourney.h"
@@ -53,14 +55,22 @@ struct EmergencyPlace {
   const std::string old_file;
 };
 
+RunnerOptions HowToPlay(const StartUp& start, Reporter* reporter) {
+  RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
+  options.game.patience = std::chrono::minutes(start.patience);
+  options.reporter = reporter;
+  return options;
+}
+
 /// Everything that lives from start to end, in the order in which it is made; taken down in
 /// reverse.
 struct Application {
-  Application(Host& host, const RunnerOptions& options)
+  Application(Host& host, const StartUp& start)
       : room(host),
         emergency(host.files),
         interpreter({room, players, ExecutableDirectory()}),
-        runner(room, options) {
+        reporter(start.report.empty() ? nullptr : std::make_unique<Reporter>(room, start.report)),
+        runner(room, HowToPlay(start, reporter.get())) {
     LoadStartTourney(host.files);
     if (!runner.StartThread()) Print("Initializing runner failed!\n");
   }
@@ -76,6 +86,7 @@ struct Application {
   EmergencyPlace emergency;
   PlayerDatabase players;
   CommandInterpreter interpreter;
+  std::unique_ptr<Reporter> reporter;  ///< null without --report
   Runner runner;
 };
 
@@ -98,20 +109,19 @@ void RunKeyboardPass(Application& application, bool with_banner) {
   application.interpreter.RunCommandLoop(input, with_banner);
 }
 
+void WriteReport(Application& application) {
+  if (application.reporter) application.reporter->WriteAtEnd();
+}
+
 void RunPasses(Application& application, const StartUp& start) {
   const std::unique_ptr<InputStream> script =
       start.script.empty() ? nullptr : OpenScript(start.script);
   if (script) {
     LineInput input(*script, false);
     application.interpreter.RunCommandLoop(input, true);
+    WriteReport(application);
   }
   if (!script || start.continues) RunKeyboardPass(application, !script);
-}
-
-RunnerOptions HowToPlay(const StartUp& start) {
-  RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
-  options.game.patience = std::chrono::minutes(start.patience);
-  return options;
 }
 
 /// Games that are being played are left to themselves. Who plays many wants to know how many.
@@ -175,12 +185,17 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
   StartUp start = ReadCommandLine(words);
   if (const std::optional<int> code = AnswerAtOnce(start)) return *code;
   MakePathsFull(start, host.files);
+  if (!start.report.empty() && !MakeReportDirectory(host.files, start.report)) {
+    WriteConsoleError("The directory of the report cannot be made: '" + start.report + "'.\n");
+    return kNoSense;
+  }
   const FaultGuard guard;
   const LogScope log(host);
-  Application application(host, HowToPlay(start));
+  Application application(host, start);
   const bool ended_well = CallGuarded([&] {
     RunPasses(application, start);
     if (start.waits) AwaitRunner(application);
+    WriteReport(application);
   });
   if (!ended_well) SaveInEmergency(application);
   if (start.games > 0) TellOfGamesThatGoOn(application);

@@ -17,6 +17,9 @@ constexpr std::array kLongOptions = {
                "play N games at a time, without waits between them"},
     LongOption{"--patience", "MINUTES", NumberValue{&StartUp::patience, 100000},
                "end a game that has told nothing for so long"},
+    LongOption{"--report", "DIR", PathValue{&StartUp::report},
+               "write standings, ratings and games as a web page and as\n"
+               "data into the directory DIR, again and again"},
     LongOption{"--help", "", &StartUp::wants_help, "print this, and end"},
     LongOption{"--version", "", &StartUp::wants_version, "print the version, and end"},
 };

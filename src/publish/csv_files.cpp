@@ -103,7 +103,8 @@ std::string StandingsCsv(const Report& report) {
 }
 
 std::string GamesCsv(const Report& report) {
-  std::string text = "game,round,sub_round,white,black,state,result,ending,termination,plies,seconds\n";
+  std::string text =
+      "game,round,sub_round,white,black,state,result,ending,termination,plies,seconds\n";
   text.reserve(text.size() + report.games.size() * 96);
   for (const ReportGame& game : report.games) {
     CsvLine line(text);

@@ -44,7 +44,8 @@ double LogOfWinningAll(double elo, const std::vector<Opponent>& opponents) {
   const double mirrored = -elo / static_cast<double>(opponents.size());
   double sum = 0;
   for (const Opponent& opponent : opponents)
-    sum += opponent.games * std::log(ScoreAbove(elo - (opponent.is_rated ? opponent.elo : mirrored)));
+    sum +=
+        opponent.games * std::log(ScoreAbove(elo - (opponent.is_rated ? opponent.elo : mirrored)));
   return sum;
 }
 
@@ -176,8 +177,8 @@ std::optional<double> EloTable::ChanceOfSuperiority(std::size_t a, std::size_t b
   if (first.group != second.group) return {};
   const auto& covariances = covariances_[static_cast<std::size_t>(first.group) - 1];
   if (!covariances) return {};
-  const double variance = VarianceOf(first) + VarianceOf(second) -
-                          2 * covariances->Covariance(place_[a], place_[b]);
+  const double variance =
+      VarianceOf(first) + VarianceOf(second) - 2 * covariances->Covariance(place_[a], place_[b]);
   if (variance <= 0) return {};
   const double errors = (first.elo - second.elo) / (kEloPerUnit * std::sqrt(variance));
   return 0.5 * std::erfc(-errors / std::sqrt(2.0));

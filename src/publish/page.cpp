@@ -145,7 +145,9 @@ std::string ReportPage(const Report& report, const PageSurroundings& surrounding
   AddPointsChart(html, report);
   AddSuperiority(html, report);
   AddGames(html, report, surroundings);
-  html += "</main>\n<footer><p>Made by Tarvendo, a tournament manager for chess engines.</p></footer>\n";
+  html +=
+      "</main>\n<footer><p>Made by Tarvendo, a tournament manager for chess "
+      "engines.</p></footer>\n";
   html += "<script>";
   html += kPageScript;
   html += "</script>\n</body>\n</html>\n";

@@ -15,9 +15,10 @@ struct PageSurroundings {
   std::uint64_t pgn_until = std::numeric_limits<std::uint64_t>::max();
 };
 
-/// The report as one web page that loads nothing from anywhere: style, pictures (SVG) and the little
-/// script that sorts are in it. Without the script everything can be read too. What users have
-/// typed is text in it whatever it holds, and the page's own policy forbids every other script.
+/// The report as one web page that loads nothing from anywhere: style, pictures (SVG) and the
+/// little script that sorts are in it. Without the script everything can be read too. What users
+/// have typed is text in it whatever it holds, and the page's own policy forbids every other
+/// script.
 std::string ReportPage(const Report& report, const PageSurroundings& surroundings);
 
 }  // namespace tarvendo

@@ -32,9 +32,7 @@ struct EloScale {
   double high = 50;
   double step = 50;
 
-  double At(double elo) const {
-    return std::clamp((elo - low) / (high - low) * 100, 0.0, 100.0);
-  }
+  double At(double elo) const { return std::clamp((elo - low) / (high - low) * 100, 0.0, 100.0); }
 };
 
 double LowEnd(const EloRating& rating) {
@@ -80,17 +78,19 @@ void AddEloMarks(std::string& html, const EloScale& scale) {
 void AddEloShape(std::string& html, const EloScale& scale, const EloRating& rating) {
   const double x = scale.At(rating.elo);
   if (rating.kind != EloKind::kRated) {
-    const char* arrow =
-        rating.kind == EloKind::kAtLeast ? "M0 5v12M0 11h16m-5-5 5 5-5 5" : "M0 5v12M0 11h-16m5-5-5 5 5 5";
-    html += Format("<svg x=%.2f%% overflow=visible><path class=bound d=\"%s\"/></svg>", x, arrow);
+    const char* arrow = rating.kind == EloKind::kAtLeast ? "M0-6v12M0 0h16m-5-5 5 5-5 5"
+                                                         : "M0-6v12M0 0h-16m5-5-5 5 5 5";
+    html += Format("<svg x=%.2f%% y=50%% overflow=visible><path class=bound d=\"%s\"/></svg>", x,
+                   arrow);
     return;
   }
   const double low = scale.At(LowEnd(rating));
   const double high = scale.At(HighEnd(rating));
-  html += Format("<line class=error x1=%.2f%% x2=%.2f%% y1=11 y2=11 />", low, high);
+  html += Format("<line class=error x1=%.2f%% x2=%.2f%% y1=50%% y2=50%% />", low, high);
   for (const double end : {low, high})
-    html += Format("<line class=error x1=%.2f%% x2=%.2f%% y1=7 y2=15 />", end, end);
-  html += Format("<circle cx=%.2f%% cy=11 r=4.5 />", x);
+    html +=
+        Format("<svg x=%.2f%% y=50%% overflow=visible><path class=error d=\"M0-4v8\"/></svg>", end);
+  html += Format("<circle cx=%.2f%% cy=50%% r=4.5 />", x);
 }
 
 std::string EloWords(const EloRating& rating) {
@@ -144,8 +144,12 @@ int RoundsPlayed(const Report& report) {
 }
 
 /// Marks between 0 and a highest number, so many that they do not stand in each other's way.
+double StepOfMarks(double highest) {
+  return std::max(RoundStep(highest, 6), 1.0);
+}
+
 void AddMarks(std::string& html, const char* side, double highest) {
-  const double step = std::max(RoundStep(highest, 6), 1.0);
+  const double step = StepOfMarks(highest);
   for (double mark = 0; mark <= highest + 1e-9; mark += step)
     html += Format("<span style=\"%s:%.2f%%\">%.0f</span>", side, mark / highest * 100, mark);
 }
@@ -154,8 +158,9 @@ void AddLine(std::string& html, const std::vector<double>& points, std::size_t l
              double highest) {
   std::string path;
   for (std::size_t round = 0; round < points.size(); ++round) {
-    path += Format("%c%.2f %.2f", round == 0 ? 'M' : 'L',
-                   1000.0 * static_cast<double>(round) / rounds, 300 - 300 * points[round] / highest);
+    path +=
+        Format("%c%.2f %.2f", round == 0 ? 'M' : 'L', 1000.0 * static_cast<double>(round) / rounds,
+               300 - 300 * points[round] / highest);
   }
   html += Format("<path class=\"line c%zu\" d=\"%s\"/>", line + 1, path.c_str());
 }
@@ -163,11 +168,14 @@ void AddLine(std::string& html, const std::vector<double>& points, std::size_t l
 void AddLegend(std::string& html, const Report& report, const std::vector<std::size_t>& places) {
   html += "<ul class=legend>\n";
   for (std::size_t line = 0; line < places.size(); ++line) {
-    html += Format("<li><svg width=34 height=12 aria-hidden=true><path class=\"line c%zu\" "
-                   "d=\"M1 6h32\"/></svg><span>",
-                   line + 1);
+    html += Format(
+        "<li><svg width=34 height=12 aria-hidden=true><path class=\"line c%zu\" "
+        "d=\"M1 6h32\"/></svg><span>",
+        line + 1);
     AddName(html, report.participants[places[line]].name);
-    html += " " + PointsForPeople(report.participants[places[line]].points) + "</span>\n";
+    html += ' ';
+    html += PointsForPeople(report.participants[places[line]].points);
+    html += "</span>\n";
   }
   html += "</ul>\n";
 }
@@ -193,7 +201,7 @@ void AddEloChart(std::string& html, const Report& report) {
     const EloRating& rating = report.elo.Of(place);
     html += "<div><span>";
     AddName(html, report.participants[place].name);
-    html += "</span><svg height=22 aria-hidden=true>";
+    html += "</span><svg aria-hidden=true>";
     AddEloMarks(html, scale);
     if (rating.kind != EloKind::kNone) AddEloShape(html, scale, rating);
     html += "</svg><span>" + EloWords(rating) + "</span></div>\n";
@@ -225,8 +233,8 @@ void AddPointsChart(std::string& html, const Report& report) {
   html +=
       "</div><svg viewBox=\"0 0 1000 300\" preserveAspectRatio=none role=img "
       "aria-label=\"Points by round; the end of each line stands in the list below\">";
-  for (int mark = 0; mark <= 4; ++mark)
-    html += Format("<path class=grid d=\"M0 %dh1000\"/>", mark * 75);
+  for (double mark = 0; mark <= highest + 1e-9; mark += StepOfMarks(highest))
+    html += Format("<path class=grid d=\"M0 %.2fh1000\"/>", 300 - 300 * mark / highest);
   for (std::size_t line = lines.size(); line-- > 0;)
     AddLine(html, lines[line], line, rounds, highest);
   html += "</svg><div class=marks>";

@@ -96,9 +96,7 @@ void BeginRow(std::string& html, const Report& report, std::size_t place, std::s
 class RoundRobinCells {
  public:
   explicit RoundRobinCells(const Report& report)
-      : lines_(LinesOf(report)),
-        size_(report.order.size()),
-        cells_(size_ * size_) {
+      : lines_(LinesOf(report)), size_(report.order.size()), cells_(size_ * size_) {
     for (const ReportGame& game : report.games) {
       if (game.white < 0 || game.black < 0 || game.white == game.black) continue;
       Enter(At(game.white, game.black), game, true);
@@ -153,9 +151,10 @@ void AddRoundRobin(std::string& html, const Report& report) {
   }
   const bool folded = size > kPageLimits.open_tables;
   BeginBox(html, "Cross table", folded);
-  html += Format("<table class=\"cross%s\"><caption class=hidden>Cross table</caption><thead><tr>"
-                 "<th scope=col>#<th scope=col>Name<th scope=col>Points",
-                 size > 24 ? " wide" : "");
+  html += Format(
+      "<table class=\"cross%s\"><caption class=hidden>Cross table</caption><thead><tr>"
+      "<th scope=col>#<th scope=col>Name<th scope=col>Points",
+      size > 24 ? " wide" : "");
   for (std::size_t line = 0; line < size; ++line) {
     html += Format("<th scope=col><a href=#p%zu", line + 1);
     if (size <= kPageLimits.single_results) {
@@ -186,8 +185,8 @@ int LastRound(const Report& report) {
   return std::clamp(std::max(last, report.round), 1, kMostRounds);
 }
 
-void AddSwissCell(std::string& html, const CrossCell& cell,
-                  const std::vector<std::size_t>& lines, bool with_single) {
+void AddSwissCell(std::string& html, const CrossCell& cell, const std::vector<std::size_t>& lines,
+                  bool with_single) {
   OpenCell(html, cell, with_single && cell.games > 1, true);
   AddScore(html, cell);
   if (cell.games == 0) return;
@@ -220,9 +219,10 @@ void AddSwiss(std::string& html, const Report& report) {
                "“1 w7”: won with White against line 7 of this table; b is Black.");
   const bool folded = report.order.size() > 4 * kPageLimits.open_tables;
   BeginBox(html, "Round by round", folded);
-  html += Format("<table class=\"cross swiss%s\"><caption class=hidden>Round by round</caption>"
-                 "<thead><tr><th scope=col>#<th scope=col>Name<th scope=col>Points",
-                 rounds > 11 ? " wide" : "");
+  html += Format(
+      "<table class=\"cross swiss%s\"><caption class=hidden>Round by round</caption>"
+      "<thead><tr><th scope=col>#<th scope=col>Name<th scope=col>Points",
+      rounds > 11 ? " wide" : "");
   for (int round = 1; round <= rounds; ++round)
     html += Format("<th scope=col>%d", round);
   html += "\n<tbody>\n";

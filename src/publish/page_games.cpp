@@ -52,9 +52,10 @@ void AddEnding(std::string& html, const ReportGame& game) {
 /// Browsers that know text fragments go to the game; others to the beginning of the file.
 void AddPgnLink(std::string& html, const ReportGame& game, const PageSurroundings& surroundings) {
   if (!game.pgn_offset || *game.pgn_offset >= surroundings.pgn_until) return;
-  html += Format("<td><a href=\"games.pgn#:~:text=%%5BNumber%%20%%22%d%%22%%5D\">PGN<span class=hidden> "
-                 "of game %d</span></a>",
-                 game.number, game.number);
+  html += Format(
+      "<td><a href=\"games.pgn#:~:text=%%5BNumber%%20%%22%d%%22%%5D\">PGN<span class=hidden> "
+      "of game %d</span></a>",
+      game.number, game.number);
 }
 
 void AddGame(std::string& html, const ReportGame& game, const PageSurroundings& surroundings) {
@@ -90,12 +91,13 @@ void AddRound(std::string& html, int round, const std::vector<const ReportGame*>
   const auto played = std::count_if(games.begin(), games.end(), [](const ReportGame* game) {
     return game->state == ReportGameState::kPlayed;
   });
-  html += Format("<details class=round id=r%d%s><summary>Round %d <small>%d of %zu played</small>"
-                 "</summary>\n<div class=scroll tabindex=0 role=region aria-label=\"Games of round "
-                 "%d\"><table class=games><thead><tr><th scope=col>Game<th scope=col class=text>White"
-                 "<th scope=col>Result<th scope=col class=text>Black<th scope=col class=text>How it "
-                 "ended<th scope=col>Plies<th scope=col>Duration<th scope=col>Record\n<tbody>\n",
-                 round, is_open ? " open" : "", round, static_cast<int>(played), games.size(), round);
+  html += Format(
+      "<details class=round id=r%d%s><summary>Round %d <small>%d of %zu played</small>"
+      "</summary>\n<div class=scroll tabindex=0 role=region aria-label=\"Games of round "
+      "%d\"><table class=games><thead><tr><th scope=col>Game<th scope=col class=text>White"
+      "<th scope=col>Result<th scope=col class=text>Black<th scope=col class=text>How it "
+      "ended<th scope=col>Plies<th scope=col>Duration<th scope=col>Record\n<tbody>\n",
+      round, is_open ? " open" : "", round, static_cast<int>(played), games.size(), round);
   for (const ReportGame* game : games)
     AddGame(html, *game, surroundings);
   html += "</table></div></details>\n";

@@ -18,7 +18,7 @@ body{margin:0;background:var(--ground);color:var(--ink);font:16px/1.5 system-ui,
 header,main,footer{max-width:80rem;margin:0 auto;padding:0 1.25rem}
 header{padding-top:2rem}
 h1{font-size:clamp(1.5rem,1.1rem + 2vw,2.25rem);line-height:1.2;letter-spacing:-.015em;margin:0 0 1rem}
-h1,h2,dd,p,summary,li,th,td,bdi{overflow-wrap:anywhere}
+h1,h2,dd,p,summary,li,tbody th,td.text,bdi{overflow-wrap:anywhere}
 h2{font-size:1.25rem;line-height:1.3;margin:0 0 .25rem;letter-spacing:-.01em}
 section{background:var(--paper);border:1px solid var(--line);border-radius:10px;padding:1.25rem;margin:1.25rem 0}
 p{margin:.25rem 0 .75rem}
@@ -45,17 +45,22 @@ nav a:hover{text-decoration:underline}
 position:relative}
 table{border-collapse:separate;border-spacing:0;font-size:.9375rem;line-height:1.35}
 th,td{padding:.35rem .7rem;text-align:right;border-bottom:1px solid var(--line);background:var(--paper);
-vertical-align:baseline}
+vertical-align:top;white-space:nowrap}
 tbody tr:last-child>*{border-bottom:0}
 tbody tr:hover>*{background:var(--ground)}
 thead th{position:sticky;top:0;z-index:2;font-size:.8125rem;font-weight:600;color:var(--soft);vertical-align:bottom;
-white-space:nowrap;border-bottom:1px solid var(--x)}
+border-bottom:1px solid var(--x)}
+tbody th,td.text,.bye td{white-space:normal}
 tbody th{font-weight:600;text-align:left;min-width:9rem;max-width:24rem}
 tbody th,thead th:nth-child(2){position:sticky;left:0;z-index:1;text-align:left}
 thead th:nth-child(2){z-index:3}
 .text{text-align:left}
 td.text{min-width:8rem;max-width:24rem}
-.sorts td:nth-child(n+10),td.result{white-space:nowrap}
+.games{table-layout:fixed;width:100%;min-width:54rem}
+.round .scroll{width:auto}
+.games th,.games td,.games tbody th{min-width:0;max-width:none}
+.games th:nth-child(1){width:4.5rem}.games th:nth-child(3){width:5rem}.games th:nth-child(5){width:28%}
+.games th:nth-child(6){width:4.5rem}.games th:nth-child(7),.games th:nth-child(8){width:6rem}
 .none{color:var(--soft)}
 abbr{text-decoration:none}
 th button{all:unset;cursor:pointer;color:inherit;padding:0 0 0 .1rem}
@@ -67,7 +72,8 @@ th[aria-sort] button{color:var(--ink)}
 .bye>*{color:var(--soft);font-weight:400}
 .bye td:last-child{text-align:left}
 .cross th,.cross td{padding:.3rem .45rem}
-.cross td{text-align:center;min-width:2.2rem;white-space:nowrap}
+.cross tbody th{min-width:13rem}
+.cross td{text-align:center;min-width:2.2rem}
 .cross thead th{text-align:center}
 .cross thead th:nth-child(2){text-align:left}
 .cross thead a,.swiss td a{color:inherit;text-decoration:none}
@@ -86,10 +92,11 @@ background:var(--ink);color:var(--paper);font-size:.8125rem;padding:.25rem .5rem
 td[data-r]:nth-child(-n+8):hover::after,td[data-r]:nth-child(-n+8):focus::after{right:auto;left:0}
 summary{cursor:pointer;font-weight:600;padding:.4rem 0}
 details[open]>summary{margin-bottom:.25rem}
-.elo>div{display:grid;grid-template-columns:minmax(8rem,15rem) 1fr 7.5rem;gap:.2rem 1rem;align-items:center;
-font-size:.875rem;padding:.1rem 0}
+.elo>div{display:grid;grid-template-columns:minmax(8rem,15rem) 1fr 7.5rem;gap:0 1rem;align-items:center;
+font-size:.875rem}
+.elo>div>span{padding:.15rem 0}
 .elo>div>span:last-child{text-align:right;white-space:nowrap}
-.elo svg{display:block;width:100%;overflow:visible}
+.elo>div>svg{display:block;width:100%;height:26px;overflow:visible}
 .axis .marks{position:relative;height:1.5rem;color:var(--soft);font-size:.8125rem}
 .marks span{position:absolute;transform:translateX(-50%);white-space:nowrap}
 .grid{stroke:var(--line);stroke-width:1;fill:none}
@@ -117,10 +124,11 @@ footer{color:var(--soft);font-size:.875rem;padding-bottom:2rem}
 header,main,footer{padding-left:.75rem;padding-right:.75rem}
 section{padding:1rem .75rem}
 th,td{padding:.35rem .5rem}
-tbody th{min-width:7rem;max-width:9.5rem}
+tbody th,.cross tbody th{min-width:7rem;max-width:9.5rem}
+.games{min-width:46rem}.games tbody th{position:static}
 td.text{max-width:12rem}
 dl{display:grid;grid-template-columns:1fr 1fr;gap:.6rem 1rem}
-.elo>div{grid-template-columns:1fr auto;padding:.35rem 0}
+.elo>div{grid-template-columns:1fr auto}
 .elo>div>svg,.elo .marks{grid-column:1/-1;order:3}
 .elo>.axis>span{display:none}
 .elo>div{padding-left:1.2rem;padding-right:1.2rem}

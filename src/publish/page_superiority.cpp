@@ -35,9 +35,10 @@ void AddChance(std::string& html, const Report& report, std::size_t a, std::size
 }
 
 void BeginChances(std::string& html, bool is_wide) {
-  html += Format("<table class=\"cross%s\"><caption class=hidden>Chance of superiority</caption>"
-                 "<thead><tr><th scope=col>#<th scope=col>Name",
-                 is_wide ? " wide" : "");
+  html += Format(
+      "<table class=\"cross%s\"><caption class=hidden>Chance of superiority</caption>"
+      "<thead><tr><th scope=col>#<th scope=col>Name",
+      is_wide ? " wide" : "");
 }
 
 void BeginLine(std::string& html, const Report& report, std::size_t place, std::size_t line) {

@@ -115,9 +115,9 @@ class GameReader {
   bool TakeTime(std::string_view comment) {
     std::optional<double> seconds;
     const bool is_command = comment.starts_with("[%");
-    const bool is_thought = comment.find('/') != std::string_view::npos &&
-                            (IsDigit(comment[0]) || comment[0] == '+' || comment[0] == '-' ||
-                             comment[0] == '(');
+    const bool is_thought =
+        comment.find('/') != std::string_view::npos &&
+        (IsDigit(comment[0]) || comment[0] == '+' || comment[0] == '-' || comment[0] == '(');
     if (!is_command && !is_thought) return false;
     if (is_command) {
       const std::size_t at = comment.find("%emt ");

@@ -12,10 +12,10 @@ struct PgnFacts {
   int number = 0;  ///< of the tag Number, by which the tourney's PGN file tells its games; 0: none
   std::string white;
   std::string black;
-  std::string ending;         ///< the comment that tells how it ended: "White mates"; may be empty
-  int plies = 0;              ///< half moves, the opening's included
-  std::optional<int> seconds; ///< how long it lasted
-  std::string termination;    ///< the tag of that name, when it is there
+  std::string ending;          ///< the comment that tells how it ended: "White mates"; may be empty
+  int plies = 0;               ///< half moves, the opening's included
+  std::optional<int> seconds;  ///< how long it lasted
+  std::string termination;     ///< the tag of that name, when it is there
 };
 
 /// Reads one game of a PGN file, from its first tag to its result. Bytes are taken as they are.

@@ -24,8 +24,8 @@ std::string GamesPgn(const Report& report, const PgnRecords& records, FileSystem
   std::string pgn;
   for (const ReportGame& game : report.games) {
     if (!game.pgn_offset) continue;
-    auto record = files.ReadPart(records.Path(), *game.pgn_offset,
-                                 static_cast<std::size_t>(game.pgn_size));
+    auto record =
+        files.ReadPart(records.Path(), *game.pgn_offset, static_cast<std::size_t>(game.pgn_size));
     if (!record) continue;
     std::erase(*record, '\r');
     while (record->ends_with('\n'))

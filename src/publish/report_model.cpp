@@ -173,7 +173,8 @@ std::vector<PairScore> ScoresOf(const Report& report) {
   for (const ReportGame& game : report.games) {
     Game scored;
     scored.result = game.result;
-    if (game.is_bye || game.state != ReportGameState::kPlayed || !IsDecidedOnBoard(scored)) continue;
+    if (game.is_bye || game.state != ReportGameState::kPlayed || !IsDecidedOnBoard(scored))
+      continue;
     if (game.white < 0 || game.black < 0 || game.white == game.black) continue;
     const double white = WhiteScore(scored) / double{kWinPoints};
     const auto first = static_cast<std::size_t>(std::min(game.white, game.black));

@@ -36,7 +36,7 @@ struct ReportGame {
   std::string ending;   ///< "White mates"; empty when nothing tells it
   std::optional<int> plies;
   std::optional<int> seconds;
-  std::string termination;                 ///< the PGN tag; empty when it is not known
+  std::string termination;                  ///< the PGN tag; empty when it is not known
   std::optional<std::uint64_t> pgn_offset;  ///< where its record lies in the tourney's PGN file
   std::uint64_t pgn_size = 0;
 
@@ -88,13 +88,13 @@ struct Report {
   std::string hash_tables;
   std::string tablebases;
   bool ponder = false;
-  std::int64_t changed_at = 0;    ///< seconds since 1970
-  std::string changed_at_text;    ///< "2026-11-22 03:57", local time
+  std::int64_t changed_at = 0;  ///< seconds since 1970
+  std::string changed_at_text;  ///< "2026-11-22 03:57", local time
   ReportCounts counts;
   std::vector<ReportParticipant> participants;  ///< in list order
-  std::vector<std::size_t> order;  ///< places of all, in the order of rank, byes last
-  std::vector<ReportGame> games;   ///< in list order
-  EloTable elo{0, {}};             ///< by place
+  std::vector<std::size_t> order;               ///< places of all, in the order of rank, byes last
+  std::vector<ReportGame> games;                ///< in list order
+  EloTable elo{0, {}};                          ///< by place
 };
 
 /// Makes the report. Changes nothing; takes time with the games, and with the cube of the
