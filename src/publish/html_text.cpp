@@ -1,5 +1,6 @@
 #include "publish/html_text.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "base/text.h"
@@ -33,6 +34,9 @@ void AddText(std::string& html, std::string_view text) {
 }
 
 void AddName(std::string& html, std::string_view name) {
+  // Most names have nothing in them that could change a direction, and a large page many names.
+  const bool is_ascii = std::all_of(name.begin(), name.end(), [](char c) { return c > 0; });
+  if (is_ascii) return AddText(html, name);
   html += "<bdi>";
   AddText(html, name);
   html += "</bdi>";

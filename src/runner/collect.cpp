@@ -22,14 +22,6 @@
 namespace tarvendo {
 namespace {
 
-void Announce(const Game& game) {
-  constexpr const char* kStars = "******************************************************";
-  PrintText(std::string("\n") + kStars + "\n" +
-            Format("Game %d: %s - %s : %s", game.number, game.white_player.c_str(),
-                   game.black_player.c_str(), ResultText(game.result)) +
-            "\n" + kStars + "\n> ");
-}
-
 /// What games that were collected have left. A claim goes last, for it tells whose the files are.
 struct Leftovers {
   std::vector<std::string> files;
@@ -64,7 +56,15 @@ void TakeResult(Tourney& tourney, PgnGroup& group, const Game& game, const std::
   change->pgn_file.clear();
   change->result = ResultInPgn(pgn);
   change->status = kReady;
-  Announce(game);
+  AnnounceResult(game);
+}
+
+void AnnounceResult(const Game& game) {
+  constexpr const char* kStars = "******************************************************";
+  PrintText(std::string("\n") + kStars + "\n" +
+            Format("Game %d: %s - %s : %s", game.number, game.white_player.c_str(),
+                   game.black_player.c_str(), ResultText(game.result)) +
+            "\n" + kStars + "\n> ");
 }
 
 void MoveOnAsATableDoes(Tourney& tourney) {

@@ -12,6 +12,8 @@
 #include "runner/batch_file.h"
 #include "runner/collect.h"
 #include "runner/running_games.h"
+#include "tourney/bye.h"
+#include "tourney/game_list.h"
 #include "tourney/history.h"
 #include "tourney/rounds.h"
 #include "tourney/tourney.h"
@@ -104,7 +106,7 @@ bool Referee::Judge(Tourney& tourney, TourneyFile& file, RunningGames& running,
   running.Remove(outcome.order);
   if (outcome.end == GameEnd::kCannotBeWatched) {
     // The claim stays: WinBoard may be playing all the same, and whoever starts next learns of it.
-    tourney.ChangeSwitch()->SetRunning(false);
+    tourney.ChangeSwitch()->StopItself();
     return false;
   }
   const Game* game = FindSameGame(tourney, outcome.order);
@@ -131,6 +133,27 @@ void Referee::TakeOver(Tourney& tourney, const GameOutcome& outcome) {
     return;
   }
   TakeResult(tourney, *pgn_, game, *outcome.pgn, outcome.order.pgn_file);
+  FollowResult(tourney);
+}
+
+bool Referee::JudgeBye(Tourney& tourney, TourneyFile& file, const RunningGames& running,
+                       const Game& game) {
+  const auto result = ResultByBye(tourney, game);
+  if (!result) return false;
+  DeleteGameFiles(tourney, host_.files, game);
+  {
+    const auto change = tourney.Change(game);
+    change->result = *result;
+    change->status = kReady;
+  }
+  AnnounceResult(game);
+  FollowResult(tourney);
+  if (pace_ == RefereePace::kAtOnce) SaveAndClear(tourney, file, running);
+  return MoveRoundOn(tourney);
+}
+
+/// The page, and the rounds that it moves on, behind each result.
+void Referee::FollowResult(Tourney& tourney) {
   if (pace_ == RefereePace::kAtOnce) {
     WritePage(tourney);
   } else {

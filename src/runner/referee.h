@@ -10,6 +10,7 @@
 
 namespace tarvendo {
 
+class Game;
 class RunningGames;
 class Tourney;
 class TourneyFile;
@@ -44,6 +45,11 @@ class Referee {
   bool Judge(Tourney& tourney, TourneyFile& file, RunningGames& running,
              const GameOutcome& outcome);
 
+  /// Gives a game with a bye, whose turn has come, its result (tourney/bye.h): nothing is played
+  /// and nothing goes into the tourney's PGN file, but it is announced, and the round moved on, as
+  /// above.
+  bool JudgeBye(Tourney& tourney, TourneyFile& file, const RunningGames& running, const Game& game);
+
   /// Saves (AutoSave) what has been judged since the last call, deletes the files of those games
   /// and writes the page. Should the save fail, the files stay, and the next call tries again.
   /// What lies there under the name of a game that was begun anew meanwhile is that one's.
@@ -62,6 +68,7 @@ class Referee {
 
   void DropFiles(const Tourney& tourney, const GameOrder& order);
   void TakeOver(Tourney& tourney, const GameOutcome& outcome);
+  void FollowResult(Tourney& tourney);
   void KeepOrLeaveDebugFile(const Tourney& tourney, const GameOutcome& outcome, bool lacks_result);
   void SaveAndClear(Tourney& tourney, TourneyFile& file, const RunningGames& running);
   void WritePage(Tourney& tourney);

@@ -155,9 +155,11 @@ class Page:
         for kind in ("mousePressed", "mouseReleased"):
             self.call("Input.dispatchMouseEvent", type=kind, x=x, y=y, button="left", clickCount=1)
 
-    def key(self, name, code):
-        for kind in ("rawKeyDown", "keyUp"):
-            self.call("Input.dispatchKeyEvent", type=kind, key=name, code=name, windowsVirtualKeyCode=code)
+    def key(self, name, code, text=""):
+        """Presses a key; `text` is what it types, "\\r" for Enter."""
+        down = {"type": "keyDown", "text": text} if text else {"type": "rawKeyDown"}
+        for event in (down, {"type": "keyUp"}):
+            self.call("Input.dispatchKeyEvent", key=name, code=name, windowsVirtualKeyCode=code, **event)
 
     def complaints(self):
         """What the browser has put down about the page: errors of scripts, breaches of its policy."""

@@ -36,7 +36,7 @@ EXCEPTIONS = {
 
 TOKEN = re.compile(r'//[^\n]*|/\*.*?\*/|\'(?:\\.|[^\'\\\n])*\'|"(?:\\.|[^"\\\n])*"', re.S)
 INCLUDE = re.compile(r"^\s*#.*$", re.M)
-PLACEHOLDER = re.compile(r"(%[-*.\d]*[dsu])")
+PLACEHOLDER = re.compile(r"(%[-*.\d]*z?[dsu])")
 ESCAPES = {"n": "\n", "t": "\t", '"': '"', "\\": "\\", "'": "'"}
 
 
