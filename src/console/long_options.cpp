@@ -20,8 +20,7 @@ constexpr std::array kLongOptions = {
     LongOption{"--patience", "MINUTES", NumberValue{&StartUp::patience, 100000},
                "end a game that has told nothing for so long"},
     LongOption{"--report", "DIR", PathValue{&StartUp::report},
-               "write standings, ratings and games as a web page and as\n"
-               "data into the directory DIR, again and again"},
+               "write a report, a web page and data, into that directory"},
     LongOption{"--help", "", &StartUp::wants_help, "print this, and end"},
     LongOption{"--version", "", &StartUp::wants_version, "print the version, and end"},
 };

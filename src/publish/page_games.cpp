@@ -51,7 +51,10 @@ void AddEnding(std::string& html, const ReportGame& game) {
 
 /// Browsers that know text fragments go to the game; others to the beginning of the file.
 void AddPgnLink(std::string& html, const ReportGame& game, const PageSurroundings& surroundings) {
-  if (!game.pgn_offset || *game.pgn_offset >= surroundings.pgn_until) return;
+  if (!game.pgn_offset || *game.pgn_offset >= surroundings.pgn_until) {
+    html += "<td>";
+    return;
+  }
   html += Format(
       "<td><a href=\"games.pgn#:~:text=%%5BNumber%%20%%22%d%%22%%5D\">PGN<span class=hidden> "
       "of game %d</span></a>",

@@ -1,6 +1,7 @@
 #include "publish/report_model.h"
 
 #include <algorithm>
+#include <limits>
 #include <unordered_set>
 
 #include "base/text.h"
@@ -9,6 +10,7 @@
 #include "publish/utf8.h"
 #include "tourney/game_score.h"
 #include "tourney/participant_places.h"
+#include "tourney/rounds.h"
 #include "tourney/standings.h"
 #include "tourney/tourney.h"
 
@@ -36,8 +38,6 @@ void FillHead(Report& report, const Tourney& tourney) {
   const TourneySettings& settings = tourney.Settings();
   report.name = ToUtf8(settings.name);
   report.is_swiss = tourney.IsSwiss();
-  report.round = tourney.State().round;
-  report.rounds = settings.rounds;
   report.sub_rounds = EffectiveSubRounds(tourney);
   report.time_control = settings.time_control;
   report.time_control_text = DescribeTimeControl(settings.time_control);
@@ -55,7 +55,7 @@ void FillParticipants(Report& report, const Tourney& tourney) {
     ReportParticipant shown;
     shown.number = player.number;
     shown.name = ToUtf8(player.texts.name);
-    shown.is_bye = IsByeOfReport(player);
+    shown.is_bye = IsBye(player);
     shown.points = standings[place].points;
     shown.buchholz = standings[place].buchholz;
     shown.sonneborn_berger = standings[place].sonneborn_berger;
@@ -137,6 +137,21 @@ void CountFor(Report& report, int place, QuarterPoints score) {
   }
 }
 
+/// The rounds of a round robin are told by its games: the settings have those of the next table.
+void FillRounds(Report& report, const Tourney& tourney) {
+  report.round = tourney.State().round;
+  report.rounds = tourney.Settings().rounds;
+  if (report.is_swiss) return;
+  report.rounds =
+      report.games.empty() ? RoundRobinRounds(static_cast<int>(report.order.size())) : 0;
+  int first_left = std::numeric_limits<int>::max();
+  for (const ReportGame& game : report.games) {
+    report.rounds = std::max(report.rounds, game.round);
+    if (game.state != ReportGameState::kPlayed) first_left = std::min(first_left, game.round);
+  }
+  report.round = std::min(report.games.empty() ? 1 : first_left, report.rounds);
+}
+
 /// The games of the rounds that are still to be paired.
 int GamesToCome(const Report& report) {
   if (!report.is_swiss) return 0;
@@ -199,10 +214,6 @@ std::vector<PairScore> ScoresOf(const Report& report) {
 
 }  // namespace
 
-bool IsByeOfReport(const Player& player) {
-  return player.texts.program_exe == "bye";
-}
-
 bool ReportGame::HasResult() const {
   return result != kUnknown && result != kUnfinished;
 }
@@ -218,6 +229,7 @@ Report MakeReport(const Tourney& tourney, const PgnRecords& records,
   FillHead(report, tourney);
   FillParticipants(report, tourney);
   FillGames(report, tourney, records, playing);
+  FillRounds(report, tourney);
   Count(report);
   report.changed_at = changed_at;
   report.changed_at_text = MomentText(changed_at);

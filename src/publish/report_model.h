@@ -12,12 +12,7 @@
 namespace tarvendo {
 
 class PgnRecords;
-class Player;
 class Tourney;
-
-/// Whether a participant is no engine but what makes the field even: a game against it is won
-/// without being played.
-bool IsByeOfReport(const Player& player);
 
 enum class ReportGameState { kToBePlayed, kPlaying, kPlayed };
 
@@ -79,7 +74,7 @@ struct ReportCounts {
 struct Report {
   std::string name;
   bool is_swiss = false;
-  int round = 0;
+  int round = 0;  ///< that is being played; in a round robin the first with games left, or the last
   int rounds = 0;
   int sub_rounds = 1;
   TimeControl time_control;

@@ -109,9 +109,9 @@ class Browser:
 
 
 class Page:
-    """One page in a tab of its own; `width` in CSS pixels."""
+    """One page in a tab of its own; `width` in CSS pixels; the script `before` runs before each of the page's own."""
 
-    def __init__(self, browser, path, width=1400, height=900, dark=False, script=True, paper=False):
+    def __init__(self, browser, path, width=1400, height=900, dark=False, script=True, paper=False, before=""):
         self.browser = browser
         target = browser.call("Target.createTarget", url="about:blank")["targetId"]
         self.target = target
@@ -123,6 +123,8 @@ class Page:
                   mobile=width < 600)
         self.call("Emulation.setEmulatedMedia", media="print" if paper else "",
                   features=[{"name": "prefers-color-scheme", "value": "dark" if dark else "light"}])
+        if before:
+            self.call("Page.addScriptToEvaluateOnNewDocument", source=before)
         if not script:
             self.call("Emulation.setScriptExecutionDisabled", value=True)
         began = time.monotonic()

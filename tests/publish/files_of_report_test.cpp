@@ -47,14 +47,16 @@ TEST(Csv, TextsThatNeedItStandInQuotes) {
   EXPECT_TRUE(Holds(standings, "1,1,\"a,b\",no,1.0,1,1,0,0,100.0,at least,"));
   EXPECT_TRUE(Holds(standings, ",\"c \"\"d\"\"\","));
   EXPECT_TRUE(Holds(standings, ",=1+1,no,0.0,0,0,0,0,,none,,,,,"));
-  EXPECT_TRUE(Holds(GamesCsv(made.Made()),
-                    "\n1,1,1,\"a,b\",\"c \"\"d\"\"\",played,1-0,\"White mates, \"\"at last\"\"\",normal,1,\n"));
+  EXPECT_TRUE(Holds(
+      GamesCsv(made.Made()),
+      "\n1,1,1,\"a,b\",\"c \"\"d\"\"\",played,1-0,\"White mates, \"\"at last\"\"\",normal,1,\n"));
 }
 
 TEST(Json, OfNamesThatAreNoUtf8IsUtf8) {
-  ReportedTourney made({"Gr\xF6\xDF"
-                        "e",
-                        "\"q\"\\"});
+  ReportedTourney made(
+      {"Gr\xF6\xDF"
+       "e",
+       "\"q\"\\"});
   EXPECT_TRUE(Holds(ReportJson(made.Made()), "\"name\": \"Größe\""));
   EXPECT_TRUE(Holds(ReportJson(made.Made()), "\"name\": \"\\\"q\\\"\\\\\""));
 }
@@ -80,7 +82,8 @@ TEST(Page, LinksGamesOnlyThatAreInGamesPgn) {
 TEST(GamesPgn, HasATerminationWhereItIsKnown) {
   EXPECT_EQ(WithTermination("[White \"A\"]\n[Black \"B\"]\n\n1. e4 1-0", "normal"),
             "[White \"A\"]\n[Black \"B\"]\n[Termination \"normal\"]\n\n1. e4 1-0");
-  EXPECT_EQ(WithTermination("[Termination \"x\"]\n\n1. e4", "normal"), "[Termination \"x\"]\n\n1. e4");
+  EXPECT_EQ(WithTermination("[Termination \"x\"]\n\n1. e4", "normal"),
+            "[Termination \"x\"]\n\n1. e4");
   EXPECT_EQ(WithTermination("[White \"A\"]\n\n1. e4", ""), "[White \"A\"]\n\n1. e4");
   EXPECT_EQ(WithTermination("1. e4", "normal"), "1. e4");
 }
@@ -90,9 +93,10 @@ class WrittenReport : public ::testing::Test {
   WrittenReport() {
     machine_.files.MakeDirectory("/out");
     made_.Play(1, 2, kDraw);
-    machine_.files.Put("/all.pgn",
-                       "[Event \"Cup\"]\n[Number \"1\"]\n[White \"Ada\"]\n[Black \"Ben\"]\n\n1. e4 e5\n"
-                       "{Draw agreed} 1/2-1/2\n\n");
+    machine_.files.Put(
+        "/all.pgn",
+        "[Event \"Cup\"]\n[Number \"1\"]\n[White \"Ada\"]\n[Black \"Ben\"]\n\n1. e4 e5\n"
+        "{Draw agreed} 1/2-1/2\n\n");
   }
 
   bool Write() { return files_.Write(made_.tourney, {{}, 1000000000, "/all.pgn", true}); }

@@ -22,7 +22,8 @@ TEST(PgnFacts, TellNumberAndNamesOfTheGame) {
 
 TEST(PgnFacts, CountTheMovesAndNothingElse) {
   EXPECT_EQ(Facts("1. e4 e5 2. Nf3 Nc6 3. O-O 0-0-0 1-0\n").plies, 6);
-  EXPECT_EQ(Facts("1.e4 e5 2.Nf3 {a comment with e4} Nc6 $3 (2. d4 {)} exd4) 3... a6 *\n").plies, 5);
+  EXPECT_EQ(Facts("1.e4 e5 2.Nf3 {a comment with e4} Nc6 $3 (2. d4 {)} exd4) 3... a6 *\n").plies,
+            5);
   EXPECT_EQ(Facts("12. e8=Q+ N@f3# ; the rest e4 e5\n0-1\n").plies, 2);
   EXPECT_EQ(Facts("1-0\n").plies, 0);
   EXPECT_EQ(Facts("").plies, 0);
@@ -37,7 +38,8 @@ TEST(PgnFacts, TheCommentBeforeTheResultTellsTheEnding) {
 }
 
 TEST(PgnFacts, TheTimesBehindTheMovesMakeTheDuration) {
-  EXPECT_EQ(Facts("1. e4 {+0.31/12 1.5} e5 {-0.10/9 0:45} 2. d4 {(d5) +0.2/8 2s} 1-0\n").seconds, 49);
+  EXPECT_EQ(Facts("1. e4 {+0.31/12 1.5} e5 {-0.10/9 0:45} 2. d4 {(d5) +0.2/8 2s} 1-0\n").seconds,
+            49);
   EXPECT_EQ(Facts("1. e4 {[%emt 0:00:20]} e5 {[%emt 0:01:05][%eval 3]} 1-0\n").seconds, 85);
   EXPECT_EQ(Facts("1. e4 {+0.31/12} e5 1-0\n").seconds, std::nullopt) << "without times";
   EXPECT_EQ(Facts("1. e4 e5 1-0\n").seconds, std::nullopt);

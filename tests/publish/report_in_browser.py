@@ -14,6 +14,7 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import time
 
 import page_checks
 from browser import Browser
@@ -72,12 +73,13 @@ def look_at(browser, name, report, axe, screenshots):
     data = read_json(report)
     faults = []
     for look, settings in LOOKS.items():
+        began = time.monotonic()
         page = browser.open(report / "index.html", **settings)
         found = page_checks.read_everywhere(page, data)
         if look == "no_script":
             found += page_checks.reads_well_without_script(page, data)
         elif look in ("wide", "narrow", "dark"):
-            found += page_checks.has_no_serious_fault(page, axe)
+            found += page_checks.has_no_serious_fault(page, axe, data)
         if look == "dark":
             found += page_checks.is_dark(page)
         if look == "wide":
@@ -87,6 +89,7 @@ def look_at(browser, name, report, axe, screenshots):
         if screenshots:
             page.screenshot(screenshots / f"{name}-{look}.png")
         page.close()
+        print(f"{name}, {look}: {len(found)} faults, {time.monotonic() - began:.1f} s", flush=True)
         faults += [f"{name}, {look}: {fault}" for fault in found]
     return faults
 

@@ -69,6 +69,20 @@ TEST(ReportModel, ExpectsTheGamesOfSwissRoundsToCome) {
   EXPECT_EQ(made.Made().counts.all, 10);
 }
 
+TEST(ReportModel, TellsTheRoundsOfARoundRobinByItsGames) {
+  ReportedTourney made({"Ada", "Ben", "Cyd", "Dan"});
+  EXPECT_EQ(made.Made().round, 1);
+  EXPECT_EQ(made.Made().rounds, 3);
+  made.Play(1, 2, kDraw, 1);
+  made.Add(1, 3, 2);
+  made.Add(1, 4, 3);
+  EXPECT_EQ(made.Made().round, 2);
+  made.tourney.ChangeGames()[1].status = kReady;
+  made.tourney.ChangeGames()[2].status = kReady;
+  EXPECT_EQ(made.Made().round, 3);
+  EXPECT_EQ(made.Made().rounds, 3);
+}
+
 TEST(ReportModel, KnowsWhatIsBeingPlayed) {
   ReportedTourney made({"Ada", "Ben"});
   made.Add(1, 2);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 #include "runner/small_tourney.h"
 
 namespace tarvendo {
@@ -15,6 +17,7 @@ class Reporting : public ::testing::Test, protected SmallTourney {
   Reporting() {
     machine.files.MakeDirectory("/out");
     AddGames(4);
+    reporter_ = std::make_unique<Reporter>(room, "/out");
   }
 
   /// How often the page has been written since the last call.
@@ -32,10 +35,10 @@ class Reporting : public ::testing::Test, protected SmallTourney {
 
   void Pass(milliseconds later = seconds(0)) {
     machine.clock.Advance(later);
-    next_ = reporter_.Pass();
+    next_ = reporter_->Pass();
   }
 
-  Reporter reporter_{room, "/out"};
+  std::unique_ptr<Reporter> reporter_;
   std::optional<TimePoint> next_;
   int written_ = 0;
 };
@@ -85,15 +88,15 @@ TEST_F(Reporting, ShowsThatAnotherGameIsBeingPlayed) {
 }
 
 TEST_F(Reporting, WritesOnceBehindAScriptThatChangedTheTourney) {
-  reporter_.WriteAtEnd();
+  reporter_->WriteAtEnd();
   EXPECT_EQ(Written(), 0) << "nothing was loaded or changed";
   Finish(1);
-  reporter_.WriteAtEnd();
+  reporter_->WriteAtEnd();
   EXPECT_EQ(Written(), 1);
-  reporter_.WriteAtEnd();
+  reporter_->WriteAtEnd();
   EXPECT_EQ(Written(), 0) << "at the end of the program nothing is new";
   Finish(2);
-  reporter_.WriteAtEnd();
+  reporter_->WriteAtEnd();
   EXPECT_EQ(Written(), 1);
 }
 
@@ -102,7 +105,7 @@ TEST_F(Reporting, WritesAtTheEndWhateverWasWrittenAMomentAgo) {
   Pass();
   Finish(1);
   Pass();
-  reporter_.WriteAtEnd();
+  reporter_->WriteAtEnd();
   EXPECT_EQ(Written(), 2);
   EXPECT_TRUE(machine.files.Has("/out/games.pgn"));
 }
@@ -113,7 +116,7 @@ TEST_F(Reporting, ReadsThePgnFileOfTheTourney) {
   machine.files.Put("/t/all.pgn",
                     "[Event \"Cup\"]\n[Number \"1\"]\n[White \"Alpha\"]\n[Black \"Beta\"]\n\n"
                     "1. e4 e5 {White mates} 1-0\n\n");
-  reporter_.WriteAtEnd();
+  reporter_->WriteAtEnd();
   EXPECT_NE(machine.files.Bytes("/out/games.csv").find("White mates,normal,2,"), std::string::npos);
   EXPECT_NE(machine.files.Bytes("/out/games.pgn").find("[Termination \"normal\"]"),
             std::string::npos);
