@@ -1,4 +1,4 @@
-#include "pairing/floater_limits.h"
+#include "pairing/chain_outlook.h"
 
 #include <gtest/gtest.h>
 
