@@ -54,7 +54,8 @@ class Reported {
       records_.Look(path_);
       const Report report = MakeReport(made_.tourney, records_, {}, 1000000000);
       page = ReportPage(report, {}).size();
-      all = page + StandingsCsv(report).size() + GamesCsv(report).size() + ReportJson(report).size();
+      all =
+          page + StandingsCsv(report).size() + GamesCsv(report).size() + ReportJson(report).size();
     }
     state.counters["page"] = static_cast<double>(page);
     state.counters["bytes"] = static_cast<double>(all);

@@ -55,10 +55,7 @@ void AddPgnLink(std::string& html, const ReportGame& game, const PageSurrounding
     html += "<td>";
     return;
   }
-  html += Format(
-      "<td><a href=\"games.pgn#:~:text=%%5BNumber%%20%%22%d%%22%%5D\">PGN<span class=hidden> "
-      "of game %d</span></a>",
-      game.number, game.number);
+  html += Format("<td><a href='games.pgn#:~:text=Number%%20%%22%d%%22'>PGN</a>", game.number);
 }
 
 void AddGame(std::string& html, const ReportGame& game, const PageSurroundings& surroundings) {

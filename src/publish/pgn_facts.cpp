@@ -176,7 +176,7 @@ struct KnownEnding {
 // The first that fits counts: an adjudicated repetition is an adjudication.
 constexpr std::array kKnownEndings = {
     KnownEnding{"adjudicat", "adjudication"},
-    KnownEnding{"forfeits on time", "time forfeit"},
+    KnownEnding{"on time", "time forfeit"},
     KnownEnding{"time forfeit", "time forfeit"},
     KnownEnding{"forfeit due to", "rules infraction"},
     KnownEnding{"illegal", "rules infraction"},

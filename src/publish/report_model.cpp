@@ -48,7 +48,7 @@ void FillHead(Report& report, const Tourney& tourney) {
 }
 
 void FillParticipants(Report& report, const Tourney& tourney) {
-  const std::vector<Standing> standings = StandingsOf(tourney);
+  const std::vector<ComputedStanding> standings = ComputeStandings(tourney);
   std::vector<int> ranks(standings.size());
   for (std::size_t place = 0; place < standings.size(); ++place) {
     const Player& player = tourney.Participants()[place];

@@ -71,6 +71,7 @@ TEST(PgnFacts, TheNextGameBeginsWithItsTags) {
 TEST(PgnFacts, TheTerminationFollowsFromTheEnding) {
   EXPECT_EQ(TerminationOf("White mates", true), "normal");
   EXPECT_EQ(TerminationOf("Black forfeits on time", true), "time forfeit");
+  EXPECT_EQ(TerminationOf("White wins on time", true), "time forfeit");
   EXPECT_EQ(TerminationOf("Xboard adjudication: Checkmate", true), "adjudication");
   EXPECT_EQ(TerminationOf("Xboard: Forfeit due to illegal move: e1g1", true), "rules infraction");
   EXPECT_EQ(TerminationOf("first engine exited unexpectedly", true), "abandoned");
