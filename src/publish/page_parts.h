@@ -18,7 +18,8 @@ struct PageLimits {
   std::size_t cross_table = 400;     ///< of a round robin; more have none
   std::size_t superiority = 300;     ///< more see the ten behind them only
   std::size_t elo_rows = 100;
-  std::size_t open_games = 600;  ///< more games: only the last round is unfolded at first
+  std::size_t open_games = 600;        ///< more games: only the last round is unfolded at first
+  std::size_t games_in_tables = 5000;  ///< more are lines of text: cells are what weighs
 };
 inline constexpr PageLimits kPageLimits;
 

@@ -56,8 +56,10 @@ tbody th,thead th:nth-child(2){position:sticky;left:0;z-index:1;text-align:left}
 thead th:nth-child(2){z-index:3}
 .text{text-align:left}
 td.text{min-width:8rem;max-width:24rem}
-.games{table-layout:fixed;width:100%;min-width:54rem}
+table.games{table-layout:fixed;width:100%;min-width:54rem}
 .round .scroll{width:auto}
+ul.games{list-style:none;margin:0;padding:0;font-size:.9375rem}
+ul.games li{border-bottom:1px solid var(--line);padding:.2rem 0}
 .games th,.games td,.games tbody th{min-width:0;max-width:none}
 .games th:nth-child(1){width:4.5rem}.games th:nth-child(3){width:5rem}.games th:nth-child(5){width:28%}
 .games th:nth-child(6){width:4.5rem}.games th:nth-child(7),.games th:nth-child(8){width:6rem}
@@ -92,9 +94,10 @@ background:var(--ink);color:var(--paper);font-size:.8125rem;padding:.25rem .5rem
 td[data-r]:nth-child(-n+8):hover::after,td[data-r]:nth-child(-n+8):focus::after{right:auto;left:0}
 summary{cursor:pointer;font-weight:600;padding:.4rem 0}
 details[open]>summary{margin-bottom:.25rem}
-.elo>div{display:grid;grid-template-columns:minmax(8rem,15rem) 1fr 7.5rem;gap:0 1rem;align-items:center;
+.elo>div{display:grid;grid-template-columns:minmax(8rem,15rem) minmax(0,1fr) 7.5rem;gap:0 1rem;align-items:center;
 font-size:.875rem}
 .elo>div>span{padding:.15rem 0}
+.elo>div>span:first-child,.legend span{overflow-wrap:anywhere;min-width:0}
 .elo>div>span:last-child{text-align:right;white-space:nowrap}
 .elo>div>svg{display:block;width:100%;height:26px;overflow:visible}
 .axis .marks{position:relative;height:1.5rem;color:var(--soft);font-size:.8125rem}
@@ -128,7 +131,7 @@ tbody th,.cross tbody th{min-width:7rem;max-width:9.5rem}
 .games{min-width:46rem}.games tbody th{position:static}
 td.text{max-width:12rem}
 dl{display:grid;grid-template-columns:1fr 1fr;gap:.6rem 1rem}
-.elo>div{grid-template-columns:1fr auto}
+.elo>div{grid-template-columns:minmax(0,1fr) auto}
 .elo>div>svg,.elo .marks{grid-column:1/-1;order:3}
 .elo>.axis>span{display:none}
 .elo>div{padding-left:1.2rem;padding-right:1.2rem}
