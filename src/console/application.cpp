@@ -65,15 +65,9 @@ RunnerOptions HowToPlay(const StartUp& start, Reporter* reporter) {
 /// Everything that lives from start to end, in the order in which it is made; taken down in
 /// reverse.
 struct Application {
-<<<<<<< HEAD
-  Application(Host& host, const StartUp& start)
-      : room(host),
-=======
-  Application(Host& host, Outputs& its_outputs, const RunnerOptions& options,
-              bool loads_start_tourney)
+  Application(Host& host, Outputs& its_outputs, const StartUp& start)
       : outputs(its_outputs),
         room(host),
->>>>>>> main
         emergency(host.files),
         interpreter({room, players, ExecutableDirectory()}),
         reporter(start.report.empty() ? nullptr : std::make_unique<Reporter>(room, start.report)),
@@ -205,23 +199,9 @@ std::optional<int> AnswerAtOnce(const StartUp& start, FileSystem& files) {
     WriteConsole(start.wants_help ? CommandLineHelp() : VersionLine());
     return kAllPlayed;
   }
-<<<<<<< HEAD
-  std::string error = start.error;
-  if (error.empty() && !start.resume.empty()) error = WhyNotResumed(files, start.resume);
-  if (error.empty() && start.gives_code && !start.script.empty() &&
-      !files.IsReadable(start.script)) {
-    error = "The script '" + start.script + "' cannot be read.";
-  }
-  if (error.empty() && !start.report.empty() && !MakeReportDirectory(files, start.report)) {
-    error = "The directory of the report, '" + start.report + "', cannot be made.";
-  }
-  if (error.empty()) return std::nullopt;
-  WriteConsoleError(error + "\n");
-=======
   const std::string why = WhyRefused(start, files);
   if (why.empty()) return std::nullopt;
   WriteConsoleError(why + "\n");
->>>>>>> main
   return kRefused;
 }
 
@@ -236,12 +216,8 @@ ExitCode Run(Application& application, const StartUp& start) {
       PrintText(Banner());
       is_refused = !ResumeTourney(application.room, start.resume);
     }
-<<<<<<< HEAD
-    if (start.AwaitsEnd() && !is_refused) missing = AwaitRunner(application);
-    if (!is_refused) WriteReport(application);
-=======
     if (start.AwaitsEnd() && !is_refused) missing = FinishRun(application, start);
->>>>>>> main
+    if (!is_refused) WriteReport(application);
   });
   if (is_refused) return kRefused;
   if (ended_well) {
@@ -260,19 +236,18 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
   StartUp start = ReadCommandLine(words);
   MakePathsFull(start, host.files);
   if (const std::optional<int> code = AnswerAtOnce(start, host.files)) return *code;
+  if (!start.report.empty() && !MakeReportDirectory(host.files, start.report)) {
+    WriteConsoleError("The directory of the report, '" + start.report + "', cannot be made.\n");
+    return kRefused;
+  }
   const FaultGuard guard;
-<<<<<<< HEAD
-  const LogScope log(host);
-  Application application(host, start);
-=======
   Outputs outputs(WriteConsole, WriteConsoleError, IsOutputTerminal() && ColumnsOfError() > 0);
   if (!start.log.empty() && !outputs.AddTimedLog(host, start.log)) {
     WriteConsoleError("--log: '" + start.log + "' cannot be written to.\n");
     return kRefused;
   }
   const LogScope log(host, outputs);
-  Application application(host, outputs, HowToPlay(start), start.resume.empty());
->>>>>>> main
+  Application application(host, outputs, start);
   const ExitCode code = Run(application, start);
   if (start.games > 0) TellOfGamesThatGoOn(application);
   return start.TellsEnd() ? code : kAsEver;
