@@ -24,6 +24,8 @@
 #include "platform/paths.h"
 #include "platform/processes.h"
 #include "players/player_database.h"
+#include "publish/report_files.h"
+#include "runner/reporter.h"
 #include "runner/runner.h"
 #include "runner/tourney_room.h"
 #include "tourney/tourney.h"
@@ -52,17 +54,25 @@ struct EmergencyPlace {
   const std::string old_file;
 };
 
+RunnerOptions HowToPlay(const StartUp& start, Reporter* reporter) {
+  RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
+  options.play.replays = start.resume.empty();
+  options.game.patience = std::chrono::minutes(start.patience);
+  options.reporter = reporter;
+  return options;
+}
+
 /// Everything that lives from start to end, in the order in which it is made; taken down in
 /// reverse.
 struct Application {
-  Application(Host& host, Outputs& its_outputs, const RunnerOptions& options,
-              bool loads_start_tourney)
+  Application(Host& host, Outputs& its_outputs, const StartUp& start)
       : outputs(its_outputs),
         room(host),
         emergency(host.files),
         interpreter({room, players, ExecutableDirectory()}),
-        runner(room, options) {
-    if (loads_start_tourney) LoadStartTourney(host.files);
+        reporter(start.report.empty() ? nullptr : std::make_unique<Reporter>(room, start.report)),
+        runner(room, HowToPlay(start, reporter.get())) {
+    if (start.resume.empty()) LoadStartTourney(host.files);
     if (!runner.StartThread()) Print("Initializing runner failed!\n");
   }
 
@@ -78,6 +88,7 @@ struct Application {
   EmergencyPlace emergency;
   PlayerDatabase players;
   CommandInterpreter interpreter;
+  std::unique_ptr<Reporter> reporter;  ///< null without --report
   Runner runner;
 };
 
@@ -103,21 +114,19 @@ void RunKeyboardPass(Application& application, bool with_banner) {
   application.interpreter.RunCommandLoop(input, with_banner);
 }
 
+void WriteReport(Application& application) {
+  if (application.reporter) application.reporter->WriteAtEnd();
+}
+
 void RunPasses(Application& application, const StartUp& start) {
   const std::unique_ptr<InputStream> script =
       start.script.empty() ? nullptr : OpenScript(start.script);
   if (script) {
     LineInput input(*script, false);
     application.interpreter.RunCommandLoop(input, true);
+    WriteReport(application);
   }
   if (!script || start.continues) RunKeyboardPass(application, !script);
-}
-
-RunnerOptions HowToPlay(const StartUp& start) {
-  RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
-  options.play.replays = start.resume.empty();
-  options.game.patience = std::chrono::minutes(start.patience);
-  return options;
 }
 
 /// Games that are being played are left to themselves. Who plays many wants to know how many.
@@ -208,6 +217,7 @@ ExitCode Run(Application& application, const StartUp& start) {
       is_refused = !ResumeTourney(application.room, start.resume);
     }
     if (start.AwaitsEnd() && !is_refused) missing = FinishRun(application, start);
+    if (!is_refused) WriteReport(application);
   });
   if (is_refused) return kRefused;
   if (ended_well) {
@@ -226,6 +236,10 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
   StartUp start = ReadCommandLine(words);
   MakePathsFull(start, host.files);
   if (const std::optional<int> code = AnswerAtOnce(start, host.files)) return *code;
+  if (!start.report.empty() && !MakeReportDirectory(host.files, start.report)) {
+    WriteConsoleError("The directory of the report, '" + start.report + "', cannot be made.\n");
+    return kRefused;
+  }
   const FaultGuard guard;
   Outputs outputs(WriteConsole, WriteConsoleError, IsOutputTerminal() && ColumnsOfError() > 0);
   if (!start.log.empty() && !outputs.AddTimedLog(host, start.log)) {
@@ -233,7 +247,7 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
     return kRefused;
   }
   const LogScope log(host, outputs);
-  Application application(host, outputs, HowToPlay(start), start.resume.empty());
+  Application application(host, outputs, start);
   const ExitCode code = Run(application, start);
   if (start.games > 0) TellOfGamesThatGoOn(application);
   return start.TellsEnd() ? code : kAsEver;
