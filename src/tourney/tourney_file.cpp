@@ -39,7 +39,7 @@ bool IsForeign(FileSystem& files, const std::string& path) {
 bool TourneyFile::IsOfEmergency(const std::string& name) {
   const std::size_t separator = LastSeparator(name);
   const std::string bare = separator == std::string::npos ? name : name.substr(separator + 1);
-  return bare == kEmergencyName || bare == kOldEmergencyName;
+  return bare == kEmergencyName || (bare.starts_with("emergency.old") && bare.ends_with(".ini"));
 }
 
 bool TourneyFile::IsTourneyFile(FileSystem& files, const std::string& path) {
