@@ -26,7 +26,7 @@ PLAYERS = ("Alpha", "Beta", "Gamma")
 GAMES = games_between(len(PLAYERS))
 IMPOSSIBLE = 99  # says at_call
 NO_MORE = 400  # calls of one kind are there in no tourney
-PATIENCE = 10  # seconds; a program whose every lock fails, say, waits for ever
+PATIENCE = 4  # seconds; a program whose every lock fails, say, waits for ever
 UNKNOWN = 1
 ERRORS = {
     "write": ("ENOSPC", "EIO"),

@@ -27,12 +27,13 @@ import subprocess
 import sys
 import time
 
-from stub_tourney import ENDED, BrokenPromise, Tourney, add_options, games_between, make_ready, read_tourney, result_of
+from stub_tourney import ENDED, BrokenPromise, Tourney, add_options, games_between, make_ready, read_tourney
 
 PLAYERS = ("Alpha", "Beta", "Gamma", "Delta")
 GAMES = games_between(len(PLAYERS))
 PATIENCE = 20  # seconds
 LONGEST_GAME = 40  # milliseconds
+KILOBYTES = (0, 0, 5, 20)  # what is longer than four goes into a file in several pieces
 LATEST_CUT = 0.4  # seconds behind the start
 CALLS = 500
 KILLED = (-signal.SIGKILL, 9, 99)
@@ -150,7 +151,7 @@ class Cutter:
         for file in ("tourney.ini", "players.txt"):
             shutil.copy(self.prepared / file, tourney.directory)
         lasts = [self.random.choice((0, self.random.randrange(LONGEST_GAME))) for _ in range(GAMES)]
-        tourney.write("stub_plan.txt", "".join(f"g{n} {result_of(n)} ms={ms}\n" for n, ms in enumerate(lasts, 1)))
+        tourney.plan_games(lasts, [self.random.choice(KILOBYTES) for _ in lasts])
         self.disk.write_all()
         return tourney
 
