@@ -33,6 +33,7 @@ EXCEPTIONS = {
     "%zu/%zu played, %zu playing, %zu without result, round %d/%d":
         "a minute is too long for a transcript; unit tests show it",
     "Error deleting file:  ": "the superuser, who runs the tests, may delete everything; a unit test says it",
+    "The 'emergency.ini' of an earlier time is replaced.\n": "likewise, of a file that cannot be renamed",
     " /ncp /td 0 ": "a part of a command line, not printed",
     '[white "': "looked for in the files of games, not printed",
     '[black "': "looked for in the files of games, not printed",
