@@ -62,7 +62,7 @@ endfunction()
 
 # All rooms at home. Another host sees those that know of it, and the thread sanitizer those that have threads; the
 # built program is run everywhere.
-set(rooms platform base play players tourney reports pairing runner console)
+set(rooms platform base play players tourney reports publish pairing runner console)
 set(rooms_with_some_threads "")
 if(WIN32)
   set(rooms platform)
@@ -75,6 +75,13 @@ foreach(room ${rooms})
 endforeach()
 if(WIN32)
   separate_sources(platform_tests)
+endif()
+
+# Hands random chains and the program's answers to a second search, which is a script.
+if(NOT WIN32 AND NOT TARVENDO_SANITIZE)
+  add_executable(print_chains pairing/second_search/print_chains.cpp pairing/random_chains.cpp)
+  target_include_directories(print_chains PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(print_chains PRIVATE tarvendo_pairing)
 endif()
 
 # The longest is started first, so that nobody waits for it alone.

@@ -13,7 +13,10 @@
 #include "console/exit_code.h"
 #include "console/line_input.h"
 #include "console/long_options.h"
+#include "console/outputs.h"
+#include "console/progress_display.h"
 #include "console/resume.h"
+#include "console/start_check.h"
 #include "console/start_up.h"
 #include "platform/faults.h"
 #include "platform/files.h"
@@ -21,6 +24,8 @@
 #include "platform/paths.h"
 #include "platform/processes.h"
 #include "players/player_database.h"
+#include "publish/report_files.h"
+#include "runner/reporter.h"
 #include "runner/runner.h"
 #include "runner/tourney_room.h"
 #include "tourney/tourney.h"
@@ -29,7 +34,6 @@
 namespace tarvendo {
 namespace {
 
-constexpr const char* kLogFile = "Tarvendo.log";
 constexpr const char* kStartFile = "tourney.ini";
 
 /// A save that hangs (a fault may have left the memory allocator's lock taken) must not hang for
@@ -50,15 +54,25 @@ struct EmergencyPlace {
   const std::string old_file;
 };
 
+RunnerOptions HowToPlay(const StartUp& start, Reporter* reporter) {
+  RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
+  options.play.replays = start.resume.empty();
+  options.game.patience = std::chrono::minutes(start.patience);
+  options.reporter = reporter;
+  return options;
+}
+
 /// Everything that lives from start to end, in the order in which it is made; taken down in
 /// reverse.
 struct Application {
-  Application(Host& host, const RunnerOptions& options, bool loads_start_tourney)
-      : room(host),
+  Application(Host& host, Outputs& its_outputs, const StartUp& start)
+      : outputs(its_outputs),
+        room(host),
         emergency(host.files),
         interpreter({room, players, ExecutableDirectory()}),
-        runner(room, options) {
-    if (loads_start_tourney) LoadStartTourney(host.files);
+        reporter(start.report.empty() ? nullptr : std::make_unique<Reporter>(room, start.report)),
+        runner(room, HowToPlay(start, reporter.get())) {
+    if (start.resume.empty()) LoadStartTourney(host.files);
     if (!runner.StartThread()) Print("Initializing runner failed!\n");
   }
 
@@ -69,16 +83,21 @@ struct Application {
     if (files.Exists(start_file)) room.file.With(hold).Load(*hold, start_file);
   }
 
+  Outputs& outputs;
   TourneyRoom room;
   EmergencyPlace emergency;
   PlayerDatabase players;
   CommandInterpreter interpreter;
+  std::unique_ptr<Reporter> reporter;  ///< null without --report
   Runner runner;
 };
 
 /// Makes TheLog for as long as it lives.
 struct LogScope {
-  explicit LogScope(Host& host) : log(host, WriteConsole, WriteConsoleError) {
+  LogScope(Host& host, Outputs& outputs)
+      : log(
+            host, [&outputs](const std::string& text) { outputs.ToConsole(text); },
+            [&outputs](const std::string& text) { outputs.ToError(text); }) {
     TheLog = &log;
     log.AddFile(kLogFile);
   }
@@ -95,37 +114,64 @@ void RunKeyboardPass(Application& application, bool with_banner) {
   application.interpreter.RunCommandLoop(input, with_banner);
 }
 
+void WriteReport(Application& application) {
+  if (application.reporter) application.reporter->WriteAtEnd();
+}
+
 void RunPasses(Application& application, const StartUp& start) {
   const std::unique_ptr<InputStream> script =
       start.script.empty() ? nullptr : OpenScript(start.script);
   if (script) {
     LineInput input(*script, false);
     application.interpreter.RunCommandLoop(input, true);
+    WriteReport(application);
   }
   if (!script || start.continues) RunKeyboardPass(application, !script);
-}
-
-RunnerOptions HowToPlay(const StartUp& start) {
-  RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
-  options.play.replays = start.resume.empty();
-  options.game.patience = std::chrono::minutes(start.patience);
-  return options;
 }
 
 /// Games that are being played are left to themselves. Who plays many wants to know how many.
 void TellOfGamesThatGoOn(Application& application) {
   const std::size_t games = application.runner.CountGames().under_way;
   if (games == 0) return;
-  WriteConsoleError("Games that go on by themselves: " + std::to_string(games) + "\n");
+  PrintError("Games that go on by themselves: " + std::to_string(games) + "\n");
+}
+
+/// Waits until the runner has nothing left to do, and shows how far it is when that is wanted.
+void AwaitRunner(Application& application, const StartUp& start) {
+  Runner& runner = application.runner;
+  if (!start.shows_progress) return runner.AwaitIdle();
+  const auto count = [&application] {
+    const Runner::Counts games = application.runner.CountGames();
+    RunCounts counts = CountRun(*application.room.shared.Take());
+    counts.playing = games.under_way;
+    counts.ended_here = games.judged;
+    return counts;
+  };
+  ProgressDisplay display(application.room.host.clock, application.outputs, count, ColumnsOfError);
+  runner.AwaitIdle([&display] { return display.Look(); });
+  display.End();
 }
 
 /// What the runner has still to do is done, then the tourney is saved. Returns what is missing.
-std::string AwaitRunner(Application& application) {
-  application.runner.AwaitIdle();
+std::string FinishRun(Application& application, const StartUp& start) {
+  AwaitRunner(application, start);
   if (TerminationRequested()) throw Terminated("asked to end while the runner was playing");
   const Hold hold = application.room.shared.Take();
   const bool is_saved = application.room.file.With(hold).AutoSave(*hold);
   return WhatIsMissing(*hold, is_saved);
+}
+
+/// The file of an earlier emergency becomes emergency.old.ini or, where that name cannot be taken,
+/// emergency.old2.ini and so on. False when it is still there.
+bool SetEarlierAside(FileSystem& files, const EmergencyPlace& place) {
+  constexpr int kMostNames = 9;
+  if (files.Rename(place.file, place.old_file)) return true;
+  const std::string stem = place.old_file.substr(0, place.old_file.rfind('.'));
+  for (int n = 2; n <= kMostNames; ++n) {
+    const std::string name = stem + std::to_string(n) + ".ini";
+    if (!files.Exists(name) && files.Rename(place.file, name)) return true;
+  }
+  return false;
 }
 
 /// What an earlier emergency has saved is kept, and not given away for nothing.
@@ -134,15 +180,19 @@ bool SaveTourney(Application& application, const Hold& hold) {
   const EmergencyPlace& place = application.emergency;
   if (files.IsPlainFile(files.FollowLinks(place.file))) {
     if (hold->Participants().empty() && hold->Games().empty()) return true;
-    // Should that fail, the tourney of today counts more than the one of then.
-    files.Rename(place.file, place.old_file);
+    // The tourney of today counts more than the one of then.
+    if (!SetEarlierAside(files, place)) {
+      WriteConsoleError("The 'emergency.ini' of an earlier time is replaced.\n");
+    }
   }
   return application.room.file.With(hold).SaveBeside(*hold, place.directory, place.file);
 }
 
 void SaveInEmergency(Application& application) {
-  WriteConsole("An exception has occurred and tourney will be closed.\n");
-  WriteConsole("Trying to save current tourney to file 'emergency.ini' in current directory.\n");
+  const std::string announcement =
+      "An exception has occurred and tourney will be closed.\n"
+      "Trying to save current tourney to file 'emergency.ini' in current directory.\n";
+  WriteConsole(announcement);
   EndProcessAfter(kEmergencySeconds);
   const Hold hold = application.room.shared.TakeForEmergency(kLockPatience);
   bool saved = false;
@@ -155,6 +205,7 @@ void SaveInEmergency(Application& application) {
   }
   // Last, for it matters least; if it fails, a file is left that the next command writes over.
   CallGuarded([] { TheLog->DropShellOutput(); });
+  CallGuarded([&] { application.outputs.NoteInEmergency(announcement); });
 }
 
 /// What is told or refused before anything is touched: the exit code then.
@@ -163,14 +214,9 @@ std::optional<int> AnswerAtOnce(const StartUp& start, FileSystem& files) {
     WriteConsole(start.wants_help ? CommandLineHelp() : VersionLine());
     return kAllPlayed;
   }
-  std::string error = start.error;
-  if (error.empty() && !start.resume.empty()) error = WhyNotResumed(files, start.resume);
-  if (error.empty() && start.gives_code && !start.script.empty() &&
-      !files.IsReadable(start.script)) {
-    error = "The script '" + start.script + "' cannot be read.";
-  }
-  if (error.empty()) return std::nullopt;
-  WriteConsoleError(error + "\n");
+  const std::string why = WhyRefused(start, files);
+  if (why.empty()) return std::nullopt;
+  WriteConsoleError(why + "\n");
   return kRefused;
 }
 
@@ -185,13 +231,15 @@ ExitCode Run(Application& application, const StartUp& start) {
       PrintText(Banner());
       is_refused = !ResumeTourney(application.room, start.resume);
     }
-    if (start.AwaitsEnd() && !is_refused) missing = AwaitRunner(application);
+    if (start.AwaitsEnd() && !is_refused) missing = FinishRun(application, start);
+    if (!is_refused) WriteReport(application);
   });
   if (is_refused) return kRefused;
   if (ended_well) {
-    if (start.TellsEnd() && !missing.empty()) WriteConsoleError(missing);
+    if (start.TellsEnd() && !missing.empty()) PrintError(missing);
     return CodeOf(RunEnd::kDone, missing);
   }
+  application.outputs.Status().Clear();
   const bool is_asked = TerminationRequested() && !application.runner.HasDied();
   SaveInEmergency(application);
   return CodeOf(is_asked ? RunEnd::kAsked : RunEnd::kFault, missing);
@@ -203,9 +251,18 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
   StartUp start = ReadCommandLine(words);
   MakePathsFull(start, host.files);
   if (const std::optional<int> code = AnswerAtOnce(start, host.files)) return *code;
+  if (!start.report.empty() && !MakeReportDirectory(host.files, start.report)) {
+    WriteConsoleError("The directory of the report, '" + start.report + "', cannot be made.\n");
+    return kRefused;
+  }
   const FaultGuard guard;
-  const LogScope log(host);
-  Application application(host, HowToPlay(start), start.resume.empty());
+  Outputs outputs(WriteConsole, WriteConsoleError, IsOutputTerminal() && ColumnsOfError() > 0);
+  if (!start.log.empty() && !outputs.AddTimedLog(host, start.log)) {
+    WriteConsoleError("--log: '" + start.log + "' cannot be written to.\n");
+    return kRefused;
+  }
+  const LogScope log(host, outputs);
+  Application application(host, outputs, start);
   const ExitCode code = Run(application, start);
   if (start.games > 0) TellOfGamesThatGoOn(application);
   return start.TellsEnd() ? code : kAsEver;

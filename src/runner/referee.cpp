@@ -45,7 +45,7 @@ void AnnounceUnwatchable() {
 }
 
 void AnnounceNoResult(const Game& game) {
-  PrintText("\n" + Stars(79) + "\n" +
+  PrintText(std::string("\n") + Stars(79) + "\n" +
             Format("Game %d: %s - %s result not found, and therefore set to UNKNOWN.\n",
                    game.number, game.white_player.c_str(), game.black_player.c_str()) +
             Stars(79) + "\n> ");
@@ -183,7 +183,7 @@ void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file, const RunningGam
     // A load between the result and this save has made the game one to be played, and it is.
     return running.HasNumber(settled.order.number) || ClearUp(tourney, settled);
   });
-  DropJournal(tourney, host_.files);
+  pgn_->DropJournals(tourney);
 }
 
 /// A game that was begun anew has taken the claim over: then it is that one's.

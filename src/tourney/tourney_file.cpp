@@ -57,7 +57,7 @@ class TourneyFile::PlaceKeeper {
 bool TourneyFile::IsOfEmergency(const std::string& name) {
   const std::size_t separator = LastSeparator(name);
   const std::string bare = separator == std::string::npos ? name : name.substr(separator + 1);
-  return bare == kEmergencyName || bare == kOldEmergencyName;
+  return bare == kEmergencyName || (bare.starts_with("emergency.old") && bare.ends_with(".ini"));
 }
 
 bool TourneyFile::IsTourneyFile(FileSystem& files, const std::string& path) {

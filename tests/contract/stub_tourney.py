@@ -35,14 +35,15 @@ def result_of(number):
     return {0: "1/2-1/2", 1: "1-0", 2: "0-1"}[number % 3]
 
 
-def merged_pgn(game):
+def merged_pgn(game, kilobytes=0):
     """The game as it stands in the tourney's PGN file."""
+    comments = kilobytes * ("{" + 1021 * "k" + "}\n")
     result = result_of(game["number"])
     return (
         f'[Event "My Own Winboard Tourney"]\n[Site "stub"]\n[Date "2001.09.25"]\n'
         f'[Round "{game["round"]}"]\n[Number "{game["number"]}"]\n'
         f'[White "{game["white"]}"]\n[Black "{game["black"]}"]\n[Result "{result}"]\n\n'
-        f'1. e4 e5 2. Nf3 Nc6\n{{g{game["number"]}}} {result}\n\n'
+        f'1. e4 e5 2. Nf3 Nc6\n{comments}{{g{game["number"]}}} {result}\n\n'
     )
 
 
@@ -92,6 +93,7 @@ class Tourney:
         self.launcher = options.launcher.split()
         self.games_at_once = games_at_once
         self.players = players
+        self.kilobytes = {}  # of comments, by the game's number
         self.directory = options.scratch / name
         self.directory.mkdir(parents=True)
         self.program = self.directory / options.program.name
@@ -106,7 +108,8 @@ class Tourney:
         path = self.directory / name
         return path.read_text() if path.exists() else ""
 
-    def start(self, script=PLAY, die_at=0, script_name="script.txt", stdout=subprocess.DEVNULL):
+    def start(self, script=PLAY, die_at=0, script_name="script.txt", stdout=subprocess.DEVNULL, meddler=()):
+        """Starts the program; `meddler` is what stands in front of it, at_call and its words."""
         self.write(script_name, script)
         environment = dict(os.environ, TZ="UTC0", TARVENDO_DIE_AT=str(die_at))
         environment.pop("COMSPEC", None)
@@ -114,7 +117,7 @@ class Tourney:
         if self.games_at_once > 1:
             words += ["--games", str(self.games_at_once)]
         return subprocess.Popen(
-            self.launcher + [str(self.program)] + words,
+            [*meddler, *self.launcher, str(self.program), *words],
             cwd=self.directory,
             env=environment,
             stdin=subprocess.DEVNULL,
@@ -122,9 +125,9 @@ class Tourney:
             stderr=subprocess.DEVNULL,
         )
 
-    def run(self, script=PLAY, die_at=0):
+    def run(self, script=PLAY, die_at=0, meddler=()):
         """Runs the program; returns whether it came to its own end."""
-        code = self.start(script, die_at).wait(timeout=60)
+        code = self.start(script, die_at, meddler=meddler).wait(timeout=60)
         if code not in (ENDED, DIED):
             raise BrokenPromise(f"the program ended with the code {code}")
         return code == ENDED
@@ -142,6 +145,18 @@ class Tourney:
         for name in ("tourney.ini", "players.txt"):
             shutil.copy(prepared.directory / name, self.directory)
 
+    def plan_games(self, lasts, kilobytes):
+        """How many milliseconds each game lasts, and how many kilobytes of comments its record holds."""
+        self.kilobytes = dict(enumerate(kilobytes, 1))
+        plan = [
+            f"g{number} {result_of(number)} ms={milliseconds} kb={self.kilobytes[number]}\n"
+            for number, milliseconds in enumerate(lasts, 1)
+        ]
+        self.write("stub_plan.txt", "".join(plan))
+
+    def merged(self, game):
+        return merged_pgn(game, self.kilobytes.get(game["number"], 0))
+
     def check(self, must_be_over):
         """Raises when a game that was played to its end is lost."""
         games = read_tourney(self.directory / "tourney.ini")
@@ -156,9 +171,10 @@ class Tourney:
                 continue
             if RESULTS.get(game["result"]) != result_of(number):
                 raise BrokenPromise(f"game {number} has the result {game['result']}")
-            if merged_pgn(game) not in collected:
+            text = self.merged(game)
+            if text not in collected:
                 raise BrokenPromise(f"game {number} is READY, but not in the PGN file")
-            collected = collected.replace(merged_pgn(game), "", 1)
+            collected = collected.replace(text, "", 1)
         if must_be_over and collected:
             raise BrokenPromise(f"the PGN file holds something twice or in halves: {collected!r}")
 
@@ -166,10 +182,10 @@ class Tourney:
         """Raises when the tourney's PGN file is not made of all games, each once."""
         collected = self.read("default.pgn")
         for game in read_tourney(self.directory / "tourney.ini"):
-            times = collected.count(merged_pgn(game))
+            times = collected.count(self.merged(game))
             if times != 1:
                 raise BrokenPromise(f"game {game['number']} stands in the PGN file {times} times")
-            collected = collected.replace(merged_pgn(game), "")
+            collected = collected.replace(self.merged(game), "")
         if collected:
             raise BrokenPromise("something else stands in the PGN file")
 
