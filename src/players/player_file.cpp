@@ -4,7 +4,7 @@
 
 #include "base/line_reader.h"
 #include "base/log.h"
-#include "base/read_file.h"
+#include "base/long_read.h"
 #include "base/text.h"
 #include "base/whole_file.h"
 #include "platform/faults.h"
@@ -89,7 +89,8 @@ bool ReadPlayerFile(FileSystem& files, const std::string& path, const std::strin
     if (name.empty()) return false;
     PrintText("Because no player file was specified, file\n'" + name + "' is tried.\n");
   }
-  const auto text = ReadFile(files, name, kPlayerFileLimit);
+  const auto [text, is_too_long] = ReadLongFile(files, name, kPlayerFileLimit);
+  if (is_too_long) PrintText(TooLongMessage(name, kPlayerFileLimit));
   if (!text) {
     PrintText("Error opening file '" + name + "'\n");
     return false;
