@@ -35,7 +35,7 @@ Rank|No  |Name     |1|2|3|Pts |S-B  |
 
 DOCUMENTS = [f"docs/{path.name}" for path in (pathlib.Path(__file__).parents[2] / "docs").glob("*.md")]
 COMMON_FILES = """README.txt TourneyHelp.txt first-tourney.txt
-    docs/table.png pics/break.gif pics/full.gif pics/half.gif""".split() + DOCUMENTS
+    docs/report.png docs/table.png pics/break.gif pics/full.gif pics/half.gif""".split() + DOCUMENTS
 FILES_FOR_LINUX = sorted(COMMON_FILES + ["docs/xboard.md", "tarvendo", "winboard.exe"])
 FILES_FOR_WINDOWS = sorted(COMMON_FILES + ["docs/mingw-w64-licences.txt", "tarvendo.exe"])
 
