@@ -17,7 +17,7 @@ constexpr std::size_t kMostEndings = 15;
 constexpr std::size_t kLongestEnding = 60;
 
 /// One participant's results.
-struct Row {
+struct EngineRow {
   std::string name;
   bool is_bye = false;
   int won = 0;
@@ -30,7 +30,7 @@ struct Row {
 };
 
 /// Counts a game for a participant, who wins by the result `winning`.
-void Count(Row& row, int result, int winning) {
+void CountGame(EngineRow& row, int result, int winning) {
   if (result == winning) {
     ++row.won;
   } else if (result == kDraw) {
@@ -42,8 +42,8 @@ void Count(Row& row, int result, int winning) {
   }
 }
 
-std::vector<Row> RowsOf(const Tourney& tourney) {
-  std::vector<Row> rows;
+std::vector<EngineRow> RowsOf(const Tourney& tourney) {
+  std::vector<EngineRow> rows;
   for (const Player& player : tourney.Participants()) {
     rows.emplace_back();
     rows.back().name = player.texts.name;
@@ -55,22 +55,23 @@ std::vector<Row> RowsOf(const Tourney& tourney) {
   };
   for (const Game& game : tourney.Games()) {
     if (!game.IsReady()) continue;
-    if (Row* row = row_of(game.white)) Count(*row, game.result, kWhiteWins);
-    if (Row* row = row_of(game.black)) Count(*row, game.result, kBlackWins);
+    if (EngineRow* row = row_of(game.white)) CountGame(*row, game.result, kWhiteWins);
+    if (EngineRow* row = row_of(game.black)) CountGame(*row, game.result, kBlackWins);
   }
-  std::erase_if(rows, [](const Row& row) { return row.is_bye; });
-  std::stable_sort(rows.begin(), rows.end(),
-                   [](const Row& a, const Row& b) { return a.HalfPoints() > b.HalfPoints(); });
+  std::erase_if(rows, [](const EngineRow& row) { return row.is_bye; });
+  std::stable_sort(rows.begin(), rows.end(), [](const EngineRow& a, const EngineRow& b) {
+    return a.HalfPoints() > b.HalfPoints();
+  });
   return rows;
 }
 
-std::string ResultLines(const std::vector<Row>& rows) {
+std::string ResultLines(const std::vector<EngineRow>& rows) {
   std::size_t width = kShortestName;
-  for (const Row& row : rows)
+  for (const EngineRow& row : rows)
     width = std::max(width, row.name.size());
   const int columns = static_cast<int>(width);
   std::string lines = Format("%-*s  Games   Won Drawn  Lost  None  Points\n", columns, "Engine");
-  for (const Row& row : rows) {
+  for (const EngineRow& row : rows) {
     lines += Format("%-*s  %5d %5d %5d %5d %5d %7.1f\n", columns, row.name.c_str(), row.Games(),
                     row.won, row.drawn, row.lost, row.without_result, row.HalfPoints() / 2.0);
   }
@@ -78,7 +79,7 @@ std::string ResultLines(const std::vector<Row>& rows) {
 }
 
 /// What an engine or a program has written, fit for a terminal.
-std::string Shown(std::string text) {
+std::string FitForTerminal(std::string text) {
   for (char& character : text) {
     const auto byte = static_cast<unsigned char>(character);
     if (byte < ' ' || byte == 0x7f) character = '?';
@@ -118,7 +119,7 @@ std::string RunSummary(const Tourney& tourney,
   for (const Game& game : tourney.Games()) {
     if (!game.IsReady()) continue;
     const RecordedEnd end = end_of(game);
-    ++endings[end.how.empty() ? "(not told)" : Shown(end.how)];
+    ++endings[end.how.empty() ? "(not told)" : FitForTerminal(end.how)];
     if (end.plies <= most_plies) continue;
     most_plies = end.plies;
     longest = &game;
