@@ -3,7 +3,8 @@
 
     message_check.py ROOT
 
-takes every string literal below ROOT/src (but the platform room) that reads like a message: three letters in a
+takes every string literal below ROOT/src (but the platform room, and the report's pages, which are held against their data
+in a browser) that reads like a message: three letters in a
 row, and a blank or a line feed. Each must be found in what some folder of ROOT/tests/transcripts expects on the
 console, in the log, on standard error or in a file; printf's placeholders stand for anything on their line. What
 no run can show is listed in EXCEPTIONS with the reason; an exception that is no longer one is wrong, too.
@@ -36,6 +37,9 @@ EXCEPTIONS = {
     '[white "': "looked for in the files of games, not printed",
     '[black "': "looked for in the files of games, not printed",
 }
+
+# Parts of files that are looked at by other means.
+NOT_LOOKED_AT = re.compile("platform/|publish/(?!report_files)")
 
 TOKEN = re.compile(r'//[^\n]*|/\*.*?\*/|\'(?:\\.|[^\'\\\n])*\'|"(?:\\.|[^"\\\n])*"', re.S)
 INCLUDE = re.compile(r"^\s*#.*$", re.M)
@@ -74,7 +78,7 @@ def messages(root):
     """(file, text) of everything that reads like a message."""
     for path in sorted((root / "src").rglob("*.cpp")):
         name = path.relative_to(root / "src").as_posix()
-        if name.startswith("platform/"):
+        if NOT_LOOKED_AT.match(name):
             continue
         for text in literals(path.read_text(encoding="utf-8")):
             if reads_like_a_message(text):
