@@ -61,7 +61,7 @@ packed_text(readme README.md README.txt help/TourneyHelp.txt TourneyHelp.txt)
 install(FILES ${readme} ${help} ${first_tourney} DESTINATION . COMPONENT ${portable})
 install(FILES ${pictures} DESTINATION pics COMPONENT ${portable})
 install(FILES ${user_documents} DESTINATION docs COMPONENT ${portable})
-install(FILES docs/table.png DESTINATION docs COMPONENT ${portable})
+install(FILES docs/table.png docs/report.png DESTINATION docs COMPONENT ${portable})
 if(WIN32)
   # Pieces of MinGW-w64 are linked into the program; their licences want to be handed on with it.
   find_file(TARVENDO_MINGW_LICENCES copyright PATHS /usr/share/doc/mingw-w64-common
@@ -118,7 +118,8 @@ if(NOT WIN32)
   packed_text(readme README.md README.md help/TourneyHelp.txt ../../tarvendo/TourneyHelp.txt)
   install(FILES ${readme} packaging/copyright DESTINATION ${documents} COMPONENT system)
   install(FILES ${user_documents} DESTINATION ${documents}/docs COMPONENT system)
-  install(FILES docs/table.png DESTINATION ${documents}/docs COMPONENT system)
+  install(FILES docs/table.png docs/report.png DESTINATION ${documents}/docs
+          COMPONENT system)
   install(FILES adapters/xboard/README.md DESTINATION ${documents}/docs RENAME xboard.md
           COMPONENT system)
   install(FILES ${first_tourney} ${examples} DESTINATION ${documents}/examples COMPONENT system)

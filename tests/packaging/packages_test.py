@@ -35,7 +35,7 @@ Rank|No  |Name     |1|2|3|Pts |S-B  |
 
 DOCUMENTS = [f"docs/{path.name}" for path in (pathlib.Path(__file__).parents[2] / "docs").glob("*.md")]
 COMMON_FILES = """README.txt TourneyHelp.txt first-tourney.txt
-    docs/table.png pics/break.gif pics/full.gif pics/half.gif""".split() + DOCUMENTS
+    docs/report.png docs/table.png pics/break.gif pics/full.gif pics/half.gif""".split() + DOCUMENTS
 EXAMPLES = [f"examples/{path.name}" for path in (pathlib.Path(__file__).parents[2] / "examples").glob("*.txt")]
 FILES_FOR_LINUX = sorted(
     COMMON_FILES + EXAMPLES + ["docs/xboard.md", "tarvendo", "tarvendo.bash-completion", "winboard.exe"])
