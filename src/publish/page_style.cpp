@@ -146,7 +146,8 @@ table{font-size:8.5pt}
 th,td{padding:.15rem .35rem}
 thead th,tbody th{position:static}
 tr{break-inside:avoid}
-.wide{font-size:6pt}.wide th,.wide td{padding:1pt;min-width:0}
+.wide{font-size:6pt}.wide.cross th,.wide.cross td{padding:1pt;min-width:0}.wide thead th{font-size:6pt}
+.wide.cross tbody th{min-width:0;max-width:9rem}.games{min-width:0}
 .cross td,.bar,.bar i{print-color-adjust:exact;-webkit-print-color-adjust:exact}
 @page{size:A4 landscape;margin:12mm}
 }
