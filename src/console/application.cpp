@@ -14,8 +14,8 @@
 #include "console/line_input.h"
 #include "console/long_options.h"
 #include "console/outputs.h"
-#include "console/progress_display.h"
 #include "console/resume.h"
+#include "console/run_watch.h"
 #include "console/start_check.h"
 #include "console/start_up.h"
 #include "platform/faults.h"
@@ -136,25 +136,13 @@ void TellOfGamesThatGoOn(Application& application) {
   PrintError("Games that go on by themselves: " + std::to_string(games) + "\n");
 }
 
-/// Waits until the runner has nothing left to do, and shows how far it is when that is wanted.
-void AwaitRunner(Application& application, const StartUp& start) {
-  Runner& runner = application.runner;
-  if (!start.shows_progress) return runner.AwaitIdle();
-  const auto count = [&application] {
-    const Runner::Counts games = application.runner.CountGames();
-    RunCounts counts = CountRun(*application.room.shared.Take());
-    counts.playing = games.under_way;
-    counts.ended_here = games.judged;
-    return counts;
-  };
-  ProgressDisplay display(application.room.host.clock, application.outputs, count, ColumnsOfError);
-  runner.AwaitIdle([&display] { return display.Look(); });
-  display.End();
-}
-
 /// What the runner has still to do is done, then the tourney is saved. Returns what is missing.
 std::string FinishRun(Application& application, const StartUp& start) {
-  AwaitRunner(application, start);
+  if (start.shows_progress) {
+    AwaitWithProgress(application.room, application.runner, application.outputs);
+  } else {
+    application.runner.AwaitIdle();
+  }
   if (TerminationRequested()) throw Terminated("asked to end while the runner was playing");
   const Hold hold = application.room.shared.Take();
   const bool is_saved = application.room.file.With(hold).AutoSave(*hold);
