@@ -112,6 +112,15 @@ RunnerOptions HowToPlay(const StartUp& start) {
   return options;
 }
 
+/// The openings that the command line asks for. False when they cannot be had, which is told.
+bool ReadOpenings(const StartUp& start, FileSystem& files, RunnerOptions& options) {
+  if (start.openings.empty()) return true;
+  std::string error;
+  options.openings = Openings::Read(files, start.openings, error);
+  if (!options.openings) WriteConsoleError(error + "\n");
+  return options.openings.has_value();
+}
+
 /// Games that are being played are left to themselves. Who plays many wants to know how many.
 void TellOfGamesThatGoOn(Application& application) {
   const std::size_t games = application.runner.CountGames().under_way;
@@ -157,6 +166,25 @@ void SaveInEmergency(Application& application) {
   CallGuarded([] { TheLog->DropShellOutput(); });
 }
 
+/// The end when the runner may not go on with the openings that it was given. What no file holds is
+/// not lost.
+void EndRefused(Application& application, const std::string& refusal) {
+  WriteConsoleError(refusal + "\n");
+  CallGuarded([&] {
+    const Hold hold = application.room.shared.TakeForEmergency(kLockPatience);
+    TourneyFile& file = application.room.file.With(hold);
+    const bool is_empty = hold->Participants().empty() && hold->Games().empty();
+    if (is_empty || !file.HasChanged(*hold)) return;
+    if (hold->Settings().auto_save != 0) {
+      file.AutoSave(*hold);
+    } else if (SaveTourney(application, hold)) {
+      WriteConsoleError("The tourney is kept in 'emergency.ini'.\n");
+    } else {
+      WriteConsoleError("Saving tourney failed!\n");
+    }
+  });
+}
+
 /// What is told or refused before anything is touched: the exit code then.
 std::optional<int> AnswerAtOnce(const StartUp& start, FileSystem& files) {
   if (start.error.empty() && (start.wants_help || start.wants_version)) {
@@ -188,6 +216,10 @@ ExitCode Run(Application& application, const StartUp& start) {
     if (start.AwaitsEnd() && !is_refused) missing = AwaitRunner(application);
   });
   if (is_refused) return kRefused;
+  if (const std::string refusal = application.runner.Refusal(); !refusal.empty()) {
+    EndRefused(application, refusal);
+    return kRefused;
+  }
   if (ended_well) {
     if (start.TellsEnd() && !missing.empty()) WriteConsoleError(missing);
     return CodeOf(RunEnd::kDone, missing);
@@ -203,12 +235,14 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
   StartUp start = ReadCommandLine(words);
   MakePathsFull(start, host.files);
   if (const std::optional<int> code = AnswerAtOnce(start, host.files)) return *code;
+  RunnerOptions options = HowToPlay(start);
+  if (!ReadOpenings(start, host.files, options)) return kRefused;
   const FaultGuard guard;
   const LogScope log(host);
-  Application application(host, HowToPlay(start), start.resume.empty());
+  Application application(host, options, start.resume.empty());
   const ExitCode code = Run(application, start);
   if (start.games > 0) TellOfGamesThatGoOn(application);
-  return start.TellsEnd() ? code : kAsEver;
+  return start.TellsEnd() || code == kRefused ? code : kAsEver;
 }
 
 }  // namespace tarvendo

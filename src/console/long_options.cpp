@@ -19,6 +19,9 @@ constexpr std::array kLongOptions = {
                "play N games at a time, without waits between them"},
     LongOption{"--patience", "MINUTES", NumberValue{&StartUp::patience, 100000},
                "end a game that has told nothing for so long"},
+    LongOption{"--openings", "FILE", PathValue{&StartUp::openings},
+               "have the games start from the lines of FILE, which is\n"
+               "PGN or EPD"},
     LongOption{"--help", "", &StartUp::wants_help, "print this, and end"},
     LongOption{"--version", "", &StartUp::wants_version, "print the version, and end"},
 };

@@ -20,6 +20,14 @@ std::string OwnDirectory(const GameOrder& order) {
   return directory.ends_with(kPlace) ? directory : "";
 }
 
+/// The directory in which a copy of the order's batch file lies, if there is one: that of its debug
+/// file, or of the same name. Empty without a PGN file.
+std::string DirectoryOfCopy(const GameOrder& order) {
+  const std::string own = OwnDirectory(order);
+  if (!own.empty() || order.pgn_file.empty()) return own;
+  return order.pgn_file.substr(0, order.pgn_file.rfind('.')) + std::string(kPlace);
+}
+
 std::string CopyOfBatch(const std::string& directory, const GameOrder& order) {
   return directory + "\\g" + std::to_string(order.number) + ".BAT";
 }
@@ -39,23 +47,27 @@ std::string OwnDebugFile(const std::string& files_path, int number) {
 }
 
 std::string PreparePlace(FileSystem& files, const GameOrder& order) {
-  const std::string directory = OwnDirectory(order);
-  if (directory.empty()) return order.batch_file;
+  const std::string own_directory = OwnDirectory(order);
+  if (own_directory.empty() && order.more_words.empty()) return order.batch_file;
+  const std::string directory = DirectoryOfCopy(order);
   const auto text = ReadFile(files, order.batch_file, kGameFileLimit);
   if (!text || !files.MakeDirectory(directory)) return "";
-  RemoveIfThere(files, order.debug_file);
+  std::string words = order.more_words;
+  if (!own_directory.empty()) {
+    RemoveIfThere(files, order.debug_file);
+    // It stands behind a /debugfile= of the user's own, and the last one counts.
+    words += "/debugfile=" + QuotedWhenBlank(order.debug_file) + " ";
+  }
   const std::string copy = CopyOfBatch(directory, order);
   const auto file = files.Create(copy);
-  // It stands behind a /debugfile= of the user's own, and the last one counts.
-  const std::string option = "/debugfile=" + QuotedWhenBlank(order.debug_file) + " ";
-  const bool written = file && file->Write(*text + option);
+  const bool written = file && file->Write(*text + words);
   return written && file->Close() ? copy : "";
 }
 
 void RemovePlace(FileSystem& files, const GameOrder& order) {
-  const std::string directory = OwnDirectory(order);
+  const std::string directory = DirectoryOfCopy(order);
   if (directory.empty()) return;
-  RemoveIfThere(files, order.debug_file);
+  if (!OwnDirectory(order).empty()) RemoveIfThere(files, order.debug_file);
   RemoveIfThere(files, CopyOfBatch(directory, order));
   files.RemoveDirectory(directory);
 }
