@@ -30,6 +30,10 @@ EXCEPTIONS = {
     "%lld players have more games to play than the %d that a tourney can hold.\n":
         "two thousand players are too many for a transcript; a unit test has them",
     " /ncp /td 0 ": "a part of a command line, not printed",
+    '/lgf="%s" /lgi=%zu ': "likewise",
+    '/lpf="%s" /lpi=%zu ': "likewise",
+    "has a name that WinBoard cannot be told.":
+        "a name with a double quote is none on every host; a unit test gives one",
     '[white "': "looked for in the files of games, not printed",
     '[black "': "looked for in the files of games, not printed",
 }
