@@ -10,8 +10,8 @@ class FileSystem;
 
 // Where WinBoard writes its debug file. One game at a time uses the file winboard.debug in
 // FilesPath; every other one has a directory of its own for it, named after the game, and is
-// started from a copy of its batch file that names it. A game whose order has more words than its
-// batch file has such a directory for the copy, too. What a batch file says of paths means the same
+// started from a copy of its batch file that names it. A game with words that its batch file
+// does not have is started from such a copy, too. What a batch file says of paths means the same
 // everywhere, because the current directory is FilesPath for all of them.
 
 /// "winboard.debug" behind FilesPath.
@@ -20,11 +20,20 @@ std::string FirstDebugFile(const std::string& files_path);
 /// "g7.place\winboard.debug" behind FilesPath.
 std::string OwnDebugFile(const std::string& files_path, int number);
 
-/// Makes the directory for the order's debug file and the copy of its batch file, when it needs
-/// one. Returns the batch file to be started; empty when that could not be made.
+/// The directory of that file, for an order that has one of its own; otherwise empty.
+std::string OwnDirectory(const GameOrder& order);
+
+/// Which of the two a game has that was begun, when nothing else tells it: its own where it has a
+/// directory.
+std::string DebugFileOfBegun(FileSystem& files, const std::string& files_path, int number);
+
+/// Makes the directory for the order's debug file, when it has one of its own, and the copy of its
+/// batch file, when it needs one. Returns the batch file to be started; empty when that could not
+/// be made.
 std::string PreparePlace(FileSystem& files, const GameOrder& order);
 
-/// Removes that directory, when there is one, with what the program has put into it.
-void RemovePlace(FileSystem& files, const GameOrder& order);
+/// Removes that copy, and the directory for the order's debug file, when it has one of its own,
+/// with what is in it. False when the directory is still there.
+bool RemovePlace(FileSystem& files, const GameOrder& order);
 
 }  // namespace tarvendo

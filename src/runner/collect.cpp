@@ -11,6 +11,7 @@
 #include "reports/table_driver.h"
 #include "runner/adoption.h"
 #include "runner/batch_file.h"
+#include "runner/game_files.h"
 #include "runner/pgn_journal.h"
 #include "runner/pgn_text.h"
 #include "runner/running_games.h"
@@ -38,7 +39,7 @@ void FinishCollection(Tourney& tourney, FileSystem& files, TourneyFile& file, Pg
   if (file.TryAutoSave(tourney)) {
     group.Rescue();
     for (const std::string& name : leftovers.files)
-      RemoveIfThere(files, name);
+      DeleteOrTell(tourney, files, name);
     for (const GameOrder& claim : leftovers.claims)
       RemoveClaim(files, claim);
     DropJournal(tourney, files);

@@ -9,8 +9,7 @@ namespace {
 
 constexpr const char* kNote = "/t/runner.openings";
 constexpr const char* kBook = "/o/book.pgn";
-constexpr const char* kCopy = "/t/g1.place/g1.BAT";
-constexpr const char* kStarted = "/t/g1.place\\g1.BAT";
+constexpr const char* kCopy = "/t/g1.opening.BAT";
 constexpr const char* kNoteText = "OPENINGS\n/o/book.pgn\n";
 
 /// Two spooled games, of two pairings, that are to start from the lines of /o/book.pgn.
@@ -55,7 +54,7 @@ class PlayOpenings : public PlayGames {
 TEST_F(PlayOpenings, AGameIsStartedFromACopyOfItsBatchFileWithTheLineBehindIt) {
   const std::string batch = machine.files.Bytes("/t/g1.BAT");
   Pass();
-  EXPECT_EQ(machine.processes.Batches(), std::vector<std::string>{kStarted});
+  EXPECT_EQ(machine.processes.Batches(), std::vector<std::string>{kCopy});
   EXPECT_EQ(machine.files.Bytes(kCopy), batch + "/lgf=\"/o/book.pgn\" /lgi=1 ");
   EXPECT_EQ(machine.files.Bytes("/t/g1.BAT"), batch);
 }
@@ -65,17 +64,17 @@ TEST_F(PlayOpenings, TheCopyGoesWithTheGameAndTheNextPairingHasTheNextLine) {
   EndGame(1, "1-0");
   PassTime(seconds(9));
   EXPECT_FALSE(machine.files.Has(kCopy));
-  EXPECT_EQ(machine.processes.Batches().back(), "/t/g2.place\\g2.BAT");
-  EXPECT_TRUE(machine.files.Bytes("/t/g2.place/g2.BAT").ends_with("/lgi=2 "));
+  EXPECT_EQ(machine.processes.Batches().back(), "/t/g2.opening.BAT");
+  EXPECT_TRUE(machine.files.Bytes("/t/g2.opening.BAT").ends_with("/lgi=2 "));
 }
 
 TEST_F(PlayOpenings, GamesAboveTheFirstPlaceHaveTheirDebugFileNamedToo) {
   Use(kBook, 2);
   Pass();
-  EXPECT_TRUE(machine.files.Bytes("/t/g1.place/g1.BAT").ends_with("/lgi=1 "));
+  EXPECT_TRUE(machine.files.Bytes(kCopy).ends_with("/lgi=1 "));
   EXPECT_TRUE(machine.files.Bytes("/t/g2.place/g2.BAT")
                   .ends_with("/lgf=\"/o/book.pgn\" /lgi=2 /debugfile=/t/g2.place/winboard.debug "))
-      << machine.files.Bytes("/t/g2.place\\g2.BAT");
+      << machine.files.Bytes("/t/g2.opening.BAT");
 }
 
 TEST_F(PlayOpenings, ACopyIsClearedAwayByANextProcessToo) {
@@ -103,7 +102,7 @@ TEST_F(PlayOpenings, TheNoteTellsNameAndChecksum) {
 TEST_F(PlayOpenings, GoingOnWithTheSameFileIsGood) {
   BeginTourney();
   EXPECT_EQ(RefusalWith(kBook), "");
-  EXPECT_EQ(machine.processes.Batches().back(), "/t/g2.place\\g2.BAT");
+  EXPECT_EQ(machine.processes.Batches().back(), "/t/g2.opening.BAT");
 }
 
 TEST_F(PlayOpenings, GoingOnWithTheSameFileUnderAnotherNameIsGoodAndNoted) {
@@ -188,7 +187,7 @@ TEST_F(PlayOpenings, ANoteThatCannotBeWrittenHindersEveryGameUntilItCan) {
   machine.files.Allow(FileOperation::kOpen, std::string(kNote) + ".tarvendo.new");
   machine.files.Allow(FileOperation::kOpen, kNote);
   PassTime(seconds(3));
-  EXPECT_EQ(machine.processes.Batches(), std::vector<std::string>{kStarted});
+  EXPECT_EQ(machine.processes.Batches(), std::vector<std::string>{kCopy});
 }
 
 TEST_F(PlayOpenings, AFileThatIsChangedMeanwhileEndsIt) {
