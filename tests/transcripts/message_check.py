@@ -38,6 +38,10 @@ EXCEPTIONS = {
     "Error deleting file:  ": "the superuser, who runs the tests, may delete everything; a unit test says it",
     "The 'emergency.ini' of an earlier time is replaced.\n": "likewise, of a file that cannot be renamed",
     " /ncp /td 0 ": "a part of a command line, not printed",
+    '/lgf="%s" /lgi=%zu ': "likewise",
+    '/lpf="%s" /lpi=%zu ': "likewise",
+    "has a name that WinBoard cannot be told.":
+        "a name with a double quote is none on every host; a unit test gives one",
     '[white "': "looked for in the files of games, not printed",
     '[black "': "looked for in the files of games, not printed",
 }
