@@ -18,7 +18,7 @@ NEVER_SHOWN = "the text of an exception, which nobody is shown"
 EXCEPTIONS = {
     "asked to end between two lines": NEVER_SHOWN,
     "' holds more than a tourney can, so it is not read.\n": "such a file is too large for a transcript; a unit test has it",
-    "There are %zu players, more are not read.\n": "a million players are too many for a transcript; a unit test has fewer",
+    "There are %d players, more are not read.\n": "a million players are too many for a transcript; a unit test has fewer",
     "asked to end while the runner was playing": NEVER_SHOWN,
     "a thread has died while it worked on the tourney": NEVER_SHOWN,
     "the thread holds the tourney already": NEVER_SHOWN,
