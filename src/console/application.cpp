@@ -9,6 +9,7 @@
 #include "console/banner.h"
 #include "console/command_interpreter.h"
 #include "console/command_line.h"
+#include "console/keyboard_help.h"
 #include "console/line_input.h"
 #include "console/long_options.h"
 #include "console/start_up.h"
@@ -17,6 +18,7 @@
 #include "platform/input.h"
 #include "platform/paths.h"
 #include "platform/processes.h"
+#include "platform/terminal.h"
 #include "players/player_database.h"
 #include "runner/runner.h"
 #include "runner/tourney_room.h"
@@ -56,10 +58,11 @@ struct EmergencyPlace {
 /// Everything that lives from start to end, in the order in which it is made; taken down in
 /// reverse.
 struct Application {
-  Application(Host& host, const RunnerOptions& options)
-      : room(host),
+  Application(Host& host, Terminal& its_terminal, const RunnerOptions& options)
+      : terminal(its_terminal),
+        room(host),
         emergency(host.files),
-        interpreter({room, players, ExecutableDirectory()}),
+        interpreter({room, players, ExecutableDirectory(), &terminal}),
         runner(room, options) {
     LoadStartTourney(host.files);
     if (!runner.StartThread()) Print("Initializing runner failed!\n");
@@ -72,6 +75,7 @@ struct Application {
     if (files.Exists(start_file)) room.file.With(hold).Load(*hold, start_file);
   }
 
+  Terminal& terminal;
   TourneyRoom room;
   EmergencyPlace emergency;
   PlayerDatabase players;
@@ -81,7 +85,10 @@ struct Application {
 
 /// Makes TheLog for as long as it lives.
 struct LogScope {
-  explicit LogScope(Host& host) : log(host, WriteConsole, WriteConsoleError) {
+  LogScope(Host& host, Terminal& terminal)
+      : log(
+            host, [&](const std::string& text) { terminal.Write(text); },
+            [&](const std::string& text) { terminal.WriteError(text); }) {
     TheLog = &log;
     log.AddFile(kLogFile);
   }
@@ -93,7 +100,8 @@ struct LogScope {
 };
 
 void RunKeyboardPass(Application& application, bool with_banner) {
-  const std::unique_ptr<InputStream> keyboard = OpenKeyboard();
+  const std::unique_ptr<InputStream> keyboard =
+      application.terminal.OpenKeyboard(HelpToType(application.room, application.players));
   LineInput input(*keyboard, true);
   application.interpreter.RunCommandLoop(input, with_banner);
 }
@@ -142,6 +150,7 @@ bool SaveTourney(Application& application, const Hold& hold) {
 }
 
 void SaveInEmergency(Application& application) {
+  application.terminal.GiveBack();
   WriteConsole("An exception has occurred and tourney will be closed.\n");
   WriteConsole("Trying to save current tourney to file 'emergency.ini' in current directory.\n");
   EndProcessAfter(kEmergencySeconds);
@@ -176,8 +185,9 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
   if (const std::optional<int> code = AnswerAtOnce(start)) return *code;
   MakePathsFull(start, host.files);
   const FaultGuard guard;
-  const LogScope log(host);
-  Application application(host, HowToPlay(start));
+  const std::unique_ptr<Terminal> terminal = MakeTerminal();
+  const LogScope log(host, *terminal);
+  Application application(host, *terminal, HowToPlay(start));
   const bool ended_well = CallGuarded([&] {
     RunPasses(application, start);
     if (start.waits) AwaitRunner(application);
