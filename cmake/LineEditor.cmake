@@ -38,6 +38,7 @@ endfunction()
 # add_line_editors(PLATFORM): adds the editors, and has every program that links PLATFORM link the one that it asks for.
 function(add_line_editors platform)
   find_libedit()
+  set(TARVENDO_HAS_LIBEDIT ${TARVENDO_HAS_LIBEDIT} CACHE INTERNAL "Lines are edited at a terminal")
   set(folder ${CMAKE_SOURCE_DIR}/src/platform/posix)
   add_library(tarvendo_unedited STATIC EXCLUDE_FROM_ALL ${folder}/unedited/line_editor.cpp)
   target_include_directories(tarvendo_unedited PUBLIC ${CMAKE_SOURCE_DIR}/src)

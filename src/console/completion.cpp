@@ -47,9 +47,8 @@ bool ComesBefore(const std::string& one, const std::string& other) {
   const auto lower = [](char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
   };
-  return std::lexicographical_compare(
-      one.begin(), one.end(), other.begin(), other.end(),
-      [&](char a, char b) { return lower(a) < lower(b); });
+  return std::lexicographical_compare(one.begin(), one.end(), other.begin(), other.end(),
+                                      [&](char a, char b) { return lower(a) < lower(b); });
 }
 
 std::vector<std::string> CommandNames() {
@@ -99,7 +98,8 @@ class Behind {
       const WordForm* const form = FormOf(i);
       if (form == nullptr) continue;
       if (form->choices.empty()) return OfOperand(form->value, i + 1);
-      if (i + 1 == last) return OfWord(Fitting(typed_[last].text, SplitAtWhiteSpace(form->choices)));
+      if (i + 1 == last)
+        return OfWord(Fitting(typed_[last].text, SplitAtWhiteSpace(form->choices)));
       return {};
     }
     Completion completion;

@@ -18,15 +18,15 @@ enum class Operand {
 
 /// A word that may stand behind a command: an option, a setting, a field.
 struct WordForm {
-  std::string_view name;    ///< as it is offered, whole
-  std::string_view prefix;  ///< how such a word begins at least, in any case
+  std::string_view name;              ///< as it is offered, whole
+  std::string_view prefix;            ///< how such a word begins at least, in any case
   Operand value = Operand::kNothing;  ///< what stands behind it
   std::string_view choices = {};      ///< the words for its value, a blank between two
 };
 
 /// What may stand behind a command, for whoever completes lines.
 struct CommandWords {
-  Operand operand = Operand::kNothing;      ///< behind the command itself
+  Operand operand = Operand::kNothing;  ///< behind the command itself
   std::vector<WordForm> (*words)() = nullptr;
   bool behind_number = false;  ///< words come behind a number: of a game, of a player
 };

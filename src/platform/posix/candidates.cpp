@@ -31,8 +31,8 @@ std::string Extended(const std::vector<Candidate>& candidates) {
   std::size_t common = first.size();
   for (const Candidate& other : candidates) {
     const auto same = [](char one, char two) { return Lower(one) == Lower(two); };
-    const auto end = std::mismatch(first.begin(), first.end(), other.text.begin(),
-                                   other.text.end(), same);
+    const auto end =
+        std::mismatch(first.begin(), first.end(), other.text.begin(), other.text.end(), same);
     common = std::min(common, static_cast<std::size_t>(end.first - first.begin()));
   }
   while (common > 0 && common < first.size() && ContinuesCharacter(first[common]))

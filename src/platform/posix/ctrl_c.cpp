@@ -4,7 +4,6 @@
 #include <time.h>
 
 #include <atomic>
-#include <cstdint>
 
 #include "platform/posix/wake_up.h"
 
@@ -23,12 +22,6 @@ std::atomic<bool> stop_wanted{false};
 std::atomic<bool> size_changed{false};
 std::atomic<const WakeUp*> alarm_clock{nullptr};
 static_assert(std::atomic<std::int64_t>::is_always_lock_free);
-
-std::int64_t Milliseconds() {
-  timespec now{};
-  clock_gettime(CLOCK_MONOTONIC, &now);
-  return static_cast<std::int64_t>(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
-}
 
 const WakeUp& EventWakeUp() {
   static const WakeUp wake_up;
@@ -74,11 +67,16 @@ CtrlCMeans::~CtrlCMeans() {
   present_meaning = before_;
 }
 
-bool TakeCtrlC() {
+std::int64_t PressTime() {
+  timespec now{};
+  clock_gettime(CLOCK_MONOTONIC, &now);
+  return static_cast<std::int64_t>(now.tv_sec) * 1000 + now.tv_nsec / 1000000;
+}
+
+bool TakeCtrlC(std::int64_t milliseconds) {
   if (!follow_rules || present_meaning == CtrlC::kEndsProgram) return false;
   if (present_meaning == CtrlC::kEndsCommand) return true;
-  const std::int64_t now = Milliseconds();
-  if (now - last_press.exchange(now) < kTwice) return false;
+  if (milliseconds - last_press.exchange(milliseconds) < kTwice) return false;
   Note(pressed);
   return true;
 }

@@ -1,12 +1,14 @@
 #pragma once
 
+#include <cstdint>
+
 namespace tarvendo {
 
 /// What the key Ctrl-C does. SIGINT from another program always asks this one to end.
 enum class CtrlC {
-  kEndsProgram,   ///< the process is asked to end
-  kClearsLine,    ///< what waits for input is told; twice within a second: the process is asked
-  kEndsCommand,   ///< nothing: the command that was started gets the key too
+  kEndsProgram,  ///< the process is asked to end
+  kClearsLine,   ///< what waits for input is told; twice within a second: the process is asked
+  kEndsCommand,  ///< nothing: the command that was started gets the key too
 };
 
 /// Whether the key has any meaning but the first: while the keyboard of a terminal is read.
@@ -24,15 +26,18 @@ class CtrlCMeans {
   CtrlC before_;
 };
 
-/// Called in the signal handler, when the key was pressed. False when the process is to be asked
-/// to end.
-bool TakeCtrlC();
+/// Called in the signal handler, when the key was pressed at that time (PressTime). False when the
+/// process is to be asked to end.
+bool TakeCtrlC(std::int64_t milliseconds);
+
+/// Now, by a clock that nobody sets.
+std::int64_t PressTime();
 
 /// What has happened to the terminal since the last call, told by signals.
 struct TerminalEvents {
-  bool ctrl_c = false;     ///< the line is to be cleared
-  bool stop = false;       ///< Ctrl-Z
-  bool new_size = false;   ///< the window has another size
+  bool ctrl_c = false;    ///< the line is to be cleared
+  bool stop = false;      ///< Ctrl-Z
+  bool new_size = false;  ///< the window has another size
 };
 TerminalEvents TakeTerminalEvents();
 

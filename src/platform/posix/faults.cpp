@@ -64,7 +64,7 @@ void OnRequest(int /*request*/) {
 
 /// The key may mean something else; what another program sends never does.
 void OnInterrupt(int request, siginfo_t* info, void* /*context*/) {
-  if (info->si_code == SI_KERNEL && TakeCtrlC()) return;
+  if (info->si_code == SI_KERNEL && TakeCtrlC(PressTime())) return;
   signal(request, SIG_DFL);
   NoteTermination();
 }
