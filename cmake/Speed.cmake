@@ -7,7 +7,7 @@ option(TARVENDO_UNITY "Compile the sources of a room several at a time" OFF)
 set(CMAKE_UNITY_BUILD ${TARVENDO_UNITY})
 set(CMAKE_UNITY_BUILD_BATCH_SIZE 8)
 
-# separate_sources(TARGET): compiles each source by itself all the same. For those that know the host: its headers
+# separate_sources(TARGET): compiles each source by itself all the same. For those that know Windows: its headers
 # define names that are meant for nobody else.
 function(separate_sources target)
   set_target_properties(${target} PROPERTIES UNITY_BUILD OFF)

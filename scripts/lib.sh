@@ -105,13 +105,18 @@ build_preset() {
   make_preset "$1"
 }
 
-# test_preset PRESET [OPTION...]: a step that runs the tests of a preset that is built; they must all pass. The options are ctest's.
+# run_tests PRESET [OPTION...]: runs the tests of a preset that is built; they must all pass. The options are ctest's.
 # With TARVENDO_LONG set the samples are large.
-test_preset() {
+run_tests() {
   preset=$1
   shift
-  step "$preset: test"
   ctest --preset "$preset${TARVENDO_LONG:+-long}" -j "$(nproc)" --progress --no-tests=error "$@"
+}
+
+# test_preset PRESET [OPTION...]: a step that does it.
+test_preset() {
+  step "$1: test"
+  run_tests "$@"
 }
 
 # run_preset PRESET: both.

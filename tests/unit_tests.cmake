@@ -73,7 +73,9 @@ endif()
 foreach(room ${rooms})
   add_room_tests(${room})
 endforeach()
-separate_sources(platform_tests)
+if(WIN32)
+  separate_sources(platform_tests)
+endif()
 
 # The longest is started first, so that nobody waits for it alone.
 if(TARGET pairing_tests)

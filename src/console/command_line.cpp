@@ -32,6 +32,7 @@ class CommandLineReader {
       }
     }
     TakeOthers();
+    if (!start_.wants_help && !start_.wants_version) FailWhatDoesNotFit();
     return start_;
   }
 
@@ -97,6 +98,14 @@ class CommandLineReader {
         start_.continues = true;
       }
     }
+  }
+
+  void FailWhatDoesNotFit() {
+    if (!start_.resume.empty() && !others_.empty()) {
+      Fail("--resume takes no script and no keyboard, so '" + others_.front() +
+           "' has no meaning beside it.");
+    }
+    if (start_.gives_code && !start_.AwaitsEnd()) Fail("--exit-code goes with --wait.");
   }
 
   void Fail(const std::string& why) {

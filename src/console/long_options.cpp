@@ -10,9 +10,11 @@ namespace tarvendo {
 namespace {
 
 constexpr std::array kLongOptions = {
-    LongOption{"--wait", "", &StartUp::waits,
-               "at the end of the input, wait until all games have\n"
-               "been played"},
+    LongOption{"--wait", "", &StartUp::waits, "at the end, wait until all games have been played"},
+    LongOption{"--resume", "FILE", PathValue{&StartUp::resume},
+               "play what is left of the tourney in FILE, save it, end"},
+    LongOption{"--exit-code", "", &StartUp::gives_code,
+               "with --wait: the exit code tells how it went"},
     LongOption{"--games", "N", NumberValue{&StartUp::games, 512},
                "play N games at a time, without waits between them"},
     LongOption{"--patience", "MINUTES", NumberValue{&StartUp::patience, 100000},
@@ -32,27 +34,26 @@ constexpr const char* kHelpFoot =
     "\n"
     "A value may also stand behind a \"=\": --games=4.\n"
     "\n"
+    "Exit codes of --resume and of --wait --exit-code: 0: every game has a result;\n"
+    "3: some game has none, or the runner stopped itself; 4: ended by Ctrl-C or a\n"
+    "signal; 2: a file cannot be read, or the command line makes no sense.\n"
+    "\n"
     "Examples:\n"
     "  tarvendo                           type commands\n"
     "  tarvendo go.txt -c                 read go.txt, then type commands\n"
-    "  tarvendo go.txt --wait --games 4   read go.txt, play four games at a time, end\n";
+    "  tarvendo go.txt --wait --games 4   read go.txt, play four games at a time, end\n"
+    "  tarvendo --resume first.ini        play what is left of a tourney, end\n";
 
 /// Where the explanations begin.
 constexpr std::size_t kHelpColumn = 24;
 
-std::string OptionLines(const std::string& option, std::string help) {
-  const std::string margin(kHelpColumn, ' ');
-  std::string head = "  " + option;
-  if (head.size() + 2 > kHelpColumn) {
-    head += "\n" + margin;
-  } else {
-    head.resize(kHelpColumn, ' ');
-  }
-  for (std::size_t end = help.find('\n'); end != std::string::npos;
-       end = help.find('\n', end + 1)) {
-    help.insert(end + 1, margin);
-  }
-  return head + help + "\n";
+std::string OptionLine(const std::string& option, const char* help) {
+  std::string line = "  " + option;
+  if (line.size() + 2 > kHelpColumn)
+    line += "\n" + std::string(kHelpColumn, ' ');
+  else
+    line.resize(kHelpColumn, ' ');
+  return line + help + "\n";
 }
 
 /// Fills one row after the other of the table of distances between beginnings of the two words.
@@ -91,10 +92,10 @@ const LongOption& NearestLongOption(const std::string& word) {
 }
 
 std::string CommandLineHelp() {
-  std::string help = kHelpHead + OptionLines("-c", "after the script, go on with the keyboard");
+  std::string help = kHelpHead + OptionLine("-c", "after the script, go on with the keyboard");
   for (const LongOption& option : kLongOptions) {
     const std::string value = option.value_name;
-    help += OptionLines(option.word + (value.empty() ? "" : " " + value), option.help);
+    help += OptionLine(option.word + (value.empty() ? "" : " " + value), option.help);
   }
   return help + kHelpFoot;
 }

@@ -30,7 +30,7 @@ struct LongOption {
   const char* word;        ///< with its two dashes
   const char* value_name;  ///< what --help calls the value; empty when there is none
   std::variant<bool StartUp::*, NumberValue, TextValue, PathValue> target;
-  const char* help;  ///< what it does, in lines of at most 56 bytes, without a line feed at the end
+  const char* help;  ///< what it does, a line of at most 56 bytes without a line feed
 };
 
 /// All of them, in the order in which --help tells them.

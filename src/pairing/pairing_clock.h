@@ -23,7 +23,6 @@ class PairingClock {
   void Restart() {
     start_ = now_();
     is_timed_out_ = false;
-    checks_ = 0;
   }
 
   /// Whether more than the limit has passed since the start. Once out, it stays out until Restart.
@@ -32,21 +31,11 @@ class PairingClock {
     return is_timed_out_;
   }
 
-  /// The same, counting the check.
-  bool CountedIsTimedOut() {
-    ++checks_;
-    return IsTimedOut();
-  }
-
-  /// How many counted checks there were since the start.
-  std::int64_t Checks() const { return checks_; }
-
  private:
   SecondsSource now_;
   int limit_ = kDefaultLimit;
   std::int64_t start_ = 0;
   bool is_timed_out_ = false;
-  std::int64_t checks_ = 0;
 };
 
 }  // namespace tarvendo

@@ -43,6 +43,10 @@ void Player::ReadRecord(RecordReader& reader) {
   }
 }
 
+bool IsBye(const Player& player) {
+  return player.texts.program_exe == "bye";
+}
+
 std::string PlayerPointsLine(const Player& player) {
   return Format("%2d. %-20s: %d points.\n", player.number, player.texts.name.c_str(),
                 player.points);

@@ -67,6 +67,10 @@ class Player {
       games;  ///< its history: 0-based places in the tourney's game list, as they were added
 };
 
+/// Whether it is no engine but an empty place, against which a point is had without a game: its
+/// program is exactly "bye".
+bool IsBye(const Player& player);
+
 /// "%2d. %-20s: %d points.\n" with the points as stored, in quarters (the full display divides
 /// them).
 std::string PlayerPointsLine(const Player& player);

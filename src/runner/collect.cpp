@@ -11,6 +11,7 @@
 #include "reports/table_driver.h"
 #include "runner/adoption.h"
 #include "runner/batch_file.h"
+#include "runner/game_files.h"
 #include "runner/pgn_journal.h"
 #include "runner/pgn_text.h"
 #include "runner/running_games.h"
@@ -21,14 +22,6 @@
 
 namespace tarvendo {
 namespace {
-
-void Announce(const Game& game) {
-  constexpr const char* kStars = "******************************************************";
-  PrintText(std::string("\n") + kStars + "\n" +
-            Format("Game %d: %s - %s : %s", game.number, game.white_player.c_str(),
-                   game.black_player.c_str(), ResultText(game.result)) +
-            "\n" + kStars + "\n> ");
-}
 
 /// What games that were collected have left. A claim goes last, for it tells whose the files are.
 struct Leftovers {
@@ -46,7 +39,7 @@ void FinishCollection(Tourney& tourney, FileSystem& files, TourneyFile& file, Pg
   if (file.TryAutoSave(tourney)) {
     group.Rescue();
     for (const std::string& name : leftovers.files)
-      RemoveIfThere(files, name);
+      DeleteOrTell(tourney, files, name);
     for (const GameOrder& claim : leftovers.claims)
       RemoveClaim(files, claim);
     DropJournal(tourney, files);
@@ -64,7 +57,15 @@ void TakeResult(Tourney& tourney, PgnGroup& group, const Game& game, const std::
   change->pgn_file.clear();
   change->result = ResultInPgn(pgn);
   change->status = kReady;
-  Announce(game);
+  AnnounceResult(game);
+}
+
+void AnnounceResult(const Game& game) {
+  constexpr const char* kStars = "******************************************************";
+  PrintText(std::string("\n") + kStars + "\n" +
+            Format("Game %d: %s - %s : %s", game.number, game.white_player.c_str(),
+                   game.black_player.c_str(), ResultText(game.result)) +
+            "\n" + kStars + "\n> ");
 }
 
 void MoveOnAsATableDoes(Tourney& tourney) {

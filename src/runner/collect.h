@@ -20,6 +20,9 @@ class TourneyFile;
 void TakeResult(Tourney& tourney, PgnGroup& group, const Game& game, const std::string& pgn,
                 const std::string& pgn_file);
 
+/// Announces the result of a game that is READY.
+void AnnounceResult(const Game& game);
+
 /// What a table behind a result that is not the last one would do: the page itself is soon written
 /// over, but the rounds that it moves on are part of the tourney.
 void MoveOnAsATableDoes(Tourney& tourney);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "runner/running_games.h"
+#include "tourney/bye.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {
@@ -12,8 +13,8 @@ bool IsSpooledEarlier(const Game& a, const Game& b) {
   return static_cast<unsigned>(a.spool_index) < static_cast<unsigned>(b.spool_index);
 }
 
-const Game* FirstStartableGame(const Tourney& tourney, const RunningGames& running,
-                               const std::vector<int>& blocked) {
+const Game* GameWhoseTurnItIs(const Tourney& tourney, const RunningGames& running,
+                              const std::vector<int>& blocked) {
   const Game* first = nullptr;
   for (const Game& game : tourney.Games()) {
     if (game.status != kSpooled || (first != nullptr && !IsSpooledEarlier(game, *first))) continue;
@@ -39,8 +40,8 @@ PlanStep StepTowardsRound(const PlanAttempt& attempt) {
 
 Plan PlanNextStep(const Tourney& tourney, const RunningGames& running, const PlanAttempt& attempt,
                   const std::vector<int>& blocked) {
-  if (const Game* game = FirstStartableGame(tourney, running, blocked)) {
-    return {PlanStep::kStart, game->number};
+  if (const Game* game = GameWhoseTurnItIs(tourney, running, blocked)) {
+    return {ResultByBye(tourney, *game) ? PlanStep::kBye : PlanStep::kStart, game->number};
   }
   const bool may_only_spool = !running.IsEmpty() || !blocked.empty();
   if (tourney.Settings().auto_run == 0 || (may_only_spool && !HasGameToSpool(tourney))) {

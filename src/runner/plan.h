@@ -12,6 +12,7 @@ class Tourney;
 enum class PlanStep {
   kWait,       ///< nothing: it waits for a game that is under way, or for the user
   kStart,      ///< a spooled game is started
+  kBye,        ///< a spooled game is had without being played, for a player of it is a bye
   kSpool,      ///< AutoRun: the next game is spooled
   kPair,       ///< AutoRun: the next round of a Swiss tourney is paired
   kReplay,     ///< AutoRun: the games without a result are spooled again
@@ -23,12 +24,12 @@ struct PlanAttempt {
   bool has_nothing_to_spool = false;  ///< no game was left that could be spooled
   bool has_paired = false;            ///< a round was paired, or not even the big bracket could be
   bool failed_to_pair = false;
-  bool failed_to_replay = false;
+  bool failed_to_replay = false;  ///< or nothing may be replayed at all
 };
 
 struct Plan {
   PlanStep step = PlanStep::kWait;
-  int game_number = 0;  ///< of the game to be started
+  int game_number = 0;  ///< of the game whose turn it is
 };
 
 /// The next step. SPOOLED games come first, in the order in which they were spooled, but none that

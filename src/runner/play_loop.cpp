@@ -13,6 +13,7 @@
 #include "runner/pairer.h"
 #include "runner/pgn_journal.h"
 #include "runner/spool.h"
+#include "tourney/bye.h"
 #include "tourney/runner_switch_commands.h"
 
 namespace tarvendo {
@@ -80,6 +81,7 @@ void PlayLoop::JudgeEnded(TimePoint now) {
   for (const GameOutcome& outcome : host_.TakeEnded(now)) {
     const Hold hold = room_.shared.Take();
     --games_under_way_;
+    ++games_judged_;
     const bool is_due =
         referee_.Judge(*hold, room_.file.With(hold), room_.running.With(hold), outcome);
     is_round_due = is_due || is_round_due;
@@ -101,7 +103,7 @@ void PlayLoop::CountFailure(Tourney& tourney, const GameOutcome& outcome) {
                     "Look into '%s' for the reason, if it is there.\n",
                     failures_, outcome.order.number, reason_file.c_str())));
   failures_ = 0;
-  tourney.ChangeSwitch()->SetRunning(false);
+  tourney.ChangeSwitch()->StopItself();
 }
 
 void PlayLoop::TellOfSilence(TimePoint now) {
@@ -141,6 +143,12 @@ bool PlayLoop::IsSwitchedOn(TimePoint now) {
   return is_on_;
 }
 
+PlanAttempt PlayLoop::NewAttempt() const {
+  PlanAttempt attempt;
+  attempt.failed_to_replay = !pace_.replays;
+  return attempt;
+}
+
 PlayLoop::Attempt PlayLoop::StartOne(TimePoint now) {
   std::string files_path;
   {
@@ -152,7 +160,7 @@ PlayLoop::Attempt PlayLoop::StartOne(TimePoint now) {
   if (is_fresh_) AdoptGames();
   if (!IsPlaceFree(files_path, now)) return Attempt::kHindered;
   CollectWhatIsThere();
-  PlanAttempt tried;
+  PlanAttempt tried = NewAttempt();
   Attempt attempt = Attempt::kAgain;
   while (attempt == Attempt::kAgain)
     attempt = TakeStep(tried, now);
@@ -219,8 +227,9 @@ PlayLoop::Attempt PlayLoop::TakeStep(PlanAttempt& attempt, TimePoint now) {
     plan = PlanNextStep(*hold, room_.running.With(hold), attempt, blocked_);
     const std::string& files_path = hold->Settings().files_path;
     // An empty or bad FilesPath leaves the current directory as it is.
-    const bool is_found = plan.step == PlanStep::kStart || plan.step == PlanStep::kWait;
-    if (is_found && !files_path.empty()) room_.host.files.ChangeDirectory(files_path);
+    const bool is_final = plan.step == PlanStep::kStart || plan.step == PlanStep::kBye ||
+                          plan.step == PlanStep::kWait;
+    if (is_final && !files_path.empty()) room_.host.files.ChangeDirectory(files_path);
     if (plan.step == PlanStep::kSwitchOff) hold->ChangeSettings()->auto_run = 0;
     if (plan.step == PlanStep::kReplay) {
       attempt.failed_to_replay = !ReplayUnfinished(*hold, room_.host.files);
@@ -229,6 +238,8 @@ PlayLoop::Attempt PlayLoop::TakeStep(PlanAttempt& attempt, TimePoint now) {
   switch (plan.step) {
     case PlanStep::kStart:
       return StartGame(plan.game_number, now);
+    case PlanStep::kBye:
+      return TakeBye(plan.game_number, now);
     case PlanStep::kSpool:
       return SpoolOne(attempt, now);
     case PlanStep::kPair:
@@ -254,7 +265,9 @@ PlayLoop::Attempt PlayLoop::StartGame(int number, TimePoint now) {
   {
     const Hold hold = room_.shared.Take();
     const Game* game = hold->FindGame(number);
-    if (game == nullptr || game->status != kSpooled) return Attempt::kAgain;
+    const bool is_startable =
+        game != nullptr && game->status == kSpooled && !ResultByBye(*hold, *game);
+    if (!is_startable) return Attempt::kAgain;
     const std::string batch_file = game->bat_file;
     const std::string claim_file = ClaimFileOf(game->pgn_file);
     // What is being played must be known to the next start, or it would play the game a second
@@ -281,6 +294,23 @@ PlayLoop::Attempt PlayLoop::StartGame(int number, TimePoint now) {
   const bool saves_later = pace_.referee == RefereePace::kInGroups;
   if (saves_later && !settle_at_) settle_at_ = now + pace_.grouping;
   host_.Start(prepared.order, std::move(prepared.claim));
+  return Attempt::kStarted;
+}
+
+PlayLoop::Attempt PlayLoop::TakeBye(int number, TimePoint now) {
+  bool is_round_due = false;
+  {
+    const Hold hold = room_.shared.Take();
+    const Game* game = hold->FindGame(number);
+    if (game == nullptr || game->status != kSpooled) return Attempt::kAgain;
+    // A game that was begun before its player became a bye is played to its end.
+    if (IsBeingPlayed(room_.host.files, game->pgn_file)) {
+      Block(number, AccessMessage(ClaimFileOf(game->pgn_file)), now);
+      return Attempt::kAgain;
+    }
+    is_round_due = referee_.JudgeBye(*hold, room_.file.With(hold), room_.running.With(hold), *game);
+  }
+  if (is_round_due) PairNextRound(room_);
   return Attempt::kStarted;
 }
 
@@ -311,7 +341,7 @@ void PlayLoop::PairRound(PlanAttempt& attempt) {
       attempt.failed_to_pair = true;
       break;
     case PairerResult::kOvertaken:
-      attempt = PlanAttempt();
+      attempt = NewAttempt();
       break;
   }
 }

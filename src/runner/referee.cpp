@@ -11,7 +11,10 @@
 #include "runner/adoption.h"
 #include "runner/batch_file.h"
 #include "runner/collect.h"
+#include "runner/game_files.h"
 #include "runner/running_games.h"
+#include "tourney/bye.h"
+#include "tourney/game_list.h"
 #include "tourney/history.h"
 #include "tourney/rounds.h"
 #include "tourney/tourney.h"
@@ -104,7 +107,7 @@ bool Referee::Judge(Tourney& tourney, TourneyFile& file, RunningGames& running,
   running.Remove(outcome.order);
   if (outcome.end == GameEnd::kCannotBeWatched) {
     // The claim stays: WinBoard may be playing all the same, and whoever starts next learns of it.
-    tourney.ChangeSwitch()->SetRunning(false);
+    tourney.ChangeSwitch()->StopItself();
     return false;
   }
   const Game* game = FindSameGame(tourney, outcome.order);
@@ -131,6 +134,27 @@ void Referee::TakeOver(Tourney& tourney, const GameOutcome& outcome) {
     return;
   }
   TakeResult(tourney, *pgn_, game, *outcome.pgn, outcome.order.pgn_file);
+  FollowResult(tourney);
+}
+
+bool Referee::JudgeBye(Tourney& tourney, TourneyFile& file, const RunningGames& running,
+                       const Game& game) {
+  const auto result = ResultByBye(tourney, game);
+  if (!result) return false;
+  DeleteGameFiles(tourney, host_.files, game);
+  {
+    const auto change = tourney.Change(game);
+    change->result = *result;
+    change->status = kReady;
+  }
+  AnnounceResult(game);
+  FollowResult(tourney);
+  if (pace_ == RefereePace::kAtOnce) SaveAndClear(tourney, file, running);
+  return MoveRoundOn(tourney);
+}
+
+/// The page, and the rounds that it moves on, behind each result.
+void Referee::FollowResult(Tourney& tourney) {
   if (pace_ == RefereePace::kAtOnce) {
     WritePage(tourney);
   } else {
@@ -151,40 +175,61 @@ void Referee::KeepOrLeaveDebugFile(const Tourney& tourney, const GameOutcome& ou
 }
 
 void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file, const RunningGames& running) {
-  std::erase_if(held_claims_, [&](const std::string& claim) {
-    if (host_.files.IsLocked(claim)) return false;
-    RemoveIfThere(host_.files, claim);
-    return true;
-  });
+  DropHeldClaims(running);
   pgn_->Write(tourney);
   if (file.HasChanged(tourney) && !file.AutoSave(tourney)) return;
   pgn_->Rescue();
-  for (const Settled& settled : settled_) {
+  std::erase_if(settled_, [&](Settled& settled) {
     // A load between the result and this save has made the game one to be played, and it is.
-    if (running.HasNumber(settled.order.number)) continue;
-    if (settled.drops_files) DropFiles(tourney, settled.order);
-    RemovePlace(host_.files, settled.order);
-    const std::string& claim = settled.order.claim_file;
-    if (settled.may_hang && host_.files.IsLocked(claim)) {
-      held_claims_.push_back(claim);
-    } else {
-      RemoveIfThere(host_.files, claim);
-    }
-  }
-  settled_.clear();
+    return running.HasNumber(settled.order.number) || ClearUp(tourney, settled);
+  });
   DropJournal(tourney, host_.files);
 }
 
+/// A game that was begun anew has taken the claim over: then it is that one's.
+void Referee::DropHeldClaims(const RunningGames& running) {
+  std::erase_if(held_claims_, [&](const GameOrder& held) {
+    const bool is_begun_anew =
+        running.HasNumber(held.number) ||
+        std::any_of(settled_.begin(), settled_.end(), [&](const Settled& settled) {
+          return settled.order.claim_file == held.claim_file;
+        });
+    if (is_begun_anew) return true;
+    if (host_.files.IsLocked(held.claim_file)) return false;
+    RemoveIfThere(host_.files, held.claim_file);
+    return true;
+  });
+}
+
+bool Referee::ClearUp(const Tourney& tourney, Settled& settled) {
+  const GameOrder& order = settled.order;
+  bool is_clear = !settled.drops_files || DropFiles(tourney, settled);
+  if (!RemovePlace(host_.files, order)) {
+    if (!settled.is_told) TellUndeleted(tourney, host_.files, OwnDirectory(order));
+    is_clear = false;
+  }
+  if (is_clear && settled.may_hang && host_.files.IsLocked(order.claim_file)) {
+    held_claims_.push_back(order);
+    return true;
+  }
+  is_clear = is_clear && DeleteOrTell(tourney, host_.files, order.claim_file, settled.is_told);
+  settled.is_told = !is_clear;
+  return is_clear;
+}
+
 /// A game of that number may have been spooled anew meanwhile: then the files are its own.
-void Referee::DropFiles(const Tourney& tourney, const GameOrder& order) {
+bool Referee::DropFiles(const Tourney& tourney, const Settled& settled) {
+  FileSystem& files = host_.files;
+  const GameOrder& order = settled.order;
   const Game* game = tourney.FindGame(order.number);
-  if (game != nullptr && game->status == kSpooled) return;
-  RemoveIfThere(host_.files, order.batch_file);
-  RemoveIfThere(host_.files, order.pgn_file);
+  if (game != nullptr && game->status == kSpooled) return true;
+  const bool has_batch = !DeleteOrTell(tourney, files, order.batch_file, settled.is_told);
+  const bool has_record = !DeleteOrTell(tourney, files, order.pgn_file, settled.is_told);
   // Why a game has no result shall be read the next morning.
   if (game != nullptr && game->IsFinished()) {
-    RemoveIfThere(host_.files, GameFileBeside(order.pgn_file, ".err"));
+    RemoveIfThere(files, GameFileBeside(order.pgn_file, ".err"));
   }
+  return !has_batch && !has_record;
 }
 
 void Referee::WritePage(Tourney& tourney) {

@@ -10,6 +10,7 @@
 #include "play/claim.h"
 #include "runner/batch_file.h"
 #include "runner/collect.h"
+#include "tourney/bye.h"
 #include "tourney/game_list.h"
 #include "tourney/tourney.h"
 
@@ -37,6 +38,14 @@ bool WriteBatchFile(FileSystem& files, const std::string& path, const std::strin
   return SaveWholeFile(files, path, text);
 }
 
+/// A game with a bye has no files; one that was spooled before its player became a bye had a batch
+/// file.
+void ForgetFiles(FileSystem& files, Game& game) {
+  RemoveIfThere(files, game.bat_file);
+  game.bat_file.clear();
+  game.pgn_file.clear();
+}
+
 }  // namespace
 
 const Game* NextGameToSpool(const Tourney& tourney) {
@@ -57,7 +66,9 @@ bool SpoolSilently(Tourney& tourney, FileSystem& files, const Game& game) {
   if (!is_anothers && files.IsReadable(spooled.pgn_file)) files.Remove(spooled.pgn_file);
   const std::string error_file = ErrorFileName(tourney, spooled);
   if (!is_anothers) RemoveIfThere(files, error_file);
-  if (!WriteBatchFile(files, spooled.bat_file, BatchText(tourney, spooled), is_anothers)) {
+  if (ResultByBye(tourney, game)) {
+    if (!is_anothers) ForgetFiles(files, spooled);
+  } else if (!WriteBatchFile(files, spooled.bat_file, BatchText(tourney, spooled), is_anothers)) {
     return false;
   }
   spooled.status = kSpooled;

@@ -8,10 +8,10 @@ class RunningGames;
 class Tourney;
 class TourneyFile;
 
-/// Writes the game's batch file, deletes an old PGN file of it, sets it SPOOLED at the end of the
-/// running order and prints "Game %d spooled.\n". False, with "Error opening file for writing:
-/// %s\n" and the game unchanged, when the batch file cannot be written. Of a game whose files
-/// belong to one that is being played, or not yet judged, the PGN file stays.
+/// Writes the game's batch file (none for a game with a bye), deletes an old PGN file of it, sets
+/// it SPOOLED at the end of the running order and prints "Game %d spooled.\n". False, with "Error
+/// opening file for writing: %s\n" and the game unchanged, when the batch file cannot be written.
+/// Of a game whose files belong to one that is being played, or not yet judged, the PGN file stays.
 bool SpoolGame(Tourney& tourney, FileSystem& files, const Game& game);
 
 /// The same, but prints nothing.

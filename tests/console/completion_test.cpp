@@ -30,9 +30,15 @@ class Completing : public testing::Test {
       {"./", {"run.sh"}},
   };
   KnownNames names_ = {
-      [] { return std::vector<std::string>{"Alpha", "Beta", "Big Engine 2", "Big Engine 3"}; },
-      [] { return std::vector<std::string>{"Alpha", "Big Engine 2"}; },
-      [] { return std::vector<std::string>{"fast", "strong"}; },
+      [] {
+        return std::vector<std::string>{"Alpha", "Beta", "Big Engine 2", "Big Engine 3"};
+      },
+      [] {
+        return std::vector<std::string>{"Alpha", "Big Engine 2"};
+      },
+      [] {
+        return std::vector<std::string>{"fast", "strong"};
+      },
       [this](const std::string& directory) { return directories_[directory]; }};
 };
 
@@ -71,8 +77,7 @@ TEST_F(Completing, TheStartIsThatOfTheWordThatIsBeingTyped) {
 }
 
 TEST_F(Completing, OptionsAreOfferedBehindTheirCommandWhereverTheyStand) {
-  EXPECT_EQ(Offered("showgames -"),
-            "-all,-player,-white,-black,-round,-subround,-status,-result");
+  EXPECT_EQ(Offered("showgames -"), "-all,-player,-white,-black,-round,-subround,-status,-result");
   EXPECT_EQ(Offered("removegames -ro 1 -R"), "-round,-result");
   EXPECT_EQ(Offered("texttable -no"),
             "-norank,-nonumber,-nocross,-nopoints,-nogames,-notie,-nolong,-nobar,-nopics");

@@ -62,8 +62,10 @@ class MemoryFileSystem::Stream : public OutputFile {
   bool Sync() override {
     const std::lock_guard guard(owner_.mutex_);
     if (owner_.Fails(FileOperation::kSync, key_)) failed_ = true;
-    if (!failed_) owner_.record_.push_back("sync " + key_);
-    return !failed_;
+    if (failed_) return false;
+    owner_.record_.push_back("sync " + key_);
+    owner_.Note({DiskStepKind::kDataSynced, "", "", file_->identity, ""});
+    return true;
   }
 
   std::int64_t Size() override {
@@ -151,7 +153,7 @@ NewFileAttempt MemoryFileSystem::CreateNew(const std::string& path, const std::s
   const auto old = Find(key);
   if (links_.contains(key) || special_.contains(key) || (old && !old->lock.expired())) return {};
   if (Fails(FileOperation::kOpen, key) || path.empty() || !IsFilePlace(key)) {
-    return {nullptr, faults_[FileOperation::kOpen].denied.contains(key)};
+    return {nullptr, fails_as_forbidden_ || faults_[FileOperation::kOpen].denied.contains(key)};
   }
   files_.erase(key);
   const auto file = MakeFile(key);
@@ -199,6 +201,7 @@ bool MemoryFileSystem::Remove(const std::string& path) {
     return false;
   removed_.push_back(path);
   record_.push_back("remove " + key);
+  Note({DiskStepKind::kNoName, key, "", 0, ""});
   return true;
 }
 
@@ -213,6 +216,7 @@ bool MemoryFileSystem::Rename(const std::string& from, const std::string& to) {
   links_.erase(new_key);
   files_[new_key] = file;
   record_.push_back("rename " + old_key + " " + new_key);
+  Note({DiskStepKind::kRename, old_key, new_key, file->identity, ""});
   return true;
 }
 
@@ -225,6 +229,7 @@ bool MemoryFileSystem::SyncName(const std::string& path) {
   const std::string directory = ParentOf(Key(path));
   if (Fails(FileOperation::kSync, directory) || !directories_.contains(directory)) return false;
   record_.push_back("sync names of " + directory);
+  Note({DiskStepKind::kNamesSynced, directory, "", 0, ""});
   return true;
 }
 
@@ -278,6 +283,7 @@ bool MemoryFileSystem::CutTo(const std::string& path, std::uint64_t size) {
   file->bytes.resize(size);
   Change(*file);
   record_.push_back("cut " + key);
+  Note({DiskStepKind::kDataSynced, "", "", file->identity, ""});
   return true;
 }
 
@@ -288,6 +294,7 @@ bool MemoryFileSystem::MakeDirectory(const std::string& path) {
   if (directories_.contains(key)) return true;
   if (Find(key) || links_.contains(key) || !directories_.contains(ParentOf(key))) return false;
   directories_.insert(key);
+  Note({DiskStepKind::kDirectory, key, "", 0, ""});
   return true;
 }
 
@@ -305,7 +312,9 @@ bool MemoryFileSystem::RemoveDirectory(const std::string& path) {
     }
   };
   if (has_within(files_) || has_within(links_) || has_within(directories_)) return false;
-  return directories_.erase(key) > 0;
+  if (directories_.erase(key) == 0) return false;
+  Note({DiskStepKind::kNoDirectory, key, "", 0, ""});
+  return true;
 }
 
 bool MemoryFileSystem::ChangeDirectory(const std::string& path) {
@@ -326,7 +335,9 @@ void MemoryFileSystem::Put(const std::string& path, const std::string& bytes) {
   const std::string key = Key(path);
   MakeParents(key);
   files_.erase(key);
-  MakeFile(key)->bytes = bytes;
+  const auto file = MakeFile(key);
+  file->bytes = bytes;
+  Change(*file);
 }
 
 void MemoryFileSystem::PutMore(const std::string& path, const std::string& bytes) {
@@ -430,6 +441,20 @@ std::vector<std::string> MemoryFileSystem::Changes() {
   return record_;
 }
 
+void MemoryFileSystem::Record(DiskSteps& steps) {
+  const std::lock_guard guard(mutex_);
+  steps_ = &steps;
+  for (const std::string& directory : directories_)
+    Note({DiskStepKind::kDirectory, directory, "", 0, ""});
+  for (const auto& [key, file] : files_) {
+    Note({DiskStepKind::kName, key, "", file->identity, ""});
+    Note({DiskStepKind::kData, "", "", file->identity, file->bytes});
+    Note({DiskStepKind::kDataSynced, "", "", file->identity, ""});
+  }
+  for (const std::string& directory : directories_)
+    Note({DiskStepKind::kNamesSynced, directory, "", 0, ""});
+}
+
 std::string MemoryFileSystem::CurrentDirectory() {
   const std::lock_guard guard(mutex_);
   return current_;
@@ -481,8 +506,18 @@ std::shared_ptr<MemoryFileSystem::File> MemoryFileSystem::MakeFile(const std::st
   if (file) return file;
   file = std::make_shared<File>();
   file->identity = ++last_identity_;
+  Note({DiskStepKind::kName, key, "", file->identity, ""});
   Change(*file);
   return file;
+}
+
+void MemoryFileSystem::Change(File& file) {
+  file.changed = ++changes_;
+  Note({DiskStepKind::kData, "", "", file.identity, file.bytes});
+}
+
+void MemoryFileSystem::Note(DiskStep step) {
+  if (steps_ != nullptr) steps_->push_back(std::move(step));
 }
 
 bool MemoryFileSystem::IsFilePlace(const std::string& key) const {

@@ -9,7 +9,8 @@
 #include <string>
 
 #include "pairing/bracket_creation.h"
-#include "pairing/bracket_games.h"
+#include "pairing/bracket_list.h"
+#include "pairing/bracket_pairing.h"
 #include "pairing/chain_search.h"
 #include "pairing/literal_search.h"
 #include "pairing/random_chains.h"
@@ -78,7 +79,7 @@ class Comparison {
   /// Makes brackets both ways; false when there are none.
   bool Create(const PairingField& field, literal::BracketList& list, int width, int mode) {
     const bool made = list.CreateBrackets(width, mode);
-    chain_ = MakeBrackets(field, width, static_cast<BracketMode>(mode));
+    chain_ = MakeBrackets(field, BracketWidth{width}, static_cast<BracketMode>(mode));
     EXPECT_EQ(made, !chain_.empty());
     EXPECT_EQ(Describe(list), Describe(chain_));
     return made;

@@ -82,6 +82,15 @@ TEST_F(ThePlan, PassesByAGameThatIsBlocked) {
   EXPECT_EQ(GameToStart(), 2);
 }
 
+TEST_F(ThePlan, TakesAGameWithAByeInItsTurn) {
+  SetStatus(2, kSpooled, 2);
+  SetStatus(3, kSpooled, 1);
+  tourney_.ChangeParticipants()[1].texts.program_exe = "bye";
+  const Plan plan = PlanNextStep(tourney_, running_, attempt_, blocked_);
+  EXPECT_EQ(plan.step, PlanStep::kBye);
+  EXPECT_EQ(plan.game_number, 3);
+}
+
 TEST_F(ThePlan, SpoolsWhenNothingIsSpooled) {
   EXPECT_EQ(Step(), PlanStep::kSpool);
 }

@@ -53,6 +53,22 @@ class Unlocked {
   std::unique_lock<std::recursive_mutex>& lock_;
 };
 
+/// Tells whose lock the reader's is, as long as it lives.
+class Reader {
+ public:
+  Reader(std::unique_lock<std::recursive_mutex>*& place,
+         std::unique_lock<std::recursive_mutex>& lock)
+      : place_(place) {
+    place_ = &lock;
+  }
+  ~Reader() { place_ = nullptr; }
+  Reader(const Reader&) = delete;
+  Reader& operator=(const Reader&) = delete;
+
+ private:
+  std::unique_lock<std::recursive_mutex>*& place_;
+};
+
 /// Sets a switch as long as it lives.
 class SwitchedOn {
  public:
@@ -136,7 +152,7 @@ void UserTerminal::CloseKeyboard() {
 
 std::optional<std::string> UserTerminal::ReadLine() {
   Lock lock(mutex_);
-  reader_ = &lock;
+  const Reader reader(reader_, lock);
   const CtrlCMeans at_the_prompt(CtrlC::kClearsLine);
   TakeTerminalEvents();  // Those of the past mean nothing any more.
   std::optional<std::string> line = editor_ != nullptr ? ReadEdited() : ReadPlainly();
@@ -241,7 +257,8 @@ void UserTerminal::ShowPage() {
 void UserTerminal::GiveBack() {
   const std::lock_guard lock(mutex_);
   FollowKeyRules(false);
-  tcsetattr(STDIN_FILENO, TCSADRAIN, &modes_);
+  // Not otherwise: who runs in the background is stopped by it.
+  if (reader_ != nullptr) tcsetattr(STDIN_FILENO, TCSADRAIN, &modes_);
   if (is_typing_) WriteAll(STDOUT_FILENO, "\n");
   is_typing_ = false;
   reader_ = nullptr;

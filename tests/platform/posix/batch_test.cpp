@@ -16,6 +16,7 @@
 
 #include "platform/faults.h"
 #include "platform/paths.h"
+#include "platform/posix/open_descriptors.h"
 #include "platform/processes.h"
 #include "platform/scratch_directory.h"
 
@@ -60,10 +61,6 @@ class ChildEnds {
   static inline std::array<int, 2> ends{};
   struct sigaction before_ {};
 };
-
-std::ptrdiff_t OpenDescriptors() {
-  return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
-}
 
 bool HasNoChildLeft() {
   return waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD;

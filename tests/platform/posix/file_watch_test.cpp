@@ -8,15 +8,11 @@
 #include <future>
 #include <iterator>
 
+#include "platform/posix/open_descriptors.h"
 #include "platform/scratch_directory.h"
 
 namespace tarvendo {
 namespace {
-
-std::ptrdiff_t OpenDescriptors() {
-  const std::filesystem::directory_iterator open("/proc/self/fd");
-  return std::distance(open, {});
-}
 
 TEST(PosixWatches, ManyWatchesLeaveNoDescriptorBehind) {
   const ScratchDirectory directory;
