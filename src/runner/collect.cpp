@@ -6,6 +6,7 @@
 #include "base/read_file.h"
 #include "base/text.h"
 #include "base/whole_file.h"
+#include "platform/faults.h"
 #include "platform/files.h"
 #include "play/claim.h"
 #include "reports/table_driver.h"
@@ -78,6 +79,8 @@ void CollectAll(Tourney& tourney, FileSystem& files, TourneyFile& file,
   Leftovers leftovers;
   PgnGroup group(files, PgnPace::kTogether);
   for (const Game& game : tourney.Games()) {
+    // What was taken over so far is brought to its end.
+    if (TerminationRequested()) break;
     if (game.status != kSpooled || running.HasNumber(game.number)) continue;
     if (IsBeingPlayed(files, game.pgn_file)) continue;
     const auto claim = FreeClaimOf(tourney, files, game.number);

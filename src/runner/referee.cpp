@@ -45,7 +45,7 @@ void AnnounceUnwatchable() {
 }
 
 void AnnounceNoResult(const Game& game) {
-  PrintText("\n" + Stars(79) + "\n" +
+  PrintText(std::string("\n") + Stars(79) + "\n" +
             Format("Game %d: %s - %s result not found, and therefore set to UNKNOWN.\n",
                    game.number, game.white_player.c_str(), game.black_player.c_str()) +
             Stars(79) + "\n> ");

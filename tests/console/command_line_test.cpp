@@ -86,7 +86,7 @@ TEST(CommandLine, NearestIsWhatBeginsAlikeOrNeedsTheFewestLetters) {
   EXPECT_STREQ(NearestLongOption("--waiting").word, "--wait");
   EXPECT_STREQ(NearestLongOption("--hlep").word, "--help");
   EXPECT_STREQ(NearestLongOption("--Version=2").word, "--version");
-  EXPECT_STREQ(NearestLongOption("--" + std::string(100000, 'p')).word, "--patience");
+  EXPECT_STREQ(NearestLongOption("--" + std::string(100000, 'p')).word, "--progress");
 }
 
 TEST(CommandLine, AFlagTakesNoValue) {
@@ -120,6 +120,14 @@ TEST(CommandLine, ATourneyToGoOnWithTakesNoScriptAndNoKeyboard) {
                   "' has no meaning beside it.");
   }
   EXPECT_EQ(ReadCommandLine({"--resume"}).error, "--resume takes a value: FILE.");
+}
+
+TEST(CommandLine, ProgressIsToldToWhoWaits) {
+  EXPECT_EQ(ReadCommandLine({"go.txt", "--progress"}).error,
+            "--progress goes with --wait or --resume.");
+  EXPECT_EQ(ReadCommandLine({"go.txt", "--progress", "--wait"}).error, "");
+  EXPECT_EQ(ReadCommandLine({"--resume=cup.ini", "--progress", "--log=all.log"}).error, "");
+  EXPECT_EQ(ReadCommandLine({"--log"}).error, "--log takes a value: FILE.");
 }
 
 TEST(CommandLine, AnExitCodeIsToldToWhoWaits) {

@@ -168,15 +168,12 @@ class Comparison {
 void CompareRandomChain(Comparison& comparison, std::uint64_t seed) {
   SCOPED_TRACE("seed " + std::to_string(seed));
   Dice dice(seed);
-  const int players = dice.Percent(85) ? 2 * dice.Between(2, 8) : dice.Between(3, 15);
-  const PairingField field = RandomField(dice, players);
+  const RandomChain random = MakeRandomChain(dice);
+  const PairingField& field = random.field;
   literal::BracketList list(field, kBudget);
-  const bool made_by_hand = dice.Percent(50);
-  const int width = dice.Below(7);
-  const int mode = dice.Between(1, 3);
-  if (made_by_hand) {
-    comparison.Create(field, list, RandomSplit(dice, players));
-  } else if (!comparison.Create(field, list, width, mode)) {
+  if (!random.by_hand.empty()) {
+    comparison.Create(field, list, random.by_hand);
+  } else if (!comparison.Create(field, list, random.width, random.mode)) {
     return;
   }
   std::vector<std::pair<int, int>> games;

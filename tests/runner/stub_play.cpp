@@ -62,15 +62,17 @@ bool StubWinboard::Start(const std::string& batch_file) {
   const int number = NumberOf(batch_file);
   const std::string claim_file = "/t/g" + std::to_string(number) + ".run";
   const auto order = ReadClaimText(machine_.files.Bytes(claim_file), claim_file);
-  const BatchId batch = machine_.processes.LastBatch();
-  if (!order || machine_.files.Has(order->pgn_file)) {
-    machine_.processes.EndOf(batch);
+  const BatchId id = machine_.processes.LastBatch();
+  const std::string batch = machine_.files.Bytes(batch_file);
+  const bool says_nothing = batch.empty() || batch.find('\0') != std::string::npos;
+  if (!order || says_nothing || machine_.files.Has(order->pgn_file)) {
+    machine_.processes.EndOf(id);
     return true;
   }
   ++plays_[number];
   machine_.files.PutMore(order->debug_file, kOpening);
   const TimePoint ends = machine_.clock.Steady() + LengthOf(number);
-  games_[batch] = {ends, number, order->debug_file, order->pgn_file};
+  games_[id] = {ends, number, order->debug_file, order->pgn_file};
   return true;
 }
 
