@@ -26,6 +26,8 @@
 #include "platform/processes.h"
 #include "platform/terminal.h"
 #include "players/player_database.h"
+#include "publish/report_files.h"
+#include "runner/reporter.h"
 #include "runner/runner.h"
 #include "runner/tourney_room.h"
 #include "tourney/tourney.h"
@@ -54,18 +56,26 @@ struct EmergencyPlace {
   const std::string old_file;
 };
 
+RunnerOptions HowToPlay(const StartUp& start, Reporter* reporter) {
+  RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
+  options.play.replays = start.resume.empty();
+  options.game.patience = std::chrono::minutes(start.patience);
+  options.reporter = reporter;
+  return options;
+}
+
 /// Everything that lives from start to end, in the order in which it is made; taken down in
 /// reverse.
 struct Application {
-  Application(Host& host, Terminal& its_terminal, Outputs& its_outputs,
-              const RunnerOptions& options, bool loads_start_tourney)
+  Application(Host& host, Terminal& its_terminal, Outputs& its_outputs, const StartUp& start)
       : terminal(its_terminal),
         outputs(its_outputs),
         room(host),
         emergency(host.files),
         interpreter({room, players, ExecutableDirectory(), &terminal}),
-        runner(room, options) {
-    if (loads_start_tourney) LoadStartTourney(host.files);
+        reporter(start.report.empty() ? nullptr : std::make_unique<Reporter>(room, start.report)),
+        runner(room, HowToPlay(start, reporter.get())) {
+    if (start.resume.empty()) LoadStartTourney(host.files);
     if (!runner.StartThread()) Print("Initializing runner failed!\n");
   }
 
@@ -82,6 +92,7 @@ struct Application {
   EmergencyPlace emergency;
   PlayerDatabase players;
   CommandInterpreter interpreter;
+  std::unique_ptr<Reporter> reporter;  ///< null without --report
   Runner runner;
 };
 
@@ -108,21 +119,19 @@ void RunKeyboardPass(Application& application, bool with_banner) {
   application.interpreter.RunCommandLoop(input, with_banner);
 }
 
+void WriteReport(Application& application) {
+  if (application.reporter) application.reporter->WriteAtEnd();
+}
+
 void RunPasses(Application& application, const StartUp& start) {
   const std::unique_ptr<InputStream> script =
       start.script.empty() ? nullptr : OpenScript(start.script);
   if (script) {
     LineInput input(*script, false);
     application.interpreter.RunCommandLoop(input, true);
+    WriteReport(application);
   }
   if (!script || start.continues) RunKeyboardPass(application, !script);
-}
-
-RunnerOptions HowToPlay(const StartUp& start) {
-  RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
-  options.play.replays = start.resume.empty();
-  options.game.patience = std::chrono::minutes(start.patience);
-  return options;
 }
 
 /// Games that are being played are left to themselves. Who plays many wants to know how many.
@@ -157,14 +166,29 @@ std::string FinishRun(Application& application, const StartUp& start) {
   return WhatIsMissing(*hold, is_saved);
 }
 
+/// The file of an earlier emergency becomes emergency.old.ini or, where that name cannot be taken,
+/// emergency.old2.ini and so on. False when it is still there.
+bool SetEarlierAside(FileSystem& files, const EmergencyPlace& place) {
+  constexpr int kMostNames = 9;
+  if (files.Rename(place.file, place.old_file)) return true;
+  const std::string stem = place.old_file.substr(0, place.old_file.rfind('.'));
+  for (int n = 2; n <= kMostNames; ++n) {
+    const std::string name = stem + std::to_string(n) + ".ini";
+    if (!files.Exists(name) && files.Rename(place.file, name)) return true;
+  }
+  return false;
+}
+
 /// What an earlier emergency has saved is kept, and not given away for nothing.
 bool SaveTourney(Application& application, const Hold& hold) {
   FileSystem& files = application.room.host.files;
   const EmergencyPlace& place = application.emergency;
   if (files.IsPlainFile(files.FollowLinks(place.file))) {
     if (hold->Participants().empty() && hold->Games().empty()) return true;
-    // Should that fail, the tourney of today counts more than the one of then.
-    files.Rename(place.file, place.old_file);
+    // The tourney of today counts more than the one of then.
+    if (!SetEarlierAside(files, place)) {
+      WriteConsoleError("The 'emergency.ini' of an earlier time is replaced.\n");
+    }
   }
   return application.room.file.With(hold).SaveBeside(*hold, place.directory, place.file);
 }
@@ -214,6 +238,7 @@ ExitCode Run(Application& application, const StartUp& start) {
       is_refused = !ResumeTourney(application.room, start.resume);
     }
     if (start.AwaitsEnd() && !is_refused) missing = FinishRun(application, start);
+    if (!is_refused) WriteReport(application);
   });
   if (is_refused) return kRefused;
   if (ended_well) {
@@ -232,6 +257,10 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
   StartUp start = ReadCommandLine(words);
   MakePathsFull(start, host.files);
   if (const std::optional<int> code = AnswerAtOnce(start, host.files)) return *code;
+  if (!start.report.empty() && !MakeReportDirectory(host.files, start.report)) {
+    WriteConsoleError("The directory of the report, '" + start.report + "', cannot be made.\n");
+    return kRefused;
+  }
   const FaultGuard guard;
   const std::unique_ptr<Terminal> terminal = MakeTerminal();
   Outputs outputs([&](const std::string& text) { terminal->Write(text); },
@@ -242,7 +271,7 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
     return kRefused;
   }
   const LogScope log(host, outputs);
-  Application application(host, *terminal, outputs, HowToPlay(start), start.resume.empty());
+  Application application(host, *terminal, outputs, start);
   const ExitCode code = Run(application, start);
   if (start.games > 0) TellOfGamesThatGoOn(application);
   return start.TellsEnd() ? code : kAsEver;

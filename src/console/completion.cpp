@@ -33,6 +33,18 @@ std::vector<TypedWord> WordsOfLine(const std::string& line) {
   return words;
 }
 
+std::vector<std::string> SplitAtCommas(std::string_view choices) {
+  std::vector<std::string> words(1);
+  for (const char c : choices) {
+    if (c == ',') {
+      words.emplace_back();
+    } else {
+      words.back() += c;
+    }
+  }
+  return words;
+}
+
 /// Those names that begin with what is typed.
 std::vector<Candidate> Fitting(const std::string& typed, const std::vector<std::string>& names,
                                bool is_whole = true) {
@@ -98,8 +110,7 @@ class Behind {
       const WordForm* const form = FormOf(i);
       if (form == nullptr) continue;
       if (form->choices.empty()) return OfOperand(form->value, i + 1);
-      if (i + 1 == last)
-        return OfWord(Fitting(typed_[last].text, SplitAtWhiteSpace(form->choices)));
+      if (i + 1 == last) return OfWord(Fitting(typed_[last].text, SplitAtCommas(form->choices)));
       return {};
     }
     Completion completion;

@@ -42,8 +42,8 @@ constexpr const char* kResultChoices =
 constexpr const char* kStatusChoices =
     "Possible choices:\n0 = NOTHING DONE\n1 = SPOOLED\n2 = READY\n";
 
-constexpr WordForm kResult{"result", "res", Operand::kNothing, "1-0 1/2-1/2 0-1 unknown"};
-constexpr WordForm kStatus{"status", "sta", Operand::kNothing, "0 1 2"};
+constexpr WordForm kResult{"result", "res", Operand::kNothing, "1-0,1/2-1/2,0-1,unknown"};
+constexpr WordForm kStatus{"status", "sta", Operand::kNothing, "0,1,2"};
 
 /// "game 7. Alpha - Beta", as the messages name a game.
 std::string Named(const Game& game) {

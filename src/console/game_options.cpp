@@ -21,8 +21,8 @@ const std::vector<OptionForm>& SelectionOptions() {
       {"-bla", true, false, "-black"},
       {"-ro", true, false, "-round"},
       {"-sub", true, false, "-subround"},
-      {"-sta", true, false, "-status", kNone, "not spooled ready"},
-      {"-res", true, false, "-result", kNone, "white black draw unknown"}};
+      {"-sta", true, false, "-status", kNone, "not,spooled,ready"},
+      {"-res", true, false, "-result", kNone, "white,black,draw,unknown"}};
   return kForms;
 }
 

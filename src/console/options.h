@@ -18,7 +18,7 @@ struct OptionForm {
   bool whole_word = false;     ///< the word must be the prefix, not only begin with it
   std::string_view name = {};  ///< the whole word; empty when it is the prefix
   Operand value = Operand::kNothing;
-  std::string_view choices = {};  ///< the words for its value, a blank between two
+  std::string_view choices = {};  ///< the words for its value, a comma between two
 };
 
 /// An option that stands on the line.

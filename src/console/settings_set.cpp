@@ -134,7 +134,7 @@ bool SetType(CommandContext& context) {
 
 constexpr const char* kWantsValue = "How about specifying a value, too?\n";
 
-constexpr const char* kOnOff = "on off";
+constexpr const char* kOnOff = "on,off";
 
 /// A setting with a rule of its own.
 struct RuledSetting {
@@ -142,7 +142,7 @@ struct RuledSetting {
   const char* name;
   const char* without_value;  ///< printed when there is no value; null when the setter sees to that
   Setter set;
-  const char* choices = "";  ///< the words for its value, a blank between two
+  const char* choices = "";  ///< the words for its value, a comma between two
   Operand value = Operand::kNothing;
 };
 
@@ -163,7 +163,7 @@ constexpr std::array<RuledSetting, 6> kFirstRuled = {{
     {"autos", "AutoSave", "You want autosave on or off?\n", SetAutoSave, kOnOff},
     {"sav", "SaveDebugFiles",
      "Do you want to save winboard.debug-files always, never or automatically?\n", SetSaveDebug,
-     "always never automatically"},
+     "always,never,automatically"},
     {"sub", "SubRounds", kWantsValue, SetSubRounds},
     {"pgn", "PgnFile", kWantsValue, SetPgnFile, "", Operand::kFile},
 }};
@@ -184,7 +184,7 @@ constexpr std::array<TextSetting, 9> kTexts = {{
 constexpr std::array<RuledSetting, 3> kLastRuled = {{
     {"tim", "TimeControl", "Time control: <Moves per sesion> <Time> <Inc>\n", SetTimeControl},
     {"rounds", "Rounds", nullptr, SetRounds},
-    {"type", "Type", nullptr, SetType, "swiss roundrobin"},
+    {"type", "Type", nullptr, SetType, "swiss,roundrobin"},
 }};
 
 template <typename Settings>

@@ -21,7 +21,7 @@ struct WordForm {
   std::string_view name;              ///< as it is offered, whole
   std::string_view prefix;            ///< how such a word begins at least, in any case
   Operand value = Operand::kNothing;  ///< what stands behind it
-  std::string_view choices = {};      ///< the words for its value, a blank between two
+  std::string_view choices = {};      ///< the words for its value, a comma between two
 };
 
 /// What may stand behind a command, for whoever completes lines.
