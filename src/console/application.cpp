@@ -11,6 +11,7 @@
 #include "console/command_interpreter.h"
 #include "console/command_line.h"
 #include "console/exit_code.h"
+#include "console/keyboard_help.h"
 #include "console/line_input.h"
 #include "console/long_options.h"
 #include "console/outputs.h"
@@ -23,6 +24,7 @@
 #include "platform/input.h"
 #include "platform/paths.h"
 #include "platform/processes.h"
+#include "platform/terminal.h"
 #include "players/player_database.h"
 #include "publish/report_files.h"
 #include "runner/reporter.h"
@@ -67,12 +69,13 @@ RunnerOptions HowToPlay(const StartUp& start, const std::optional<Openings>& ope
 /// Everything that lives from start to end, in the order in which it is made; taken down in
 /// reverse.
 struct Application {
-  Application(Host& host, Outputs& its_outputs, const StartUp& start,
+  Application(Host& host, Terminal& its_terminal, Outputs& its_outputs, const StartUp& start,
               const std::optional<Openings>& openings)
-      : outputs(its_outputs),
+      : terminal(its_terminal),
+        outputs(its_outputs),
         room(host),
         emergency(host.files),
-        interpreter({room, players, ExecutableDirectory()}),
+        interpreter({room, players, ExecutableDirectory(), &terminal}),
         reporter(start.report.empty() ? nullptr : std::make_unique<Reporter>(room, start.report)),
         runner(room, HowToPlay(start, openings, reporter.get())) {
     if (start.resume.empty()) LoadStartTourney(host.files);
@@ -86,6 +89,7 @@ struct Application {
     if (files.Exists(start_file)) room.file.With(hold).Load(*hold, start_file);
   }
 
+  Terminal& terminal;
   Outputs& outputs;
   TourneyRoom room;
   EmergencyPlace emergency;
@@ -112,7 +116,8 @@ struct LogScope {
 };
 
 void RunKeyboardPass(Application& application, bool with_banner) {
-  const std::unique_ptr<InputStream> keyboard = OpenKeyboard();
+  const std::unique_ptr<InputStream> keyboard =
+      application.terminal.OpenKeyboard(HelpToType(application.room, application.players));
   LineInput input(*keyboard, true);
   application.interpreter.RunCommandLoop(input, with_banner);
 }
@@ -189,6 +194,7 @@ bool SaveTourney(Application& application, const Hold& hold) {
 }
 
 void SaveInEmergency(Application& application) {
+  application.terminal.GiveBack();
   const std::string announcement =
       "An exception has occurred and tourney will be closed.\n"
       "Trying to save current tourney to file 'emergency.ini' in current directory.\n";
@@ -282,13 +288,16 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
     return kRefused;
   }
   const FaultGuard guard;
-  Outputs outputs(WriteConsole, WriteConsoleError, IsOutputTerminal() && ColumnsOfError() > 0);
+  const std::unique_ptr<Terminal> terminal = MakeTerminal();
+  Outputs outputs([&](const std::string& text) { terminal->Write(text); },
+                  [&](const std::string& text) { terminal->WriteError(text); },
+                  IsOutputTerminal() && ColumnsOfError() > 0);
   if (!start.log.empty() && !outputs.AddTimedLog(host, start.log)) {
     WriteConsoleError("--log: '" + start.log + "' cannot be written to.\n");
     return kRefused;
   }
   const LogScope log(host, outputs);
-  Application application(host, outputs, start, openings);
+  Application application(host, *terminal, outputs, start, openings);
   const ExitCode code = Run(application, start);
   if (start.games > 0) TellOfGamesThatGoOn(application);
   return start.TellsEnd() || code == kRefused ? code : kAsEver;
