@@ -118,8 +118,7 @@ if(NOT WIN32)
   packed_text(readme README.md README.md help/TourneyHelp.txt ../../tarvendo/TourneyHelp.txt)
   install(FILES ${readme} packaging/copyright DESTINATION ${documents} COMPONENT system)
   install(FILES ${user_documents} DESTINATION ${documents}/docs COMPONENT system)
-  install(FILES docs/table.png docs/report.png DESTINATION ${documents}/docs
-          COMPONENT system)
+  install(FILES docs/table.png docs/report.png DESTINATION ${documents}/docs COMPONENT system)
   install(FILES adapters/xboard/README.md DESTINATION ${documents}/docs RENAME xboard.md
           COMPONENT system)
   install(FILES ${first_tourney} ${examples} DESTINATION ${documents}/examples COMPONENT system)

@@ -149,14 +149,29 @@ std::string FinishRun(Application& application, const StartUp& start) {
   return WhatIsMissing(*hold, is_saved);
 }
 
+/// The file of an earlier emergency becomes emergency.old.ini or, where that name cannot be taken,
+/// emergency.old2.ini and so on. False when it is still there.
+bool SetEarlierAside(FileSystem& files, const EmergencyPlace& place) {
+  constexpr int kMostNames = 9;
+  if (files.Rename(place.file, place.old_file)) return true;
+  const std::string stem = place.old_file.substr(0, place.old_file.rfind('.'));
+  for (int n = 2; n <= kMostNames; ++n) {
+    const std::string name = stem + std::to_string(n) + ".ini";
+    if (!files.Exists(name) && files.Rename(place.file, name)) return true;
+  }
+  return false;
+}
+
 /// What an earlier emergency has saved is kept, and not given away for nothing.
 bool SaveTourney(Application& application, const Hold& hold) {
   FileSystem& files = application.room.host.files;
   const EmergencyPlace& place = application.emergency;
   if (files.IsPlainFile(files.FollowLinks(place.file))) {
     if (hold->Participants().empty() && hold->Games().empty()) return true;
-    // Should that fail, the tourney of today counts more than the one of then.
-    files.Rename(place.file, place.old_file);
+    // The tourney of today counts more than the one of then.
+    if (!SetEarlierAside(files, place)) {
+      WriteConsoleError("The 'emergency.ini' of an earlier time is replaced.\n");
+    }
   }
   return application.room.file.With(hold).SaveBeside(*hold, place.directory, place.file);
 }

@@ -17,6 +17,8 @@ import sys
 NEVER_SHOWN = "the text of an exception, which nobody is shown"
 EXCEPTIONS = {
     "asked to end between two lines": NEVER_SHOWN,
+    "' holds more than a tourney can, so it is not read.\n": "such a file is too large for a transcript; a unit test has it",
+    "There are %zu players, more are not read.\n": "a million players are too many for a transcript; a unit test has fewer",
     "asked to end while the runner was playing": NEVER_SHOWN,
     "a thread has died while it worked on the tourney": NEVER_SHOWN,
     "the thread holds the tourney already": NEVER_SHOWN,
@@ -34,6 +36,7 @@ EXCEPTIONS = {
     ", round %d/%d": "likewise",
     "%7d  in other ways\n": "sixteen different ends are too many for a transcript; a unit test has them",
     "Error deleting file:  ": "the superuser, who runs the tests, may delete everything; a unit test says it",
+    "The 'emergency.ini' of an earlier time is replaced.\n": "likewise, of a file that cannot be renamed",
     " /ncp /td 0 ": "a part of a command line, not printed",
     '[white "': "looked for in the files of games, not printed",
     '[black "': "looked for in the files of games, not printed",
