@@ -54,10 +54,12 @@ struct EmergencyPlace {
   const std::string old_file;
 };
 
-RunnerOptions HowToPlay(const StartUp& start, Reporter* reporter) {
+RunnerOptions HowToPlay(const StartUp& start, const std::optional<Openings>& openings,
+                        Reporter* reporter) {
   RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
   options.play.replays = start.resume.empty();
   options.game.patience = std::chrono::minutes(start.patience);
+  options.openings = openings;
   options.reporter = reporter;
   return options;
 }
@@ -65,13 +67,14 @@ RunnerOptions HowToPlay(const StartUp& start, Reporter* reporter) {
 /// Everything that lives from start to end, in the order in which it is made; taken down in
 /// reverse.
 struct Application {
-  Application(Host& host, Outputs& its_outputs, const StartUp& start)
+  Application(Host& host, Outputs& its_outputs, const StartUp& start,
+              const std::optional<Openings>& openings)
       : outputs(its_outputs),
         room(host),
         emergency(host.files),
         interpreter({room, players, ExecutableDirectory()}),
         reporter(start.report.empty() ? nullptr : std::make_unique<Reporter>(room, start.report)),
-        runner(room, HowToPlay(start, reporter.get())) {
+        runner(room, HowToPlay(start, openings, reporter.get())) {
     if (start.resume.empty()) LoadStartTourney(host.files);
     if (!runner.StartThread()) Print("Initializing runner failed!\n");
   }
@@ -127,6 +130,15 @@ void RunPasses(Application& application, const StartUp& start) {
     WriteReport(application);
   }
   if (!script || start.continues) RunKeyboardPass(application, !script);
+}
+
+/// The openings that the command line asks for. False when they cannot be had, which is told.
+bool ReadOpenings(const StartUp& start, FileSystem& files, std::optional<Openings>& openings) {
+  if (start.openings.empty()) return true;
+  std::string error;
+  openings = Openings::Read(files, start.openings, error);
+  if (!openings) WriteConsoleError(error + "\n");
+  return openings.has_value();
 }
 
 /// Games that are being played are left to themselves. Who plays many wants to know how many.
@@ -196,6 +208,26 @@ void SaveInEmergency(Application& application) {
   CallGuarded([&] { application.outputs.NoteInEmergency(announcement); });
 }
 
+/// The end when the runner may not go on with the openings that it was given. What no file holds is
+/// not lost.
+void EndRefused(Application& application, const std::string& refusal) {
+  application.outputs.Status().Clear();
+  PrintError(refusal + "\n");
+  CallGuarded([&] {
+    const Hold hold = application.room.shared.TakeForEmergency(kLockPatience);
+    TourneyFile& file = application.room.file.With(hold);
+    const bool is_empty = hold->Participants().empty() && hold->Games().empty();
+    if (is_empty || !file.HasChanged(*hold)) return;
+    if (hold->Settings().auto_save != 0) {
+      file.AutoSave(*hold);
+    } else if (SaveTourney(application, hold)) {
+      PrintError("The tourney is kept in 'emergency.ini'.\n");
+    } else {
+      PrintError("Saving tourney failed!\n");
+    }
+  });
+}
+
 /// What is told or refused before anything is touched: the exit code then.
 std::optional<int> AnswerAtOnce(const StartUp& start, FileSystem& files) {
   if (start.error.empty() && (start.wants_help || start.wants_version)) {
@@ -223,6 +255,10 @@ ExitCode Run(Application& application, const StartUp& start) {
     if (!is_refused) WriteReport(application);
   });
   if (is_refused) return kRefused;
+  if (const std::string refusal = application.runner.Refusal(); !refusal.empty()) {
+    EndRefused(application, refusal);
+    return kRefused;
+  }
   if (ended_well) {
     if (start.TellsEnd() && !missing.empty()) PrintError(missing);
     return CodeOf(RunEnd::kDone, missing);
@@ -239,6 +275,8 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
   StartUp start = ReadCommandLine(words);
   MakePathsFull(start, host.files);
   if (const std::optional<int> code = AnswerAtOnce(start, host.files)) return *code;
+  std::optional<Openings> openings;
+  if (!ReadOpenings(start, host.files, openings)) return kRefused;
   if (!start.report.empty() && !MakeReportDirectory(host.files, start.report)) {
     WriteConsoleError("The directory of the report, '" + start.report + "', cannot be made.\n");
     return kRefused;
@@ -250,10 +288,10 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
     return kRefused;
   }
   const LogScope log(host, outputs);
-  Application application(host, outputs, start);
+  Application application(host, outputs, start, openings);
   const ExitCode code = Run(application, start);
   if (start.games > 0) TellOfGamesThatGoOn(application);
-  return start.TellsEnd() ? code : kAsEver;
+  return start.TellsEnd() || code == kRefused ? code : kAsEver;
 }
 
 }  // namespace tarvendo
