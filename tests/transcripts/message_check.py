@@ -25,7 +25,6 @@ EXCEPTIONS = {
     "Tourney reset failed!\n": "a reset cannot fail; the command looks at its answer all the same",
     "This is not a swiss tourney, so no swiss round can be paired!\n":
         "who pairs a round has asked for the type before; a unit test asks the driver itself",
-    "%2d. %-20s: %d points.\n": "no command asks for this form of a player; a unit test does",
     "Game %d: its debug file '%s' has not grown for 30 minutes.\n": "half an hour is too long; a unit test does",
     "', so it is written in place:\nshould the machine stop meanwhile, it is lost.\n":
         "the superuser, who runs the tests, may write everywhere; a unit test says it",
