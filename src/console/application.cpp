@@ -14,8 +14,8 @@
 #include "console/line_input.h"
 #include "console/long_options.h"
 #include "console/outputs.h"
-#include "console/progress_display.h"
 #include "console/resume.h"
+#include "console/run_watch.h"
 #include "console/start_check.h"
 #include "console/start_up.h"
 #include "platform/faults.h"
@@ -24,6 +24,8 @@
 #include "platform/paths.h"
 #include "platform/processes.h"
 #include "players/player_database.h"
+#include "publish/report_files.h"
+#include "runner/reporter.h"
 #include "runner/runner.h"
 #include "runner/tourney_room.h"
 #include "tourney/tourney.h"
@@ -52,17 +54,25 @@ struct EmergencyPlace {
   const std::string old_file;
 };
 
+RunnerOptions HowToPlay(const StartUp& start, Reporter* reporter) {
+  RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
+  options.play.replays = start.resume.empty();
+  options.game.patience = std::chrono::minutes(start.patience);
+  options.reporter = reporter;
+  return options;
+}
+
 /// Everything that lives from start to end, in the order in which it is made; taken down in
 /// reverse.
 struct Application {
-  Application(Host& host, Outputs& its_outputs, const RunnerOptions& options,
-              bool loads_start_tourney)
+  Application(Host& host, Outputs& its_outputs, const StartUp& start)
       : outputs(its_outputs),
         room(host),
         emergency(host.files),
         interpreter({room, players, ExecutableDirectory()}),
-        runner(room, options) {
-    if (loads_start_tourney) LoadStartTourney(host.files);
+        reporter(start.report.empty() ? nullptr : std::make_unique<Reporter>(room, start.report)),
+        runner(room, HowToPlay(start, reporter.get())) {
+    if (start.resume.empty()) LoadStartTourney(host.files);
     if (!runner.StartThread()) Print("Initializing runner failed!\n");
   }
 
@@ -81,6 +91,7 @@ struct Application {
   EmergencyPlace emergency;
   PlayerDatabase players;
   CommandInterpreter interpreter;
+  std::unique_ptr<Reporter> reporter;  ///< null without --report
   Runner runner;
 };
 
@@ -106,21 +117,19 @@ void RunKeyboardPass(Application& application, bool with_banner) {
   application.interpreter.RunCommandLoop(input, with_banner);
 }
 
+void WriteReport(Application& application) {
+  if (application.reporter) application.reporter->WriteAtEnd();
+}
+
 void RunPasses(Application& application, const StartUp& start) {
   const std::unique_ptr<InputStream> script =
       start.script.empty() ? nullptr : OpenScript(start.script);
   if (script) {
     LineInput input(*script, false);
     application.interpreter.RunCommandLoop(input, true);
+    WriteReport(application);
   }
   if (!script || start.continues) RunKeyboardPass(application, !script);
-}
-
-RunnerOptions HowToPlay(const StartUp& start) {
-  RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
-  options.play.replays = start.resume.empty();
-  options.game.patience = std::chrono::minutes(start.patience);
-  return options;
 }
 
 /// Games that are being played are left to themselves. Who plays many wants to know how many.
@@ -130,25 +139,13 @@ void TellOfGamesThatGoOn(Application& application) {
   PrintError("Games that go on by themselves: " + std::to_string(games) + "\n");
 }
 
-/// Waits until the runner has nothing left to do, and shows how far it is when that is wanted.
-void AwaitRunner(Application& application, const StartUp& start) {
-  Runner& runner = application.runner;
-  if (!start.shows_progress) return runner.AwaitIdle();
-  const auto count = [&application] {
-    const Runner::Counts games = application.runner.CountGames();
-    RunCounts counts = CountRun(*application.room.shared.Take());
-    counts.playing = games.under_way;
-    counts.ended_here = games.judged;
-    return counts;
-  };
-  ProgressDisplay display(application.room.host.clock, application.outputs, count, ColumnsOfError);
-  runner.AwaitIdle([&display] { return display.Look(); });
-  display.End();
-}
-
 /// What the runner has still to do is done, then the tourney is saved. Returns what is missing.
 std::string FinishRun(Application& application, const StartUp& start) {
-  AwaitRunner(application, start);
+  if (start.shows_progress) {
+    AwaitWithProgress(application.room, application.runner, application.outputs);
+  } else {
+    application.runner.AwaitIdle();
+  }
   if (TerminationRequested()) throw Terminated("asked to end while the runner was playing");
   const Hold hold = application.room.shared.Take();
   const bool is_saved = application.room.file.With(hold).AutoSave(*hold);
@@ -226,6 +223,7 @@ ExitCode Run(Application& application, const StartUp& start) {
       is_refused = !ResumeTourney(application.room, start.resume);
     }
     if (start.AwaitsEnd() && !is_refused) missing = FinishRun(application, start);
+    if (!is_refused) WriteReport(application);
   });
   if (is_refused) return kRefused;
   if (ended_well) {
@@ -244,6 +242,10 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
   StartUp start = ReadCommandLine(words);
   MakePathsFull(start, host.files);
   if (const std::optional<int> code = AnswerAtOnce(start, host.files)) return *code;
+  if (!start.report.empty() && !MakeReportDirectory(host.files, start.report)) {
+    WriteConsoleError("The directory of the report, '" + start.report + "', cannot be made.\n");
+    return kRefused;
+  }
   const FaultGuard guard;
   Outputs outputs(WriteConsole, WriteConsoleError, IsOutputTerminal() && ColumnsOfError() > 0);
   if (!start.log.empty() && !outputs.AddTimedLog(host, start.log)) {
@@ -251,7 +253,7 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
     return kRefused;
   }
   const LogScope log(host, outputs);
-  Application application(host, outputs, HowToPlay(start), start.resume.empty());
+  Application application(host, outputs, start);
   const ExitCode code = Run(application, start);
   if (start.games > 0) TellOfGamesThatGoOn(application);
   return start.TellsEnd() ? code : kAsEver;

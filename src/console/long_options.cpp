@@ -23,6 +23,8 @@ constexpr std::array kLongOptions = {
                "play N games at a time, without waits between them"},
     LongOption{"--patience", "MINUTES", NumberValue{&StartUp::patience, 100000},
                "end a game that has told nothing for so long"},
+    LongOption{"--report", "DIR", PathValue{&StartUp::report},
+               "write a report, a web page and data, into that directory"},
     LongOption{"--help", "", &StartUp::wants_help, "print this, and end"},
     LongOption{"--version", "", &StartUp::wants_version, "print the version, and end"},
 };

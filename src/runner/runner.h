@@ -16,6 +16,7 @@
 
 namespace tarvendo {
 
+class Reporter;
 struct TourneyRoom;
 
 /// How the runner plays.
@@ -23,6 +24,7 @@ struct RunnerOptions {
   int places = 1;  ///< games at a time
   Pace game;
   PlayPace play;
+  Reporter* reporter = nullptr;  ///< is called behind each pass; null: no report is written
 };
 
 /// Many games at a time, without waits between them; `places` is at least 1.
@@ -65,13 +67,15 @@ class Runner {
 
  private:
   void RunPasses();
+  void NoteWhatIsUnderWay(std::uint64_t pass);
   bool IsDone(std::uint64_t asked);
 
   TourneyRoom& room_;
   EventQueue events_;
   std::unique_ptr<Doorbell> bell_;
   std::unique_ptr<GameHost> host_;
-  PlayLoop loop_;          ///< the thread's own
+  PlayLoop loop_;  ///< the thread's own, as the next one
+  Reporter* reporter_;
   std::mutex mutex_;       ///< guards what follows
   bool has_died_ = false;  ///< the thread has ended before its time, or could not be started
   std::uint64_t passes_begun_ = 0;

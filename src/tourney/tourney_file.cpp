@@ -113,6 +113,12 @@ bool TourneyFile::Load(Tourney& tourney, const std::string& name) {
   PlaceKeeper keeper(place_);
   ChooseName(tourney, name);
   const auto stamp = files_.Stamp(place_.path);
+  // So nobody reads a file without an end that is something else to its limit.
+  if (IsForeign(files_, place_.path)) {
+    keeper.LetGo();
+    Print("Not a tourney file.\n");
+    return false;
+  }
   BoundedText read = ReadUpTo(files_, place_.path, kTourneyFileLimit);
   if (read.is_too_long) {
     PrintText(TooLongMessage(place_.path, kTourneyFileLimit));
