@@ -82,11 +82,14 @@ struct Application {
     if (!runner.StartThread()) Print("Initializing runner failed!\n");
   }
 
-  /// The tourney beside the program, when it is there.
+  /// The tourney beside the program, when it is there. Whoever begins anew because it cannot be
+  /// read at the moment shall know that.
   void LoadStartTourney(FileSystem& files) {
     const std::string start_file = ExecutableDirectory() + kStartFile;
     const Hold hold = room.shared.Take();
-    if (files.Exists(start_file)) room.file.With(hold).Load(*hold, start_file);
+    if (files.Exists(start_file) && !room.file.With(hold).Load(*hold, start_file)) {
+      Print("Loading tourney failed!\n");
+    }
   }
 
   Terminal& terminal;
