@@ -44,6 +44,13 @@ foreach(document ${documents_of_project})
   list(APPEND user_documents ${copy})
 endforeach()
 
+set(examples "")
+file(GLOB examples_of_project RELATIVE ${CMAKE_SOURCE_DIR} CONFIGURE_DEPENDS examples/*.txt)
+foreach(example ${examples_of_project})
+  packed_text(copy ${example} ${example})
+  list(APPEND examples ${copy})
+endforeach()
+
 # Builds all that is installed, and nothing else.
 add_custom_target(packaged DEPENDS tarvendo)
 
@@ -67,6 +74,8 @@ else()
   install(PROGRAMS adapters/xboard/winboard.exe DESTINATION . COMPONENT ${portable})
   install(FILES adapters/xboard/README.md DESTINATION docs RENAME xboard.md COMPONENT ${portable})
   install(FILES ${packaging}/tarvendo.bash-completion DESTINATION . COMPONENT ${portable})
+  # They are of engines that Debian has.
+  install(FILES ${examples} DESTINATION examples COMPONENT ${portable})
 endif()
 
 # --- System ---------------------------------------------------------------------------------------
@@ -112,7 +121,7 @@ if(NOT WIN32)
   install(FILES docs/table.png DESTINATION ${documents}/docs COMPONENT system)
   install(FILES adapters/xboard/README.md DESTINATION ${documents}/docs RENAME xboard.md
           COMPONENT system)
-  install(FILES ${first_tourney} DESTINATION ${documents}/examples COMPONENT system)
+  install(FILES ${first_tourney} ${examples} DESTINATION ${documents}/examples COMPONENT system)
   install(FILES ${packaging}/tarvendo.bash-completion RENAME tarvendo
           DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT system)
   find_program(GZIP gzip)

@@ -24,6 +24,8 @@
 #include "platform/paths.h"
 #include "platform/processes.h"
 #include "players/player_database.h"
+#include "publish/report_files.h"
+#include "runner/reporter.h"
 #include "runner/runner.h"
 #include "runner/tourney_room.h"
 #include "tourney/tourney.h"
@@ -52,17 +54,28 @@ struct EmergencyPlace {
   const std::string old_file;
 };
 
+RunnerOptions HowToPlay(const StartUp& start, Reporter* reporter,
+                        std::optional<Openings> openings) {
+  RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
+  options.play.replays = start.resume.empty();
+  options.game.patience = std::chrono::minutes(start.patience);
+  options.reporter = reporter;
+  options.openings = std::move(openings);
+  return options;
+}
+
 /// Everything that lives from start to end, in the order in which it is made; taken down in
 /// reverse.
 struct Application {
-  Application(Host& host, Outputs& its_outputs, const RunnerOptions& options,
-              bool loads_start_tourney)
+  Application(Host& host, Outputs& its_outputs, const StartUp& start,
+              std::optional<Openings> openings)
       : outputs(its_outputs),
         room(host),
         emergency(host.files),
         interpreter({room, players, ExecutableDirectory()}),
-        runner(room, options) {
-    if (loads_start_tourney) LoadStartTourney(host.files);
+        reporter(start.report.empty() ? nullptr : std::make_unique<Reporter>(room, start.report)),
+        runner(room, HowToPlay(start, reporter.get(), std::move(openings))) {
+    if (start.resume.empty()) LoadStartTourney(host.files);
     if (!runner.StartThread()) Print("Initializing runner failed!\n");
   }
 
@@ -78,6 +91,7 @@ struct Application {
   EmergencyPlace emergency;
   PlayerDatabase players;
   CommandInterpreter interpreter;
+  std::unique_ptr<Reporter> reporter;  ///< null without --report
   Runner runner;
 };
 
@@ -103,30 +117,28 @@ void RunKeyboardPass(Application& application, bool with_banner) {
   application.interpreter.RunCommandLoop(input, with_banner);
 }
 
+void WriteReport(Application& application) {
+  if (application.reporter) application.reporter->WriteAtEnd();
+}
+
 void RunPasses(Application& application, const StartUp& start) {
   const std::unique_ptr<InputStream> script =
       start.script.empty() ? nullptr : OpenScript(start.script);
   if (script) {
     LineInput input(*script, false);
     application.interpreter.RunCommandLoop(input, true);
+    WriteReport(application);
   }
   if (!script || start.continues) RunKeyboardPass(application, !script);
 }
 
-RunnerOptions HowToPlay(const StartUp& start) {
-  RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
-  options.play.replays = start.resume.empty();
-  options.game.patience = std::chrono::minutes(start.patience);
-  return options;
-}
-
 /// The openings that the command line asks for. False when they cannot be had, which is told.
-bool ReadOpenings(const StartUp& start, FileSystem& files, RunnerOptions& options) {
+bool ReadOpenings(const StartUp& start, FileSystem& files, std::optional<Openings>& openings) {
   if (start.openings.empty()) return true;
   std::string error;
-  options.openings = Openings::Read(files, start.openings, error);
-  if (!options.openings) WriteConsoleError(error + "\n");
-  return options.openings.has_value();
+  openings = Openings::Read(files, start.openings, error);
+  if (!openings) WriteConsoleError(error + "\n");
+  return openings.has_value();
 }
 
 /// Games that are being played are left to themselves. Who plays many wants to know how many.
@@ -161,14 +173,29 @@ std::string FinishRun(Application& application, const StartUp& start) {
   return WhatIsMissing(*hold, is_saved);
 }
 
+/// The file of an earlier emergency becomes emergency.old.ini or, where that name cannot be taken,
+/// emergency.old2.ini and so on. False when it is still there.
+bool SetEarlierAside(FileSystem& files, const EmergencyPlace& place) {
+  constexpr int kMostNames = 9;
+  if (files.Rename(place.file, place.old_file)) return true;
+  const std::string stem = place.old_file.substr(0, place.old_file.rfind('.'));
+  for (int n = 2; n <= kMostNames; ++n) {
+    const std::string name = stem + std::to_string(n) + ".ini";
+    if (!files.Exists(name) && files.Rename(place.file, name)) return true;
+  }
+  return false;
+}
+
 /// What an earlier emergency has saved is kept, and not given away for nothing.
 bool SaveTourney(Application& application, const Hold& hold) {
   FileSystem& files = application.room.host.files;
   const EmergencyPlace& place = application.emergency;
   if (files.IsPlainFile(files.FollowLinks(place.file))) {
     if (hold->Participants().empty() && hold->Games().empty()) return true;
-    // Should that fail, the tourney of today counts more than the one of then.
-    files.Rename(place.file, place.old_file);
+    // The tourney of today counts more than the one of then.
+    if (!SetEarlierAside(files, place)) {
+      WriteConsoleError("The 'emergency.ini' of an earlier time is replaced.\n");
+    }
   }
   return application.room.file.With(hold).SaveBeside(*hold, place.directory, place.file);
 }
@@ -237,6 +264,7 @@ ExitCode Run(Application& application, const StartUp& start) {
       is_refused = !ResumeTourney(application.room, start.resume);
     }
     if (start.AwaitsEnd() && !is_refused) missing = FinishRun(application, start);
+    if (!is_refused) WriteReport(application);
   });
   if (is_refused) return kRefused;
   if (const std::string refusal = application.runner.Refusal(); !refusal.empty()) {
@@ -259,8 +287,12 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
   StartUp start = ReadCommandLine(words);
   MakePathsFull(start, host.files);
   if (const std::optional<int> code = AnswerAtOnce(start, host.files)) return *code;
-  RunnerOptions options = HowToPlay(start);
-  if (!ReadOpenings(start, host.files, options)) return kRefused;
+  if (!start.report.empty() && !MakeReportDirectory(host.files, start.report)) {
+    WriteConsoleError("The directory of the report, '" + start.report + "', cannot be made.\n");
+    return kRefused;
+  }
+  std::optional<Openings> openings;
+  if (!ReadOpenings(start, host.files, openings)) return kRefused;
   const FaultGuard guard;
   Outputs outputs(WriteConsole, WriteConsoleError, IsOutputTerminal() && ColumnsOfError() > 0);
   if (!start.log.empty() && !outputs.AddTimedLog(host, start.log)) {
@@ -268,7 +300,7 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
     return kRefused;
   }
   const LogScope log(host, outputs);
-  Application application(host, outputs, options, start.resume.empty());
+  Application application(host, outputs, start, std::move(openings));
   const ExitCode code = Run(application, start);
   if (start.games > 0) TellOfGamesThatGoOn(application);
   return start.TellsEnd() || code == kRefused ? code : kAsEver;

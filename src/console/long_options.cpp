@@ -26,6 +26,8 @@ constexpr std::array kLongOptions = {
     LongOption{"--openings", "FILE", PathValue{&StartUp::openings},
                "have the games start from the lines of FILE, which is\n"
                "PGN or EPD"},
+    LongOption{"--report", "DIR", PathValue{&StartUp::report},
+               "write a report, a web page and data, into that directory"},
     LongOption{"--help", "", &StartUp::wants_help, "print this, and end"},
     LongOption{"--version", "", &StartUp::wants_version, "print the version, and end"},
 };

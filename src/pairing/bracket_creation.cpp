@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "platform/faults.h"
+
 namespace tarvendo {
 namespace {
 
@@ -88,6 +90,7 @@ std::vector<Bracket> PairUpBands(const PairingField& field, int highest, int ste
 void MoveLonePlayers(const PairingField& field, Bracket& bracket, Bracket& next) {
   std::vector<std::size_t> lone;
   for (std::size_t index = 0; index < bracket.Size(); ++index) {
+    EndWhenAsked();
     if (!HasPossiblePartner(field, bracket, index)) lone.push_back(index);
   }
   for (std::size_t moved = 0; moved < lone.size(); ++moved) {
@@ -100,6 +103,7 @@ void MoveLonePlayers(const PairingField& field, Bracket& bracket, Bracket& next)
 
 bool HasLonePlayer(const PairingField& field, const Bracket& bracket) {
   for (std::size_t index = 0; index < bracket.Size(); ++index) {
+    EndWhenAsked();
     if (!HasPossiblePartner(field, bracket, index)) return true;
   }
   return false;

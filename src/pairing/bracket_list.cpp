@@ -10,6 +10,7 @@
 #include "pairing/chain_search.h"
 #include "pairing/colour_rules.h"
 #include "platform/clock.h"
+#include "platform/faults.h"
 #include "tourney/rounds.h"
 #include "tourney/tourney.h"
 
@@ -119,8 +120,10 @@ void ShowBrackets(const Tourney& tourney, const BracketList& brackets) {
 std::string BracketText(const Tourney& tourney, const Bracket& bracket) {
   if (bracket.Size() == 0) return std::string();
   std::string text = HeaderText(tourney, bracket);
-  for (const BracketEntry& entry : bracket.Entries())
+  for (const BracketEntry& entry : bracket.Entries()) {
+    EndWhenAsked();
     text += EntryText(tourney, entry);
+  }
   return text;
 }
 

@@ -4,6 +4,8 @@
 #include <functional>
 #include <utility>
 
+#include "platform/faults.h"
+
 namespace tarvendo {
 
 /// The time that one search may take. Read by one thread.
@@ -26,7 +28,9 @@ class PairingClock {
   }
 
   /// Whether more than the limit has passed since the start. Once out, it stays out until Restart.
+  /// Throws Terminated when the process is asked to end meanwhile (platform/faults.h).
   bool IsTimedOut() {
+    EndWhenAsked();
     if (!is_timed_out_ && now_() - start_ > limit_) is_timed_out_ = true;
     return is_timed_out_;
   }

@@ -6,6 +6,7 @@
 #include "base/read_file.h"
 #include "base/text.h"
 #include "base/whole_file.h"
+#include "platform/faults.h"
 #include "platform/files.h"
 #include "play/claim.h"
 #include "reports/table_driver.h"
@@ -42,7 +43,7 @@ void FinishCollection(Tourney& tourney, FileSystem& files, TourneyFile& file, Pg
       DeleteOrTell(tourney, files, name);
     for (const GameOrder& claim : leftovers.claims)
       RemoveClaim(files, claim);
-    DropJournal(tourney, files);
+    group.DropJournals(tourney);
   }
   WriteTable(tourney, files, "", HtmlTableDefaults(tourney));
 }
@@ -78,6 +79,8 @@ void CollectAll(Tourney& tourney, FileSystem& files, TourneyFile& file,
   Leftovers leftovers;
   PgnGroup group(files, PgnPace::kTogether);
   for (const Game& game : tourney.Games()) {
+    // What was taken over so far is brought to its end.
+    if (TerminationRequested()) break;
     if (game.status != kSpooled || running.HasNumber(game.number)) continue;
     if (IsBeingPlayed(files, game.pgn_file)) continue;
     const auto claim = FreeClaimOf(tourney, files, game.number);

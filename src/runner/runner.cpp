@@ -1,12 +1,23 @@
 #include "runner/runner.h"
 
+#include <algorithm>
 #include <system_error>
 
 #include "platform/faults.h"
 #include "play/local_host.h"
+#include "runner/reporter.h"
 #include "runner/tourney_room.h"
 
 namespace tarvendo {
+
+namespace {
+
+std::optional<TimePoint> TheEarlierOf(const std::optional<TimePoint>& a,
+                                      const std::optional<TimePoint>& b) {
+  return a && b ? std::min(*a, *b) : a ? a : b;
+}
+
+}  // namespace
 
 RunnerOptions ManyGames(int places) {
   RunnerOptions options;
@@ -25,7 +36,8 @@ Runner::Runner(TourneyRoom& room, const RunnerOptions& options)
       bell_(MakeDoorbell()),
       host_(std::make_unique<LocalHost>(room.host, options.game, options.places,
                                         [this] { events_.Post(Event::kHostNews); })),
-      loop_(room, *host_, options.play, options.openings) {}
+      loop_(room, *host_, options.play, options.openings),
+      reporter_(options.reporter) {}
 
 Runner::~Runner() {
   room_.shared.SetChangeListener({});
@@ -44,6 +56,20 @@ bool Runner::StartThread() {
   return true;
 }
 
+void Runner::NoteWhatIsUnderWay(std::uint64_t pass) {
+  const std::lock_guard guard(mutex_);
+  counts_ = {loop_.GamesUnderWay(), loop_.GamesJudged()};
+  if (refusal_.empty() && !loop_.Refusal().empty()) {
+    refusal_ = loop_.Refusal();
+    RequestTermination();
+    bell_->Ring();
+  }
+  if (!loop_.IsIdle()) return;
+  idle_pass_ = pass;
+  idle_changes_ = loop_.SwitchChangesSeen();
+  bell_->Ring();
+}
+
 void Runner::RunPasses() {
   const bool ended_well = CallGuarded([&] {
     room_.shared.SetChangeListener([this] { events_.Post(Event::kTourneyChanged); },
@@ -56,18 +82,8 @@ void Runner::RunPasses() {
         pass = ++passes_begun_;
       }
       next = loop_.Pass();
-      const std::lock_guard guard(mutex_);
-      counts_ = {loop_.GamesUnderWay(), loop_.GamesJudged()};
-      if (refusal_.empty() && !loop_.Refusal().empty()) {
-        refusal_ = loop_.Refusal();
-        RequestTermination();
-        bell_->Ring();
-      }
-      if (loop_.IsIdle()) {
-        idle_pass_ = pass;
-        idle_changes_ = loop_.SwitchChangesSeen();
-        bell_->Ring();
-      }
+      NoteWhatIsUnderWay(pass);
+      if (reporter_ != nullptr) next = TheEarlierOf(next, reporter_->Pass());
     } while (!events_.WaitUntil(next).Has(Event::kEnd));
     loop_.SettleAtEnd();
   });

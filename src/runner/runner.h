@@ -18,6 +18,7 @@
 
 namespace tarvendo {
 
+class Reporter;
 struct TourneyRoom;
 
 /// How the runner plays.
@@ -26,6 +27,7 @@ struct RunnerOptions {
   Pace game;
   PlayPace play;
   std::optional<Openings> openings;  ///< from which the games start
+  Reporter* reporter = nullptr;  ///< is called behind each pass; null: no report is written
 };
 
 /// Many games at a time, without waits between them; `places` is at least 1.
@@ -72,13 +74,15 @@ class Runner {
 
  private:
   void RunPasses();
+  void NoteWhatIsUnderWay(std::uint64_t pass);
   bool IsDone(std::uint64_t asked);
 
   TourneyRoom& room_;
   EventQueue events_;
   std::unique_ptr<Doorbell> bell_;
   std::unique_ptr<GameHost> host_;
-  PlayLoop loop_;          ///< the thread's own
+  PlayLoop loop_;  ///< the thread's own, as the next one
+  Reporter* reporter_;
   std::mutex mutex_;       ///< guards what follows
   bool has_died_ = false;  ///< the thread has ended before its time, or could not be started
   std::uint64_t passes_begun_ = 0;

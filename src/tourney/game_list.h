@@ -48,8 +48,9 @@ int RemoveGames(Tourney& tourney, FileSystem& files, const GameFilter& filter);
 /// Returns how many.
 int RemoveFirstGame(Tourney& tourney, FileSystem& files, int number, const GameFilter& filter);
 
-/// Removes the games that have lost a player (number 0), from the last to the first.
-void RemoveGamesOfNobody(Tourney& tourney, FileSystem& files);
+/// Removes the games of that participant, and those of nobody (number 0), from the last to the
+/// first.
+void RemoveGamesOf(Tourney& tourney, FileSystem& files, int player_number);
 
 /// The file beside the game's PGN into which the script that stands where WinBoard stands writes
 /// why the game failed: "/t/g7.err". The program itself only deletes it.

@@ -10,23 +10,6 @@ std::string ParentOf(const std::string& key) {
   return slash == 0 ? "/" : key.substr(0, slash);
 }
 
-std::vector<std::string> PartsOf(const std::string& path) {
-  std::vector<std::string> parts;
-  std::size_t begin = 0;
-  while (begin <= path.size()) {
-    const std::size_t end = std::min(path.find('/', begin), path.size());
-    const std::string part = path.substr(begin, end - begin);
-    begin = end + 1;
-    if (part.empty() || part == ".") continue;
-    if (part != "..") {
-      parts.push_back(part);
-    } else if (!parts.empty()) {
-      parts.pop_back();
-    }
-  }
-  return parts;
-}
-
 std::string FoldLineEnds(const std::string& bytes) {
   std::string text;
   for (std::size_t i = 0; i < bytes.size(); ++i) {
@@ -470,12 +453,19 @@ std::shared_ptr<void> MemoryFileSystem::ShareOf(const LockedFile& lock) {
 }
 
 std::string MemoryFileSystem::Key(const std::string& path) const {
-  std::string whole = path;
-  std::replace(whole.begin(), whole.end(), '\\', '/');
-  if (whole.empty() || whole.front() != '/') whole = current_ + "/" + whole;
-  std::string key;
-  for (const std::string& part : PartsOf(whole))
-    key += "/" + part;
+  const bool is_whole = !path.empty() && (path.front() == '/' || path.front() == '\\');
+  std::string key = is_whole || current_ == "/" ? "" : current_;
+  for (std::size_t begin = 0; begin <= path.size();) {
+    const std::size_t end = std::min(path.find_first_of("/\\", begin), path.size());
+    const std::string_view part = std::string_view(path).substr(begin, end - begin);
+    begin = end + 1;
+    if (part.empty() || part == ".") continue;
+    if (part != "..") {
+      key.append("/").append(part);
+    } else if (!key.empty()) {
+      key.resize(key.rfind('/'));
+    }
+  }
   return key.empty() ? "/" : key;
 }
 

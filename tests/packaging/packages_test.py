@@ -36,7 +36,9 @@ Rank|No  |Name     |1|2|3|Pts |S-B  |
 DOCUMENTS = [f"docs/{path.name}" for path in (pathlib.Path(__file__).parents[2] / "docs").glob("*.md")]
 COMMON_FILES = """README.txt TourneyHelp.txt first-tourney.txt
     docs/table.png pics/break.gif pics/full.gif pics/half.gif""".split() + DOCUMENTS
-FILES_FOR_LINUX = sorted(COMMON_FILES + ["docs/xboard.md", "tarvendo", "winboard.exe"])
+EXAMPLES = [f"examples/{path.name}" for path in (pathlib.Path(__file__).parents[2] / "examples").glob("*.txt")]
+FILES_FOR_LINUX = sorted(
+    COMMON_FILES + EXAMPLES + ["docs/xboard.md", "tarvendo", "tarvendo.bash-completion", "winboard.exe"])
 FILES_FOR_WINDOWS = sorted(COMMON_FILES + ["docs/mingw-w64-licences.txt", "tarvendo.exe"])
 
 # What is read with an editor, and where the project has it.
@@ -148,6 +150,12 @@ class DebianPackage(LinuxPackage, unittest.TestCase):
         self.installed.type("set name Mine", "save")
         self.assertTrue((self.installed.desk / "tourney.ini").exists())
         self.assertIn("Name = My Own Winboard Tourney", self.installed.type("get name"))
+
+    def test_the_examples_and_bashs_completion_are_where_they_are_looked_for(self):
+        share = OPTIONS.scratch / "system/usr/share"
+        for example in EXAMPLES:
+            self.assertTrue((share / "doc/tarvendo" / example).is_file(), example)
+        self.assertIn("_tarvendo", (share / "bash-completion/completions/tarvendo").read_text())
 
     def test_lintian_finds_nothing_to_complain_about(self):
         package, _ = the_package("*.deb")

@@ -158,6 +158,8 @@ std::string Pgn(const GameKey& key, const Plan& plan) {
   if (plan.Says("upper")) tags = UpperCase(tags);
   std::string moves = "\n1. e4 e5 2. Nf3 Nc6\n";
   if (plan.Says("long")) moves.append("{").append(600, 'x').append("}\n");
+  for (int i = 0; i < plan.kilobytes; ++i)
+    moves.append("{").append(1021, 'k').append("}\n");
   return tags + moves.append("{").append(key.name).append("} ") + plan.result + "\n\n";
 }
 
