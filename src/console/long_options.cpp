@@ -24,8 +24,7 @@ constexpr std::array kLongOptions = {
     LongOption{"--patience", "MINUTES", NumberValue{&StartUp::patience, 100000},
                "end a game that has told nothing for so long"},
     LongOption{"--openings", "FILE", PathValue{&StartUp::openings},
-               "have the games start from the lines of FILE, which is\n"
-               "PGN or EPD"},
+               "start each pairing from a line of FILE, PGN or EPD"},
     LongOption{"--report", "DIR", PathValue{&StartUp::report},
                "write a report, a web page and data, into that directory"},
     LongOption{"--help", "", &StartUp::wants_help, "print this, and end"},
