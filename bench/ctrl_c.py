@@ -5,7 +5,7 @@
 
 For each command a tourney is made large, the command is typed, and a moment later SIGINT is sent. Printed: what the
 command works on, and the milliseconds from the signal to the program's own answer ("An exception has occurred ...")
-and to its end, which holds the emergency save. "done before" means that the command was quicker than the moment.
+and to its end, which holds the emergency save.
 """
 
 import pathlib

@@ -23,10 +23,10 @@ constexpr std::array kLongOptions = {
                "play N games at a time, without waits between them"},
     LongOption{"--patience", "MINUTES", NumberValue{&StartUp::patience, 100000},
                "end a game that has told nothing for so long"},
-    LongOption{"--openings", "FILE", PathValue{&StartUp::openings},
-               "start each pairing from a line of FILE, PGN or EPD"},
     LongOption{"--report", "DIR", PathValue{&StartUp::report},
                "write a report, a web page and data, into that directory"},
+    LongOption{"--openings", "FILE", PathValue{&StartUp::openings},
+               "have the games start from the lines of a PGN or EPD file"},
     LongOption{"--help", "", &StartUp::wants_help, "print this, and end"},
     LongOption{"--version", "", &StartUp::wants_version, "print the version, and end"},
 };

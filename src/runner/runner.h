@@ -26,8 +26,8 @@ struct RunnerOptions {
   int places = 1;  ///< games at a time
   Pace game;
   PlayPace play;
+  Reporter* reporter = nullptr;      ///< is called behind each pass; null: no report is written
   std::optional<Openings> openings;  ///< from which the games start
-  Reporter* reporter = nullptr;  ///< is called behind each pass; null: no report is written
 };
 
 /// Many games at a time, without waits between them; `places` is at least 1.
