@@ -25,6 +25,8 @@ constexpr std::array kLongOptions = {
                "end a game that has told nothing for so long"},
     LongOption{"--report", "DIR", PathValue{&StartUp::report},
                "write a report, a web page and data, into that directory"},
+    LongOption{"--openings", "FILE", PathValue{&StartUp::openings},
+               "have the games start from the lines of a PGN or EPD file"},
     LongOption{"--help", "", &StartUp::wants_help, "print this, and end"},
     LongOption{"--version", "", &StartUp::wants_version, "print the version, and end"},
 };

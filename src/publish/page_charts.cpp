@@ -162,16 +162,16 @@ void AddLine(std::string& html, const std::vector<double>& points, std::size_t l
         Format("%c%.2f %.2f", round == 0 ? 'M' : 'L', 1000.0 * static_cast<double>(round) / rounds,
                300 - 300 * points[round] / highest);
   }
-  html += Format("<path class=\"line c%zu\" d=\"%s\"/>", line + 1, path.c_str());
+  html += Format("<path class=\"line c%d\" d=\"%s\"/>", AsInt(line + 1), path.c_str());
 }
 
 void AddLegend(std::string& html, const Report& report, const std::vector<std::size_t>& places) {
   html += "<ul class=legend>\n";
   for (std::size_t line = 0; line < places.size(); ++line) {
     html += Format(
-        "<li><svg width=34 height=12 aria-hidden=true><path class=\"line c%zu\" "
+        "<li><svg width=34 height=12 aria-hidden=true><path class=\"line c%d\" "
         "d=\"M1 6h32\"/></svg><span>",
-        line + 1);
+        AsInt(line + 1));
     AddName(html, report.participants[places[line]].name);
     html += ' ';
     html += PointsForPeople(report.participants[places[line]].points);
@@ -191,8 +191,8 @@ void AddEloChart(std::string& html, const Report& report) {
   if (all > kPageLimits.elo_rows) places.resize(kPageLimits.elo_rows);
   BeginSection(html, "elo", "Elo",
                all > places.size()
-                   ? Format("With 95 %% intervals; the first %zu of %zu, all are in the standings.",
-                            places.size(), all)
+                   ? Format("With 95 %% intervals; the first %d of %d, all are in the standings.",
+                            AsInt(places.size()), AsInt(all))
                    : "With 95 % intervals, in the order of rank.");
   const EloScale scale = ScaleFor(report, places);
   html += "<div class=elo>\n";
@@ -215,7 +215,7 @@ void AddPointsChart(std::string& html, const Report& report) {
   const bool is_part = places.size() > kMostLines;
   if (is_part) places.resize(kMostLines);
   BeginSection(html, "points", "Points by round",
-               is_part ? Format("The first %zu of the standings.", kMostLines) : "");
+               is_part ? Format("The first %d of the standings.", AsInt(kMostLines)) : "");
   const int rounds = RoundsPlayed(report);
   if (rounds == 0 || places.empty()) {
     html += "<p>No game has been played yet.</p>\n";

@@ -85,7 +85,7 @@ std::vector<std::size_t> LinesOf(const Report& report) {
 
 void BeginRow(std::string& html, const Report& report, std::size_t place, std::size_t line) {
   const ReportParticipant& shown = report.participants[place];
-  html += Format("<tr id=p%zu><td>%zu<th scope=row>", line, line);
+  html += Format("<tr id=p%d><td>%d<th scope=row>", AsInt(line), AsInt(line));
   AddName(html, shown.name);
   html += "<td><b>" + PointsForPeople(shown.points) + "</b>";
 }
@@ -143,9 +143,9 @@ void AddRoundRobin(std::string& html, const Report& report) {
                "see its games: result and colour.");
   if (size > kPageLimits.cross_table) {
     html += Format(
-        "<p>A cross table of %zu participants would be too large for a page: all games are in "
+        "<p>A cross table of %d participants would be too large for a page: all games are in "
         "<a href=games.csv>games.csv</a>.</p>\n",
-        size);
+        AsInt(size));
     EndSection(html);
     return;
   }
@@ -156,13 +156,13 @@ void AddRoundRobin(std::string& html, const Report& report) {
       "<th scope=col>#<th scope=col>Name<th scope=col>Points",
       size > 24 ? " wide" : "");
   for (std::size_t line = 0; line < size; ++line) {
-    html += Format("<th scope=col><a href=#p%zu", line + 1);
+    html += Format("<th scope=col><a href=#p%d", AsInt(line + 1));
     if (size <= kPageLimits.single_results) {
       html += " title=\"";
       AddText(html, report.participants[report.order[line]].name);
       html += '"';
     }
-    html += Format(">%zu</a>", line + 1);
+    html += Format(">%d</a>", AsInt(line + 1));
   }
   html += "\n<tbody>\n";
   const RoundRobinCells cells(report);
@@ -196,7 +196,7 @@ void AddSwissCell(std::string& html, const CrossCell& cell, const std::vector<st
   }
   if (cell.opponent < 0) return;
   const std::size_t line = lines[static_cast<std::size_t>(cell.opponent)];
-  html += Format(" <a href=#p%zu>%c%zu</a>", line, cell.is_white ? 'w' : 'b', line);
+  html += Format(" <a href=#p%d>%c%d</a>", AsInt(line), cell.is_white ? 'w' : 'b', AsInt(line));
 }
 
 std::vector<CrossCell> SwissCells(const Report& report, int rounds) {

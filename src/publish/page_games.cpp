@@ -132,10 +132,10 @@ void AddRound(std::string& html, int round, const std::vector<const ReportGame*>
     return game->state == ReportGameState::kPlayed;
   });
   html += Format(
-      "<details class=round id=r%d%s><summary>Round %d <small>%d of %zu played</small>"
+      "<details class=round id=r%d%s><summary>Round %d <small>%d of %d played</small>"
       "</summary>\n",
       round, view.all_open || round == view.open_round ? " open" : "", round,
-      static_cast<int>(played), games.size());
+      static_cast<int>(played), AsInt(games.size()));
   if (view.in_tables) {
     AddGameTable(html, round, games, surroundings);
   } else {

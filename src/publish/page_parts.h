@@ -38,6 +38,11 @@ void EndSection(std::string& html);
 void BeginBox(std::string& html, const std::string& label, bool folded);
 void EndBox(std::string& html, bool folded);
 
+/// A size as the formats of every host take it.
+inline int AsInt(std::size_t size) {
+  return static_cast<int>(size);
+}
+
 /// The places of those who are no bye, in the order of rank.
 std::vector<std::size_t> RankedPlaces(const Report& report);
 

@@ -42,14 +42,14 @@ void BeginChances(std::string& html, bool is_wide) {
 }
 
 void BeginLine(std::string& html, const Report& report, std::size_t place, std::size_t line) {
-  html += Format("<tr><td>%zu<th scope=row>", line + 1);
+  html += Format("<tr><td>%d<th scope=row>", AsInt(line + 1));
   AddName(html, report.participants[place].name);
 }
 
 void AddAllPairs(std::string& html, const Report& report, const std::vector<std::size_t>& places) {
   BeginChances(html, places.size() > 24);
   for (std::size_t line = 0; line < places.size(); ++line)
-    html += Format("<th scope=col>%zu", line + 1);
+    html += Format("<th scope=col>%d", AsInt(line + 1));
   html += "\n<tbody>\n";
   for (std::size_t line = 0; line < places.size(); ++line) {
     BeginLine(html, report, places[line], line);
@@ -63,7 +63,7 @@ void AddNeighbours(std::string& html, const Report& report,
                    const std::vector<std::size_t>& places) {
   BeginChances(html, false);
   for (std::size_t behind = 1; behind <= kNeighbours; ++behind)
-    html += Format("<th scope=col>+%zu", behind);
+    html += Format("<th scope=col>+%d", AsInt(behind));
   html += "\n<tbody>\n";
   for (std::size_t line = 0; line + 1 < places.size(); ++line) {
     BeginLine(html, report, places[line], line);

@@ -36,7 +36,7 @@ Runner::Runner(TourneyRoom& room, const RunnerOptions& options)
       bell_(MakeDoorbell()),
       host_(std::make_unique<LocalHost>(room.host, options.game, options.places,
                                         [this] { events_.Post(Event::kHostNews); })),
-      loop_(room, *host_, options.play),
+      loop_(room, *host_, options.play, options.openings),
       reporter_(options.reporter) {}
 
 Runner::~Runner() {
@@ -59,6 +59,11 @@ bool Runner::StartThread() {
 void Runner::NoteWhatIsUnderWay(std::uint64_t pass) {
   const std::lock_guard guard(mutex_);
   counts_ = {loop_.GamesUnderWay(), loop_.GamesJudged()};
+  if (refusal_.empty() && !loop_.Refusal().empty()) {
+    refusal_ = loop_.Refusal();
+    RequestTermination();
+    bell_->Ring();
+  }
   if (!loop_.IsIdle()) return;
   idle_pass_ = pass;
   idle_changes_ = loop_.SwitchChangesSeen();
@@ -106,6 +111,11 @@ bool Runner::IsDone(std::uint64_t asked) {
   // A pass that was idle before the switch was moved says nothing of what comes now.
   const bool is_idle = idle_pass_ > asked && idle_changes_ == changes;
   return has_died_ || (is_idle && !has_start_time);
+}
+
+std::string Runner::Refusal() {
+  const std::lock_guard guard(mutex_);
+  return refusal_;
 }
 
 Runner::Counts Runner::CountGames() {

@@ -6,6 +6,8 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <string>
 #include <thread>
 
 #include "platform/doorbell.h"
@@ -24,7 +26,8 @@ struct RunnerOptions {
   int places = 1;  ///< games at a time
   Pace game;
   PlayPace play;
-  Reporter* reporter = nullptr;  ///< is called behind each pass; null: no report is written
+  Reporter* reporter = nullptr;      ///< is called behind each pass; null: no report is written
+  std::optional<Openings> openings;  ///< from which the games start
 };
 
 /// Many games at a time, without waits between them; `places` is at least 1.
@@ -62,6 +65,10 @@ class Runner {
   /// Any thread; it works with a tourney that is broken, too.
   Counts CountGames();
 
+  /// Why the runner plays no game and the program has to end (PlayLoop::Refusal), a line without
+  /// its line feed; empty when there is no such reason. Any thread.
+  std::string Refusal();
+
   /// Whether the thread has ended in a fault, or was never started. Any thread.
   bool HasDied();
 
@@ -82,6 +89,7 @@ class Runner {
   std::uint64_t idle_pass_ = 0;     ///< the last pass that found nothing to do, by its number
   std::uint64_t idle_changes_ = 0;  ///< how often the switch had been moved when that pass looked
   Counts counts_;
+  std::string refusal_;
   std::thread thread_;
 };
 

@@ -175,7 +175,7 @@ def main(words):
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     add_options(parser)
     parser.add_argument("--kills", type=int, default=200, help="how often the program ends (or TARVENDO_KILLS)")
-    parser.add_argument("--at-call", help="the program at_call: the kills come at system calls (then TARVENDO_CALL_KILLS)")
+    parser.add_argument("--at-call", type=os.path.abspath, help="the program at_call: the kills come at system calls (then TARVENDO_CALL_KILLS)")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--games", type=int, default=1, help="games at a time")
     parser.add_argument("--workers", type=int, default=4, help="tourneys at a time")

@@ -234,7 +234,7 @@ def see_whether_possible():
 def main(words):
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     add_options(parser)
-    parser.add_argument("--at-call", help="the program at_call")
+    parser.add_argument("--at-call", type=os.path.abspath, help="the program at_call")
     parser.add_argument("--cuts", type=int, default=10, help="of each file system (or TARVENDO_POWER_CUTS)")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--games", type=int, default=1, help="games at a time")

@@ -35,10 +35,10 @@ Rank|No  |Name     |1|2|3|Pts |S-B  |
 
 DOCUMENTS = [f"docs/{path.name}" for path in (pathlib.Path(__file__).parents[2] / "docs").glob("*.md")]
 COMMON_FILES = """README.txt TourneyHelp.txt first-tourney.txt
-    docs/table.png pics/break.gif pics/full.gif pics/half.gif""".split() + DOCUMENTS
+    docs/report.png docs/table.png pics/break.gif pics/full.gif pics/half.gif""".split() + DOCUMENTS
 EXAMPLES = [f"examples/{path.name}" for path in (pathlib.Path(__file__).parents[2] / "examples").glob("*.txt")]
 FILES_FOR_LINUX = sorted(
-    COMMON_FILES + EXAMPLES + ["docs/xboard.md", "tarvendo", "tarvendo.bash-completion", "winboard.exe"])
+    COMMON_FILES + EXAMPLES + ["docs/libedit-licences.txt", "docs/xboard.md", "tarvendo", "tarvendo.bash-completion", "winboard.exe"])
 FILES_FOR_WINDOWS = sorted(COMMON_FILES + ["docs/mingw-w64-licences.txt", "tarvendo.exe"])
 
 # What is read with an editor, and where the project has it.
@@ -166,7 +166,9 @@ class DebianPackage(LinuxPackage, unittest.TestCase):
 
     def test_it_asks_for_what_it_needs(self):
         package, _ = the_package("*.deb")
-        self.assertIn("libstdc++6", run("dpkg-deb", "-f", package, "Depends"))
+        depends = run("dpkg-deb", "-f", package, "Depends")
+        self.assertIn("libstdc++6", depends)
+        self.assertIn("libedit2", depends)
         self.assertEqual(run("dpkg-deb", "-f", package, "Recommends"), "xboard, xvfb\n")
 
     def test_nothing_is_left_when_it_is_removed(self):
@@ -205,6 +207,16 @@ class LinuxArchive(LinuxPackage, unittest.TestCase):
 
     def test_no_link_of_its_texts_leads_nowhere(self):
         self.assertEqual(dead_links(self.program), [])
+
+    def test_its_program_needs_nothing_but_the_compilers_libraries(self):
+        told = run("objdump", "-p", self.program / "tarvendo")
+        needed = {line.split()[-1].split(".so")[0] for line in told.splitlines() if "NEEDED" in line}
+        self.assertLessEqual(needed, {"libstdc++", "libgcc_s", "libm", "libc", "ld-linux-x86-64"})
+
+    def test_the_licences_of_what_it_has_in_it_are_there(self):
+        licences = (self.program / "docs/libedit-licences.txt").read_text(encoding="utf-8")
+        for library in ("libedit", "libbsd", "libmd", "libncurses"):
+            self.assertIn(f"== {library} ==", licences)
 
     def test_a_start_up_tourney_beside_the_program_is_loaded_by_itself(self):
         other = OPTIONS.scratch / "another place"

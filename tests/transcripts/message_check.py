@@ -25,18 +25,22 @@ EXCEPTIONS = {
     "Tourney reset failed!\n": "a reset cannot fail; the command looks at its answer all the same",
     "This is not a swiss tourney, so no swiss round can be paired!\n":
         "who pairs a round has asked for the type before; a unit test asks the driver itself",
-    "%2d. %-20s: %d points.\n": "no command asks for this form of a player; a unit test does",
     "Game %d: its debug file '%s' has not grown for 30 minutes.\n": "half an hour is too long; a unit test does",
     "', so it is written in place:\nshould the machine stop meanwhile, it is lost.\n":
         "the superuser, who runs the tests, may write everywhere; a unit test says it",
     "No file can be made beside '": "likewise",
     "%lld players have more games to play than the %d that a tourney can hold.\n":
         "two thousand players are too many for a transcript; a unit test has them",
-    "%zu/%zu played, %zu playing, %zu without result, round %d/%d":
-        "a minute is too long for a transcript; unit tests show it",
+    " playing, ": "a minute is too long for a transcript; unit tests show it",
+    ", round %d/%d": "likewise",
+    "%7d  in other ways\n": "sixteen different ends are too many for a transcript; a unit test has them",
     "Error deleting file:  ": "the superuser, who runs the tests, may delete everything; a unit test says it",
     "The 'emergency.ini' of an earlier time is replaced.\n": "likewise, of a file that cannot be renamed",
     " /ncp /td 0 ": "a part of a command line, not printed",
+    '/lgf="%s" /lgi=%zu ': "likewise",
+    '/lpf="%s" /lpi=%zu ': "likewise",
+    "has a name that WinBoard cannot be told.":
+        "a name with a double quote is none on every host; a unit test gives one",
     '[white "': "looked for in the files of games, not printed",
     '[black "': "looked for in the files of games, not printed",
 }
@@ -46,7 +50,7 @@ NOT_LOOKED_AT = re.compile("platform/|publish/(?!report_files)")
 
 TOKEN = re.compile(r'//[^\n]*|/\*.*?\*/|\'(?:\\.|[^\'\\\n])*\'|"(?:\\.|[^"\\\n])*"', re.S)
 INCLUDE = re.compile(r"^\s*#.*$", re.M)
-PLACEHOLDER = re.compile(r"(%[-*.\d]*z?[dsu])")
+PLACEHOLDER = re.compile(r"(%[-*.\d]*[dsu])")
 ESCAPES = {"n": "\n", "t": "\t", '"': '"', "\\": "\\", "'": "'"}
 
 
