@@ -17,6 +17,8 @@
 #include "platform/input.h"
 #include "platform/paths.h"
 #include "platform/processes.h"
+#include "play/job_player.h"
+#include "play/slurm.h"
 #include "players/player_database.h"
 #include "runner/runner.h"
 #include "runner/tourney_room.h"
@@ -111,7 +113,18 @@ void RunPasses(Application& application, const StartUp& start) {
 RunnerOptions HowToPlay(const StartUp& start) {
   RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
   options.game.patience = std::chrono::minutes(start.patience);
+  if (!start.cluster.empty()) {
+    options.slurm =
+        SlurmOptions{ExecutablePath(), SplitSlurmWords(start.cluster_options), start.patience};
+  }
   return options;
+}
+
+/// As a job of a scheduler: there is no tourney here, and no log. The exit code tells how it ended.
+int PlayAsJob(const Host& host, const StartUp& start) {
+  JobPace pace;
+  pace.patience = std::chrono::minutes(start.patience);
+  return static_cast<int>(PlayJob(host, JobOfEnvironment(), start.play, pace, WriteConsole));
 }
 
 /// Games that are being played are left to themselves. Who plays many wants to know how many.
@@ -175,6 +188,7 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
   StartUp start = ReadCommandLine(words);
   if (const std::optional<int> code = AnswerAtOnce(start)) return *code;
   MakePathsFull(start, host.files);
+  if (!start.play.empty()) return PlayAsJob(host, start);
   const FaultGuard guard;
   const LogScope log(host);
   Application application(host, HowToPlay(start));

@@ -18,7 +18,8 @@ std::string BoxLine(std::string text) {
 
 std::string Banner() {
   const std::string version = std::string("   version ") + kVersion;
-  std::string box = "\n " + std::string(kWidth, '_') + "\n";
+  std::string box = "\n ";
+  box.append(kWidth, '_').append("\n");
   for (const char* text :
        {"", "   Tarvendo", "   ========", "", version.c_str(), "   25.09.2001", "",
         "   Author:", "   The Tarvendo project", "", "   Email:", "   tarvendo@example.org", "",

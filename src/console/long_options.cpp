@@ -11,10 +11,16 @@ namespace {
 
 constexpr std::array kLongOptions = {
     LongOption{"--wait", "", &StartUp::waits, "at the end, wait until all games have been played"},
-    LongOption{"--games", "N", NumberValue{&StartUp::games, 512},
+    LongOption{"--games", "N", NumberValue{&StartUp::games, 512, 10000},
                "play N games at a time, without waits between them"},
     LongOption{"--patience", "MINUTES", NumberValue{&StartUp::patience, 100000},
                "end a game that has told nothing for so long"},
+    LongOption{"--cluster", "slurm", TextValue{&StartUp::cluster},
+               "hand the games to Slurm, N (up to 10000) at a time"},
+    LongOption{"--cluster-options", "WORDS", TextValue{&StartUp::cluster_options},
+               "further words for Slurm's sbatch"},
+    LongOption{"--play", "CLAIM", PathValue{&StartUp::play},
+               "what Slurm's jobs do; nobody types it"},
     LongOption{"--help", "", &StartUp::wants_help, "print this, and end"},
     LongOption{"--version", "", &StartUp::wants_version, "print the version, and end"},
 };

@@ -11,6 +11,9 @@ struct StartUp {
   bool waits = false;      ///< the end waits until the runner has nothing left to do
   int games = 0;     ///< so many at a time, without waits between them; 0: one at a time, unhurried
   int patience = 0;  ///< minutes with a silent debug file; 0 is for ever
+  std::string cluster;          ///< the scheduler that gets the games; empty: none
+  std::string cluster_options;  ///< further words for it
+  std::string play;             ///< a claim: as a scheduler's job, play its game and nothing else
   bool wants_help = false;
   bool wants_version = false;
   std::string error;  ///< why the words make no sense, a line; empty when they do

@@ -15,6 +15,7 @@ struct GameOrder {
   std::string pgn_file;
   std::string debug_file;  ///< WinBoard writes it; its line "GameEnds(.." tells the end
   std::string claim_file;  ///< play/claim.h
+  std::string job;         ///< what a scheduler knows it by; empty for one played on this machine
 };
 
 /// Whether both mean the same game: the number and both names agree.

@@ -193,7 +193,7 @@ std::optional<std::string> LocalGame::Record() const {
 }
 
 GameOutcome LocalGame::TakeOutcome() {
-  return {order_, end_, Record()};
+  return {order_, end_, Record(), {}};
 }
 
 }  // namespace tarvendo

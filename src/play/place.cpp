@@ -4,6 +4,7 @@
 #include "base/whole_file.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "play/job_tries.h"
 
 namespace tarvendo {
 namespace {
@@ -38,6 +39,10 @@ std::string OwnDebugFile(const std::string& files_path, int number) {
   return files_path + "g" + std::to_string(number) + std::string(kPlace) + "\\" + kDebugFile;
 }
 
+std::string SubmissionFile(const GameOrder& order) {
+  return OwnDirectory(order) + "\\sbatch.txt";
+}
+
 std::string PreparePlace(FileSystem& files, const GameOrder& order) {
   const std::string directory = OwnDirectory(order);
   if (directory.empty()) return order.batch_file;
@@ -55,6 +60,10 @@ std::string PreparePlace(FileSystem& files, const GameOrder& order) {
 void RemovePlace(FileSystem& files, const GameOrder& order) {
   const std::string directory = OwnDirectory(order);
   if (directory.empty()) return;
+  if (!order.job.empty()) {
+    RemoveTries(files, order);
+    RemoveIfThere(files, SubmissionFile(order));
+  }
   RemoveIfThere(files, order.debug_file);
   RemoveIfThere(files, CopyOfBatch(directory, order));
   files.RemoveDirectory(directory);

@@ -23,8 +23,11 @@ std::string OwnDebugFile(const std::string& files_path, int number);
 /// of its own. Returns the batch file to be started; empty when that could not be made.
 std::string PreparePlace(FileSystem& files, const GameOrder& order);
 
+/// What a scheduler says when it gets the order's job: a file in the directory of its debug file.
+std::string SubmissionFile(const GameOrder& order);
+
 /// Removes the directory for the order's debug file, when it has one of its own, with what is in
-/// it.
+/// it, the tries of a scheduler's job too.
 void RemovePlace(FileSystem& files, const GameOrder& order);
 
 }  // namespace tarvendo

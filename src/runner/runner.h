@@ -4,12 +4,14 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 #include "platform/doorbell.h"
 #include "platform/events.h"
 #include "play/game_host.h"
 #include "play/pace.h"
+#include "play/slurm.h"
 #include "runner/play_loop.h"
 
 namespace tarvendo {
@@ -21,6 +23,7 @@ struct RunnerOptions {
   int places = 1;  ///< games at a time
   Pace game;
   PlayPace play;
+  std::optional<SlurmOptions> slurm;  ///< nothing: on this machine
 };
 
 /// Many games at a time, without waits between them; `places` is at least 1.
