@@ -1,6 +1,9 @@
-// How long does the slowest round of many tourneys take to pair? Every round of tourneys of 20 to
-// 160 participants and 5 to 9 rounds. One iteration is all rounds of all of them; "worst_ms" is the
-// slowest round of all, "unpaired" counts rounds that could not be paired.
+// How long does the slowest round of many tourneys take to pair? One iteration is all rounds of all
+// of them; "worst_ms" is the slowest round of all, "unpaired" counts rounds that could not be
+// paired. SwissTourneys are of 20 to 160 participants and 5 to 9 rounds, the argument is their
+// number. SwissTourneysOfAllRounds have 8 to 62 participants and as many rounds as can be, half of
+// that: in the last of them everybody has met nearly half of the others, which makes pairing hard.
+// The argument is how many there are of each size.
 
 #include <benchmark/benchmark.h>
 
@@ -29,6 +32,19 @@ bool PairRound(SwissSimulation& simulation, Tally& tally) {
   return paired;
 }
 
+void PairTourney(std::uint64_t seed, int participants, int rounds, Tally& tally) {
+  SwissSimulation simulation(seed, participants, rounds);
+  for (int round = 1; round <= rounds && PairRound(simulation, tally); ++round) {
+    simulation.Play();
+  }
+}
+
+void Tell(benchmark::State& state, const Tally& tally) {
+  state.counters["rounds"] = tally.rounds;
+  state.counters["unpaired"] = tally.unpaired;
+  state.counters["worst_ms"] = tally.worst_ms;
+}
+
 void SwissTourneys(benchmark::State& state) {
   Tally tally;
   for (auto unused : state) {
@@ -36,18 +52,27 @@ void SwissTourneys(benchmark::State& state) {
       std::mt19937_64 dice(seed);
       const int participants = 2 * static_cast<int>(10 + dice() % 71);
       const int rounds = static_cast<int>(5 + dice() % 5);
-      SwissSimulation simulation(seed, participants, rounds);
-      for (int round = 1; round <= rounds && PairRound(simulation, tally); ++round) {
-        simulation.Play();
+      PairTourney(seed, participants, rounds, tally);
+    }
+  }
+  Tell(state, tally);
+}
+
+void SwissTourneysOfAllRounds(benchmark::State& state) {
+  Tally tally;
+  for (auto unused : state) {
+    for (std::uint64_t seed = 1; seed <= static_cast<std::uint64_t>(state.range(0)); ++seed) {
+      for (int participants = 8; participants <= 62; participants += 2) {
+        PairTourney(seed * 1000 + static_cast<std::uint64_t>(participants), participants,
+                    participants / 2, tally);
       }
     }
   }
-  state.counters["rounds"] = tally.rounds;
-  state.counters["unpaired"] = tally.unpaired;
-  state.counters["worst_ms"] = tally.worst_ms;
+  Tell(state, tally);
 }
 
 BENCHMARK(SwissTourneys)->Arg(1000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(SwissTourneysOfAllRounds)->Arg(33)->Unit(benchmark::kMillisecond)->Iterations(1);
 
 }  // namespace
 }  // namespace tarvendo

@@ -4,13 +4,16 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "base/log.h"
 #include "console/banner.h"
 #include "console/command_interpreter.h"
 #include "console/command_line.h"
+#include "console/exit_code.h"
 #include "console/line_input.h"
 #include "console/long_options.h"
+#include "console/resume.h"
 #include "console/start_up.h"
 #include "platform/faults.h"
 #include "platform/files.h"
@@ -27,12 +30,6 @@
 
 namespace tarvendo {
 namespace {
-
-/// The exit code for a command line that makes no sense.
-constexpr int kNoSense = 2;
-
-/// The exit code for --help and --version.
-constexpr int kAnswered = 0;
 
 constexpr const char* kLogFile = "Tarvendo.log";
 constexpr const char* kStartFile = "tourney.ini";
@@ -58,12 +55,12 @@ struct EmergencyPlace {
 /// Everything that lives from start to end, in the order in which it is made; taken down in
 /// reverse.
 struct Application {
-  Application(Host& host, const RunnerOptions& options)
+  Application(Host& host, const RunnerOptions& options, bool loads_start_tourney)
       : room(host),
         emergency(host.files),
         interpreter({room, players, ExecutableDirectory()}),
         runner(room, options) {
-    LoadStartTourney(host.files);
+    if (loads_start_tourney) LoadStartTourney(host.files);
     if (!runner.StartThread()) Print("Initializing runner failed!\n");
   }
 
@@ -112,6 +109,7 @@ void RunPasses(Application& application, const StartUp& start) {
 
 RunnerOptions HowToPlay(const StartUp& start) {
   RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
+  options.play.replays = start.resume.empty();
   options.game.patience = std::chrono::minutes(start.patience);
   if (!start.cluster.empty()) {
     options.slurm =
@@ -129,17 +127,18 @@ int PlayAsJob(const Host& host, const StartUp& start) {
 
 /// Games that are being played are left to themselves. Who plays many wants to know how many.
 void TellOfGamesThatGoOn(Application& application) {
-  const std::size_t games = application.runner.GamesUnderWay();
+  const std::size_t games = application.runner.CountGames().under_way;
   if (games == 0) return;
   WriteConsoleError("Games that go on by themselves: " + std::to_string(games) + "\n");
 }
 
-/// The end with `--wait`: what the runner has still to do is done first.
-void AwaitRunner(Application& application) {
+/// What the runner has still to do is done, then the tourney is saved. Returns what is missing.
+std::string AwaitRunner(Application& application) {
   application.runner.AwaitIdle();
   if (TerminationRequested()) throw Terminated("asked to end while the runner was playing");
   const Hold hold = application.room.shared.Take();
-  application.room.file.With(hold).AutoSave(*hold);
+  const bool is_saved = application.room.file.With(hold).AutoSave(*hold);
+  return WhatIsMissing(*hold, is_saved);
 }
 
 /// What an earlier emergency has saved is kept, and not given away for nothing.
@@ -172,33 +171,58 @@ void SaveInEmergency(Application& application) {
 }
 
 /// What is told or refused before anything is touched: the exit code then.
-std::optional<int> AnswerAtOnce(const StartUp& start) {
-  if (!start.error.empty()) {
-    WriteConsoleError(start.error + "\n");
-    return kNoSense;
+std::optional<int> AnswerAtOnce(const StartUp& start, FileSystem& files) {
+  if (start.error.empty() && (start.wants_help || start.wants_version)) {
+    WriteConsole(start.wants_help ? CommandLineHelp() : VersionLine());
+    return kAllPlayed;
   }
-  if (!start.wants_help && !start.wants_version) return std::nullopt;
-  WriteConsole(start.wants_help ? CommandLineHelp() : VersionLine());
-  return kAnswered;
+  std::string error = start.error;
+  if (error.empty() && !start.resume.empty()) error = WhyNotResumed(files, start.resume);
+  if (error.empty() && start.gives_code && !start.script.empty() &&
+      !files.IsReadable(start.script)) {
+    error = "The script '" + start.script + "' cannot be read.";
+  }
+  if (error.empty()) return std::nullopt;
+  WriteConsoleError(error + "\n");
+  return kRefused;
+}
+
+/// Does what was asked for; the exit code for those who have asked for one.
+ExitCode Run(Application& application, const StartUp& start) {
+  bool is_refused = false;
+  std::string missing;
+  const bool ended_well = CallGuarded([&] {
+    if (start.resume.empty()) {
+      RunPasses(application, start);
+    } else {
+      PrintText(Banner());
+      is_refused = !ResumeTourney(application.room, start.resume);
+    }
+    if (start.AwaitsEnd() && !is_refused) missing = AwaitRunner(application);
+  });
+  if (is_refused) return kRefused;
+  if (ended_well) {
+    if (start.TellsEnd() && !missing.empty()) WriteConsoleError(missing);
+    return CodeOf(RunEnd::kDone, missing);
+  }
+  const bool is_asked = TerminationRequested() && !application.runner.HasDied();
+  SaveInEmergency(application);
+  return CodeOf(is_asked ? RunEnd::kAsked : RunEnd::kFault, missing);
 }
 
 }  // namespace
 
 int RunProgram(Host& host, const std::vector<std::string>& words) {
   StartUp start = ReadCommandLine(words);
-  if (const std::optional<int> code = AnswerAtOnce(start)) return *code;
   MakePathsFull(start, host.files);
+  if (const std::optional<int> code = AnswerAtOnce(start, host.files)) return *code;
   if (!start.play.empty()) return PlayAsJob(host, start);
   const FaultGuard guard;
   const LogScope log(host);
-  Application application(host, HowToPlay(start));
-  const bool ended_well = CallGuarded([&] {
-    RunPasses(application, start);
-    if (start.waits) AwaitRunner(application);
-  });
-  if (!ended_well) SaveInEmergency(application);
+  Application application(host, HowToPlay(start), start.resume.empty());
+  const ExitCode code = Run(application, start);
   if (start.games > 0) TellOfGamesThatGoOn(application);
-  return 1;
+  return start.TellsEnd() ? code : kAsEver;
 }
 
 }  // namespace tarvendo

@@ -42,7 +42,10 @@ class CommandLineReader {
       }
     }
     TakeOthers();
-    CheckCluster();
+    if (!start_.wants_help && !start_.wants_version) {
+      FailWhatDoesNotFit();
+      FailClusterThatDoesNotFit();
+    }
     return start_;
   }
 
@@ -112,7 +115,7 @@ class CommandLineReader {
     }
   }
 
-  void CheckCluster() {
+  void FailClusterThatDoesNotFit() {
     if (start_.cluster.empty()) {
       if (!start_.cluster_options.empty()) Fail("--cluster-options goes with --cluster.");
     } else if (start_.cluster != kSlurm) {
@@ -122,6 +125,14 @@ class CommandLineReader {
     } else if (start_.games == 0) {
       Fail("--cluster goes with --games: how many games are queued or played at a time.");
     }
+  }
+
+  void FailWhatDoesNotFit() {
+    if (!start_.resume.empty() && !others_.empty()) {
+      Fail("--resume takes no script and no keyboard, so '" + others_.front() +
+           "' has no meaning beside it.");
+    }
+    if (start_.gives_code && !start_.AwaitsEnd()) Fail("--exit-code goes with --wait.");
   }
 
   void Fail(const std::string& why) {

@@ -11,6 +11,10 @@ namespace {
 
 constexpr std::array kLongOptions = {
     LongOption{"--wait", "", &StartUp::waits, "at the end, wait until all games have been played"},
+    LongOption{"--resume", "FILE", PathValue{&StartUp::resume},
+               "play what is left of the tourney in FILE, save it, end"},
+    LongOption{"--exit-code", "", &StartUp::gives_code,
+               "with --wait: the exit code tells how it went"},
     LongOption{"--games", "N", NumberValue{&StartUp::games, 512, 10000},
                "play N games at a time, without waits between them"},
     LongOption{"--patience", "MINUTES", NumberValue{&StartUp::patience, 100000},
@@ -36,10 +40,15 @@ constexpr const char* kHelpFoot =
     "\n"
     "A value may also stand behind a \"=\": --games=4.\n"
     "\n"
+    "Exit codes of --resume and of --wait --exit-code: 0: every game has a result;\n"
+    "3: some game has none, or the runner stopped itself; 4: ended by Ctrl-C or a\n"
+    "signal; 2: a file cannot be read, or the command line makes no sense.\n"
+    "\n"
     "Examples:\n"
     "  tarvendo                           type commands\n"
     "  tarvendo go.txt -c                 read go.txt, then type commands\n"
-    "  tarvendo go.txt --wait --games 4   read go.txt, play four games at a time, end\n";
+    "  tarvendo go.txt --wait --games 4   read go.txt, play four games at a time, end\n"
+    "  tarvendo --resume first.ini        play what is left of a tourney, end\n";
 
 /// Where the explanations begin.
 constexpr std::size_t kHelpColumn = 24;

@@ -33,13 +33,14 @@ class ChainOutlook {
   bool LimitsSuffice(std::size_t place, const std::vector<std::size_t>& must_float,
                      const FloaterLimits& limits);
 
-  /// Whether everybody from that place on could be paired with somebody within reach.
-  bool ReachSuffices(std::size_t place, const FloaterLimits& limits);
+  /// How many players of the bracket at that place and of all behind it, as they were made, cannot
+  /// be paired among themselves, so that as many must come from above.
+  std::size_t NeededFromAbove(std::size_t place);
 
   /// While floaters are chosen in the bracket at that place: whether everybody from there on could
   /// still be paired. Those floated already may only be paired behind the bracket, the other
-  /// entries before `decided` only in it. Without limits a floater may go as far as it likes.
-  bool ChoiceCanWork(std::size_t place, std::size_t decided, const FloaterLimits* limits);
+  /// entries before `decided` only in it. A floater may go as far as it likes.
+  bool ChoiceCanWork(std::size_t place, std::size_t decided);
 
  private:
   void CountNeededFromAbove();
@@ -53,10 +54,9 @@ class ChainOutlook {
   const std::vector<Bracket>& brackets_;
   std::vector<PlayerSet> own_;   ///< the players of each bracket as it was made
   std::vector<PlayerSet> from_;  ///< ... and of all behind it
-  /// How many players of a bracket and all behind it cannot be paired among themselves, by place.
-  /// This and the next are empty until they are asked for.
+  // Both empty until they are asked for.
   std::vector<std::size_t> needed_from_above_;
-  /// How many of the bracket at that place and of the next so many behind it cannot.
+  /// [i][n]: how many players of the n + 1 brackets from i on cannot be paired among themselves.
   std::vector<std::vector<std::size_t>> left_over_;
   Matching wide_;  ///< of the last question, a start for the next one
 };

@@ -42,11 +42,10 @@ bool IsFinal(PairingCode code) {
 
 /// Floaters to be chosen in one bracket.
 struct FloaterChoice {
-  std::size_t place;            ///< of the bracket in the chain, 0-based
-  SearchMode mode;              ///< of the search behind it
-  std::size_t most;             ///< k of the search behind it
-  std::size_t count;            ///< how many are to be chosen
-  const FloaterLimits* limits;  ///< null when there are none
+  std::size_t place;  ///< of the bracket in the chain, 0-based
+  SearchMode mode;    ///< of the search behind it
+  std::size_t most;   ///< k of the search behind it
+  std::size_t count;  ///< how many are to be chosen
 };
 
 class ChainSearch {
@@ -92,7 +91,7 @@ class ChainSearch {
     PairingCode code = PairingCode::kNotPaired;
     if (LimitsCanWork(place, limits)) {
       code = HasEvenCount(place) ? PairHere(place, SearchMode::kFirstPass, 0)
-                                 : TryFloatDown(place, SearchMode::kFirstPass, 1, &limits);
+                                 : TryFloatDown(place, SearchMode::kFirstPass, 1);
     }
     record.first_pass_failed = code != PairingCode::kPaired;
     return code;
@@ -118,14 +117,14 @@ class ChainSearch {
       const PairingCode code = PairHere(place, SearchMode::kFloaters, count);
       if (IsFinal(code)) return code;
     }
-    return TryFloatDown(place, SearchMode::kFloaters, count, &limits);
+    return TryFloatDown(place, SearchMode::kFloaters, count);
   }
 
   PairingCode FullPass(std::size_t place) {
     const std::size_t entries = chain_[place].Size();
     const PairingCode code = PairHere(place, SearchMode::kFull, entries);
     if (IsFinal(code)) return code;
-    return TryFloatDown(place, SearchMode::kFull, entries, nullptr);
+    return TryFloatDown(place, SearchMode::kFull, entries);
   }
 
   /// Makes one bracket of this and all that follow. The outlook has seen that it can be paired.
@@ -147,12 +146,11 @@ class ChainSearch {
   }
 
   /// Moves players of the bracket down, fewer before more.
-  PairingCode TryFloatDown(std::size_t place, SearchMode mode, std::size_t most,
-                           const FloaterLimits* limits) {
+  PairingCode TryFloatDown(std::size_t place, SearchMode mode, std::size_t most) {
     const std::size_t first = chain_[place].FreeCount() % 2;
     for (const std::size_t count : FloaterCounts(chain_[place].Size(), first, most)) {
-      if (count == 0 || count < MustFloatOut(place)) continue;
-      const PairingCode code = ChooseFloaters({place, mode, most, count, limits}, 0);
+      if (count == 0 || count < FewestFloaters(place)) continue;
+      const PairingCode code = ChooseFloaters({place, mode, most, count}, 0);
       if (IsFinal(code)) return code;
     }
     return PairingCode::kFloatersExhausted;
@@ -184,8 +182,10 @@ class ChainSearch {
     return PairChain(choice.place + 1, choice.mode, choice.most);
   }
 
+  /// In full mode only, where it proves that a choice is final. The other modes have limits, which
+  /// tell nearly as much at once.
   bool ChoiceCanWork(const FloaterChoice& choice, std::size_t decided) {
-    return outlook_.ChoiceCanWork(choice.place, decided, choice.limits);
+    return choice.mode != SearchMode::kFull || outlook_.ChoiceCanWork(choice.place, decided);
   }
 
   bool AllCanBePaired(std::size_t place) {
@@ -195,8 +195,7 @@ class ChainSearch {
   }
 
   bool LimitsCanWork(std::size_t place, const FloaterLimits& limits) {
-    return outlook_.LimitsSuffice(place, MustFloat(place), limits) &&
-           outlook_.ReachSuffices(place, limits);
+    return outlook_.LimitsSuffice(place, MustFloat(place), limits);
   }
 
   const std::vector<std::size_t>& MustFloat(std::size_t place) {
@@ -205,7 +204,10 @@ class ChainSearch {
     return must_float;
   }
 
-  std::size_t MustFloatOut(std::size_t place) { return MustFloat(place).front(); }
+  /// With fewer floaters, either this bracket or those behind it cannot be paired.
+  std::size_t FewestFloaters(std::size_t place) {
+    return std::max(MustFloat(place).front(), outlook_.NeededFromAbove(place + 1));
+  }
 
   std::size_t PlayersFrom(std::size_t place) const {
     std::size_t players = 0;

@@ -3,57 +3,44 @@
 #include <algorithm>
 
 namespace tarvendo {
+namespace {
+
+/// Whether no larger count of floaters is tried behind this one.
+bool IsLastCount(std::size_t count, std::size_t entries) {
+  return count >= entries || 2 * count > entries;
+}
+
+/// The most floaters that leave a bracket of so many entries, whatever is asked for.
+std::size_t MostFrom(std::size_t entries) {
+  std::size_t count = entries % 2;
+  while (!IsLastCount(count, entries))
+    count += 2;
+  return count;
+}
+
+}  // namespace
 
 FloaterLimits::FloaterLimits(const std::vector<Bracket>& brackets, std::size_t first,
                              std::size_t most)
     : first_(first) {
-  SetLimits(brackets, most);
-  SetFarthest(brackets);
-}
-
-void FloaterLimits::SetLimits(const std::vector<Bracket>& brackets, std::size_t most) {
   std::size_t players = 0;
   std::size_t handed_on = most;
+  std::size_t coming = 0;
   for (std::size_t place = first_; place < brackets.size(); ++place) {
     players += brackets[place].Size();
     const std::size_t parity = players % 2;
-    if (handed_on % 2 == parity) {
-      limits_.push_back(handed_on);
-    } else {
-      handed_on = handed_on == 0 ? 0 : handed_on - 1;
-      limits_.push_back(std::max(handed_on, parity));
-    }
+    if (handed_on % 2 != parity && handed_on > 0) --handed_on;
+    const std::size_t asked_for = std::max(handed_on, parity);
+    coming = std::min(asked_for, MostFrom(brackets[place].Size() + coming));
+    limits_.push_back(coming);
   }
-}
-
-void FloaterLimits::SetFarthest(const std::vector<Bracket>& brackets) {
-  farthest_.assign(limits_.size(), brackets.size() - 1);
-  for (std::size_t place = brackets.size() - 1; place-- > first_;) {
-    const bool moves_on = Of(place) > 0 && CanPassThrough(brackets, place);
-    farthest_[place - first_] = moves_on ? FarthestFrom(place + 1) : place;
-  }
-}
-
-bool FloaterLimits::CanPassThrough(const std::vector<Bracket>& brackets, std::size_t place) const {
-  const Bracket& bracket = brackets[place];
-  const std::size_t arrived = bracket.FloatersIn().size();
-  const std::size_t own_players = bracket.Size() - arrived;
-  const std::size_t coming = place == first_ ? arrived : Of(place - 1);
-  return own_players <= coming + Of(place);
-}
-
-bool FloaterLimits::ReachEverything() const {
-  const bool all_cross =
-      std::all_of(limits_.begin(), limits_.end() - 1, [](std::size_t limit) { return limit > 0; });
-  return all_cross && std::all_of(farthest_.begin(), farthest_.end(),
-                                  [&](std::size_t place) { return place == farthest_.back(); });
 }
 
 std::vector<std::size_t> FloaterCounts(std::size_t entries, std::size_t first, std::size_t most) {
   std::vector<std::size_t> counts;
   for (std::size_t count = first; count <= most; count += 2) {
     counts.push_back(count);
-    if (count >= entries || 2 * count > entries) break;
+    if (IsLastCount(count, entries)) break;
   }
   return counts;
 }

@@ -12,7 +12,9 @@ namespace tarvendo {
 /// Pairs take players in twos, so the number of floaters that leave a bracket is odd or even
 /// whatever is chosen: as the number of players is up to and with that bracket. A search with up to
 /// k floaters hands on to the next bracket the largest number within k of that parity, and the next
-/// one the largest within that; a bracket whose first pass works needs one floater or none.
+/// one the largest within that; a bracket whose first pass works needs one floater or none. And no
+/// bracket lets more go than about half of its entries, those who came included (FloaterCounts): so
+/// a small bracket before a large one bounds what the large one can get from above.
 class FloaterLimits {
  public:
   /// For the brackets from `first` (0-based) on; floaters already in that one are among its
@@ -23,25 +25,9 @@ class FloaterLimits {
   /// on).
   std::size_t Of(std::size_t place) const { return limits_[place - first_]; }
 
-  /// The farthest bracket (0-based) in which a floater that arrives in the bracket `place` can be
-  /// paired.
-  ///
-  /// Somebody who came as a floater and is moved on leaves his place in the list of arrivals
-  /// (bracket_task.h). The floaters before him must then pair the bracket down to two players,
-  /// which only works in a small one.
-  std::size_t FarthestFrom(std::size_t place) const { return farthest_[place - first_]; }
-
-  /// Whether every player can reach the last bracket.
-  bool ReachEverything() const;
-
  private:
-  void SetLimits(const std::vector<Bracket>& brackets, std::size_t most);
-  void SetFarthest(const std::vector<Bracket>& brackets);
-  bool CanPassThrough(const std::vector<Bracket>& brackets, std::size_t place) const;
-
   std::size_t first_;
   std::vector<std::size_t> limits_;
-  std::vector<std::size_t> farthest_;
 };
 
 /// How many floaters TryFloatDown tries in a bracket of so many entries: `first`, which is 0 or 1,

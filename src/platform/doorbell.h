@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 
 namespace tarvendo {
@@ -13,9 +14,11 @@ class Doorbell {
   /// Wakes the one who waits, or lets his next wait return at once. Any thread.
   virtual void Ring() = 0;
 
-  /// Waits for a ring that no wait has answered yet, or until the process is asked to end
-  /// (faults.h, TerminationRequested).
-  virtual void Await() = 0;
+  static constexpr std::chrono::milliseconds kForEver = std::chrono::milliseconds::max();
+
+  /// Waits for a ring that no wait has answered yet, until the process is asked to end (faults.h,
+  /// TerminationRequested), or for `span` of real time, whatever comes first.
+  virtual void Await(std::chrono::milliseconds span) = 0;
 };
 
 std::unique_ptr<Doorbell> MakeDoorbell();

@@ -24,7 +24,7 @@ struct PlanAttempt {
   bool has_nothing_to_spool = false;  ///< no game was left that could be spooled
   bool has_paired = false;            ///< a round was paired, or not even the big bracket could be
   bool failed_to_pair = false;
-  bool failed_to_replay = false;
+  bool failed_to_replay = false;  ///< or nothing may be replayed at all
 };
 
 struct Plan {

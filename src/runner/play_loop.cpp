@@ -98,6 +98,7 @@ void PlayLoop::JudgeEnded(TimePoint now) {
   for (const GameOutcome& outcome : host_.TakeEnded(now)) {
     const Hold hold = room_.shared.Take();
     --games_under_way_;
+    ++games_judged_;
     const bool is_due =
         referee_.Judge(*hold, room_.file.With(hold), room_.running.With(hold), outcome);
     is_round_due = is_due || is_round_due;
@@ -120,7 +121,7 @@ void PlayLoop::CountFailure(Tourney& tourney, const GameOutcome& outcome) {
                     "Look into '%s' for the reason, if it is there.\n",
                     failures_, outcome.order.number, reason_file.c_str())));
   failures_ = 0;
-  tourney.ChangeSwitch()->SetRunning(false);
+  tourney.ChangeSwitch()->StopItself();
 }
 
 void PlayLoop::TellOfSilence(TimePoint now) {
@@ -160,6 +161,12 @@ bool PlayLoop::IsSwitchedOn(TimePoint now) {
   return is_on_;
 }
 
+PlanAttempt PlayLoop::NewAttempt() const {
+  PlanAttempt attempt;
+  attempt.failed_to_replay = !pace_.replays;
+  return attempt;
+}
+
 PlayLoop::Attempt PlayLoop::StartOne(TimePoint now) {
   std::string files_path;
   {
@@ -172,7 +179,7 @@ PlayLoop::Attempt PlayLoop::StartOne(TimePoint now) {
   if (is_fresh_) return Attempt::kNothingToDo;
   if (!IsPlaceFree(files_path, now)) return Attempt::kHindered;
   CollectWhatIsThere();
-  PlanAttempt tried;
+  PlanAttempt tried = NewAttempt();
   Attempt attempt = Attempt::kAgain;
   while (attempt == Attempt::kAgain)
     attempt = TakeStep(tried, now);
@@ -356,7 +363,7 @@ void PlayLoop::PairRound(PlanAttempt& attempt) {
       attempt.failed_to_pair = true;
       break;
     case PairerResult::kOvertaken:
-      attempt = PlanAttempt();
+      attempt = NewAttempt();
       break;
   }
 }

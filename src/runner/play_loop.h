@@ -25,6 +25,7 @@ struct PlayPace {
   std::chrono::milliseconds next_save{30000};  ///< from a save that failed to the next attempt
   RefereePace referee = RefereePace::kAtOnce;
   int failures_allowed = 0;  ///< so many in a row stop the runner; 0 is any number
+  bool replays = true;       ///< AutoRun may play games again that have no result
 };
 
 /// Plays the tourney's games with a game host, a pass at a time: judges what has ended, then starts
@@ -50,6 +51,9 @@ class PlayLoop {
   /// How many games are started or adopted and not yet judged.
   std::size_t GamesUnderWay() const { return games_under_way_; }
 
+  /// How many games have been judged so far.
+  std::size_t GamesJudged() const { return games_judged_; }
+
   /// How often the switch had been moved when the last pass looked at it.
   std::uint64_t SwitchChangesSeen() const { return switch_changes_; }
 
@@ -65,6 +69,7 @@ class PlayLoop {
   void TellOfSilence(TimePoint now);
   void StartGames(TimePoint now);
   bool IsSwitchedOn(TimePoint now);
+  PlanAttempt NewAttempt() const;
   Attempt StartOne(TimePoint now);
   bool TakeDirectory(const std::string& files_path, TimePoint now);
   void AdoptGames();
@@ -99,6 +104,7 @@ class PlayLoop {
   int failures_ = 0;  ///< games in a row without a sign of life or a record
   std::uint64_t switch_changes_ = 0;
   std::size_t games_under_way_ = 0;
+  std::size_t games_judged_ = 0;
   std::vector<int> blocked_;  ///< games whose claim somebody else holds
   TimePoint blocked_until_;
   TimePoint start_at_;                ///< no game is started before

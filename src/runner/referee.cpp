@@ -121,7 +121,7 @@ bool Referee::Judge(Tourney& tourney, TourneyFile& file, RunningGames& running,
   }
   if (outcome.end == GameEnd::kCannotBeWatched) {
     // The claim stays: WinBoard may be playing all the same, and whoever starts next learns of it.
-    tourney.ChangeSwitch()->SetRunning(false);
+    tourney.ChangeSwitch()->StopItself();
     return false;
   }
   const Game* game = FindSameGame(tourney, outcome.order);

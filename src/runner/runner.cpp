@@ -72,7 +72,7 @@ void Runner::RunPasses() {
       }
       next = loop_.Pass();
       const std::lock_guard guard(mutex_);
-      games_under_way_ = loop_.GamesUnderWay();
+      counts_ = {loop_.GamesUnderWay(), loop_.GamesJudged()};
       if (loop_.IsIdle()) {
         idle_pass_ = pass;
         idle_changes_ = loop_.SwitchChangesSeen();
@@ -83,9 +83,12 @@ void Runner::RunPasses() {
   });
   if (ended_well) return;
   room_.shared.Break();
+  {
+    // Before anybody is asked to end, so that he knows that it was not the user who asked.
+    const std::lock_guard guard(mutex_);
+    has_died_ = true;
+  }
   RequestTermination();
-  const std::lock_guard guard(mutex_);
-  has_died_ = true;
   bell_->Ring();
 }
 
@@ -104,20 +107,33 @@ bool Runner::IsDone(std::uint64_t asked) {
   return has_died_ || (is_idle && !has_start_time);
 }
 
-std::size_t Runner::GamesUnderWay() {
+Runner::Counts Runner::CountGames() {
   const std::lock_guard guard(mutex_);
-  return games_under_way_;
+  return counts_;
 }
 
-void Runner::AwaitIdle() {
+bool Runner::HasDied() {
+  const std::lock_guard guard(mutex_);
+  return has_died_;
+}
+
+void Runner::AwaitIdle(const std::function<std::chrono::milliseconds()>& look) {
   std::uint64_t asked = 0;
   {
     const std::lock_guard guard(mutex_);
     asked = passes_begun_;
   }
   events_.Post(Event::kTourneyChanged);
-  while (!IsDone(asked))
-    bell_->Await();
+  auto next_look = std::chrono::steady_clock::now();
+  while (!IsDone(asked)) {
+    if (!look) {
+      bell_->Await(Doorbell::kForEver);
+      continue;
+    }
+    const auto now = std::chrono::steady_clock::now();
+    if (now >= next_look) next_look = now + look();
+    bell_->Await(std::chrono::ceil<std::chrono::milliseconds>(next_look - now));
+  }
 }
 
 }  // namespace tarvendo

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -48,12 +50,21 @@ class Runner {
 
   /// Waits until a pass that began after this call has found nothing to do and no start time is
   /// set, or the thread has died, or the process is asked to end. Called on the console thread
-  /// without the tourney.
-  void AwaitIdle();
+  /// without the tourney. `look`, when there is one, is called before and whenever the span of real
+  /// time has passed that its last call gave.
+  void AwaitIdle(const std::function<std::chrono::milliseconds()>& look = {});
 
-  /// How many games the thread had started or adopted and not yet judged when its last pass ended.
+  /// The thread's games as they were when its last pass ended.
+  struct Counts {
+    std::size_t under_way = 0;  ///< started or adopted, and not yet judged
+    std::size_t judged = 0;     ///< since the program's start
+  };
+
   /// Any thread; it works with a tourney that is broken, too.
-  std::size_t GamesUnderWay();
+  Counts CountGames();
+
+  /// Whether the thread has ended in a fault, or was never started. Any thread.
+  bool HasDied();
 
  private:
   void RunPasses();
@@ -69,7 +80,7 @@ class Runner {
   std::uint64_t passes_begun_ = 0;
   std::uint64_t idle_pass_ = 0;     ///< the last pass that found nothing to do, by its number
   std::uint64_t idle_changes_ = 0;  ///< how often the switch had been moved when that pass looked
-  std::size_t games_under_way_ = 0;
+  Counts counts_;
   std::thread thread_;
 };
 

@@ -76,6 +76,18 @@ void CutRoundsToHalf(Tourney& tourney) {
   tourney.ChangeSettings()->rounds = half;
 }
 
+int LastSwissRound(const Tourney& tourney) {
+  if (!tourney.IsSwiss()) return 0;
+  return std::clamp(tourney.Settings().rounds, 0, HalfOfParticipants(tourney));
+}
+
+int RoundsWithoutGames(const Tourney& tourney) {
+  int paired = 0;
+  for (const Game& game : tourney.Games())
+    paired = std::max(paired, game.round);
+  return std::max(LastSwissRound(tourney) - paired, 0);
+}
+
 int PlayableSubRounds(const Tourney& tourney, std::size_t pairs) {
   const std::size_t most = kMostGames / std::max<std::size_t>(pairs, 1);
   return std::min(tourney.Settings().sub_rounds, static_cast<int>(std::max<std::size_t>(most, 1)));

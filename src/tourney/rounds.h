@@ -20,6 +20,13 @@ void AdjustRounds(Tourney& tourney);
 /// Cuts Rounds of a Swiss tourney to half of the participants, with a message when it was more.
 void CutRoundsToHalf(Tourney& tourney);
 
+/// The last round that a Swiss tourney will have: Rounds, but no more than half of the
+/// participants; 0 in a round robin.
+int LastSwissRound(const Tourney& tourney);
+
+/// How many rounds of a Swiss tourney have no game yet; 0 in a round robin.
+int RoundsWithoutGames(const Tourney& tourney);
+
 /// How many games each of `pairs` pairs of a round plays: SubRounds (which may be 0 and less), but
 /// no more than give 2,000,000 games in all, and at least one where SubRounds is more than that. A
 /// mistyped number must not fill the memory.

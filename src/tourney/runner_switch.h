@@ -20,6 +20,7 @@ class RunnerSwitch {
 
   void Set(const State& state) {
     state_ = state;
+    has_stopped_itself_ = false;
     ++changes_;
   }
 
@@ -31,8 +32,18 @@ class RunnerSwitch {
 
   void SetRunning(bool running) {
     state_.running = running ? 1 : 0;
+    has_stopped_itself_ = false;
     ++changes_;
   }
+
+  /// Switches off because something is wrong: nobody has asked for it.
+  void StopItself() {
+    SetRunning(false);
+    has_stopped_itself_ = true;
+  }
+
+  /// Whether the last one to move it was StopItself. No file holds that.
+  bool HasStoppedItself() const { return has_stopped_itself_; }
 
   void SetStartTime(long long time) {
     state_.start_time = time;
@@ -57,11 +68,13 @@ class RunnerSwitch {
     if (state_.*time == 0 || now < state_.*time) return false;
     state_.*time = 0;
     state_.running = running;
+    has_stopped_itself_ = false;
     ++changes_;
     return true;
   }
 
   State state_;
+  bool has_stopped_itself_ = false;
   std::uint64_t changes_ = 0;
 };
 

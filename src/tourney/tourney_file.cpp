@@ -21,21 +21,30 @@ constexpr const char* kHeader = "TOURNEY_FILE";
 /// So much of a text that was cut tells which one it is.
 constexpr std::size_t kShownText = 60;
 
-/// Whether a save without a name would destroy something that is no tourney file.
-bool IsForeign(FileSystem& files, const std::string& path) {
+/// The first line of a file; nothing when it cannot be read or is empty.
+std::optional<std::string> FirstLine(FileSystem& files, const std::string& path) {
   auto beginning = files.ReadPart(path, 0, kRecordLine);
-  if (!beginning || beginning->empty()) return false;
+  if (!beginning || beginning->empty()) return std::nullopt;
   FoldLineEnds(*beginning);
-  return WithoutLineFeed(LineReader(*beginning).Read(kRecordLine).value_or("")) != kHeader;
+  return WithoutLineFeed(LineReader(*beginning).Read(kRecordLine).value_or(""));
 }
 
-bool IsOfEmergency(const std::string& name) {
-  const std::size_t separator = LastSeparator(name);
-  const std::string bare = separator == std::string::npos ? name : name.substr(separator + 1);
-  return bare == TourneyFile::kEmergencyName || bare == TourneyFile::kOldEmergencyName;
+/// Whether a save without a name would destroy something that is no tourney file.
+bool IsForeign(FileSystem& files, const std::string& path) {
+  return FirstLine(files, path).value_or(kHeader) != kHeader;
 }
 
 }  // namespace
+
+bool TourneyFile::IsOfEmergency(const std::string& name) {
+  const std::size_t separator = LastSeparator(name);
+  const std::string bare = separator == std::string::npos ? name : name.substr(separator + 1);
+  return bare == kEmergencyName || bare == kOldEmergencyName;
+}
+
+bool TourneyFile::IsTourneyFile(FileSystem& files, const std::string& path) {
+  return FirstLine(files, path) == kHeader;
+}
 
 void TourneyFile::SetName(const std::string& name) {
   name_ = name;
@@ -126,6 +135,7 @@ void TourneyFile::StopIfChangedByOthers(Tourney& tourney) {
             "' was changed by another program, so it is not saved.\n"
             "Save by hand replaces it, Load takes what is in it.\n");
   if (tourney.Switch().IsRunning()) StopRunner(tourney);
+  tourney.ChangeSwitch()->StopItself();
 }
 
 void TourneyFile::RemoveHalfSaved() {

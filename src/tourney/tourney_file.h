@@ -26,6 +26,12 @@ class TourneyFile {
   static constexpr const char* kEmergencyName = "emergency.ini";
   static constexpr const char* kOldEmergencyName = "emergency.old.ini";
 
+  /// Whether a file of that name (with or without a directory) is one of these two.
+  static bool IsOfEmergency(const std::string& name);
+
+  /// Whether the file can be read and begins as a tourney file does.
+  static bool IsTourneyFile(FileSystem& files, const std::string& path);
+
   explicit TourneyFile(FileSystem& files) : files_(files) {}
 
   /// The name of a save without a name, as it was typed; empty when none was given so far.

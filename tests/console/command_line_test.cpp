@@ -143,5 +143,26 @@ TEST(CommandLine, HelpTellsEveryOptionInLinesThatFitATerminal) {
   EXPECT_EQ(begin, help.size()) << "the last line ends with a line feed";
 }
 
+TEST(CommandLine, ATourneyToGoOnWithTakesNoScriptAndNoKeyboard) {
+  EXPECT_EQ(ReadCommandLine({"--resume", "cup.ini"}).resume, "cup.ini");
+  EXPECT_EQ(ReadCommandLine({"--games=2", "--resume=cup.ini", "--wait", "--exit-code"}).error, "");
+  for (const char* word : {"go.txt", "-c", "-x"}) {
+    EXPECT_EQ(ReadCommandLine({"--resume", "cup.ini", word}).error,
+              std::string("--resume takes no script and no keyboard, so '") + word +
+                  "' has no meaning beside it.");
+  }
+  EXPECT_EQ(ReadCommandLine({"--resume"}).error, "--resume takes a value: FILE.");
+}
+
+TEST(CommandLine, AnExitCodeIsToldToWhoWaits) {
+  EXPECT_EQ(ReadCommandLine({"go.txt", "--exit-code"}).error, "--exit-code goes with --wait.");
+  EXPECT_EQ(ReadCommandLine({"go.txt", "--exit-code", "--help"}).error, "");
+  const StartUp waiting = ReadCommandLine({"go.txt", "--exit-code", "--wait"});
+  EXPECT_EQ(waiting.error, "");
+  EXPECT_TRUE(waiting.TellsEnd());
+  EXPECT_FALSE(ReadCommandLine({"go.txt", "--wait"}).TellsEnd());
+  EXPECT_TRUE(ReadCommandLine({"--resume", "cup.ini"}).TellsEnd());
+}
+
 }  // namespace
 }  // namespace tarvendo

@@ -211,6 +211,7 @@ TEST_F(PlayGames, ADebugFileThatCannotEvenBeMadeStopsTheRunner) {
                       "Error running game. I can't access winboard.debug, stopping runner." +
                       Stars(70)));
   EXPECT_FALSE(tourney.Switch().IsRunning());
+  EXPECT_TRUE(tourney.Switch().HasStoppedItself());
   EXPECT_EQ(GameNumber(1).status, kSpooled);
   EXPECT_TRUE(loop_->IsIdle());
 }
@@ -359,6 +360,38 @@ TEST_F(PlayGames, WithAutoRunAWholeRoundRobinIsPlayed) {
   tourney.RecomputeGamesState();
   EXPECT_EQ(tourney.State().games_state, 3);
   EXPECT_EQ(tourney.Settings().auto_run, 0);
+}
+
+TEST_F(PlayGames, WhereNothingMayBeReplayedAGameWithoutAResultKeepsTheNextRoundAway) {
+  const auto status_after = [this](bool replays) {
+    tourney.EraseAllGames();
+    tourney.ChangeSettings()->type = kSwiss;
+    tourney.ChangeSettings()->rounds = 2;
+    tourney.ChangeSettings()->auto_run = 1;
+    tourney.AddGame(1, 2, 1, 1);
+    tourney.AddGame(3, 4, 1, 1);
+    for (const Game& game : tourney.Games()) {
+      tourney.Change(game)->status = kReady;
+      tourney.Change(game)->result = game.white == 1 ? kUnknown : kDraw;
+    }
+    tourney.ChangeSwitch()->SetRunning(true);
+    play_pace_.replays = replays;
+    Restart();
+    Pass();
+    return tourney.Games().front().status;
+  };
+  EXPECT_EQ(status_after(false), kReady);
+  EXPECT_EQ(tourney.Settings().auto_run, 0);
+  EXPECT_TRUE(loop_->IsIdle());
+  EXPECT_EQ(status_after(true), kSpooled);
+}
+
+TEST_F(PlayGames, GamesAreCountedWhenTheyAreJudged) {
+  PlayFirstGame();
+  EXPECT_EQ(loop_->GamesJudged(), 0U);
+  EndGame(1, "1-0");
+  PassTime(seconds(3));
+  EXPECT_EQ(loop_->GamesJudged(), 1U);
 }
 
 }  // namespace

@@ -189,5 +189,20 @@ TEST_F(RoundsTest, ARoundRobinDoesNotAdvance) {
   EXPECT_EQ(tourney.State().round, 1);
 }
 
+TEST_F(RoundsTest, ASwissLacksTheRoundsBehindTheLastOneThatHasGames) {
+  EnterMany(8);
+  tourney.ChangeSettings()->rounds = 10;
+  EXPECT_EQ(LastSwissRound(tourney), 4) << "no more than half of the participants";
+  EXPECT_EQ(RoundsWithoutGames(tourney), 4);
+  Add(1, 2, 3);
+  EXPECT_EQ(RoundsWithoutGames(tourney), 1);
+  Add(1, 3, 5);
+  EXPECT_EQ(RoundsWithoutGames(tourney), 0);
+  tourney.ChangeSettings()->rounds = -1;
+  EXPECT_EQ(LastSwissRound(tourney), 0);
+  tourney.ChangeSettings()->type = kRoundRobin;
+  EXPECT_EQ(RoundsWithoutGames(tourney), 0);
+}
+
 }  // namespace
 }  // namespace tarvendo

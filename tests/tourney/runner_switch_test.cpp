@@ -52,5 +52,27 @@ TEST(RunnerSwitch, LosesNothingBetweenThreadsThatHoldTheTourneyInTurn) {
   EXPECT_EQ(runner.Changes(), 2003U);
 }
 
+TEST(RunnerSwitch, ThatItHasStoppedItselfHoldsUntilSomebodyMovesIt) {
+  const auto stopped = [] {
+    RunnerSwitch runner;
+    runner.SetRunning(true);
+    runner.StopItself();
+    return runner;
+  };
+  EXPECT_FALSE(stopped().IsRunning());
+  EXPECT_TRUE(stopped().HasStoppedItself());
+  RunnerSwitch again = stopped();
+  again.SetRunning(true);
+  EXPECT_FALSE(again.HasStoppedItself());
+  RunnerSwitch loaded = stopped();
+  loaded.Set({});
+  EXPECT_FALSE(loaded.HasStoppedItself());
+  RunnerSwitch at_its_time = stopped();
+  at_its_time.SetStartTime(5);
+  EXPECT_TRUE(at_its_time.HasStoppedItself()) << "it does not go on yet";
+  EXPECT_TRUE(at_its_time.TakeStartTime(5));
+  EXPECT_FALSE(at_its_time.HasStoppedItself());
+}
+
 }  // namespace
 }  // namespace tarvendo

@@ -103,6 +103,7 @@ TEST_F(TourneyFileOfTwo, StopsTheRunner) {
   EXPECT_FALSE(file.AutoSave(tourney));
   EXPECT_EQ(Output(), std::string(kChanged) + kRunnerStopped);
   EXPECT_FALSE(tourney.Switch().IsRunning());
+  EXPECT_TRUE(tourney.Switch().HasStoppedItself());
 }
 
 TEST_F(TourneyFileOfTwo, IsNotReplacedInSilenceEither) {

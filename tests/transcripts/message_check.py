@@ -29,7 +29,6 @@ EXCEPTIONS = {
     "No file can be made beside '": "likewise",
     "%lld players have more games to play than the %d that a tourney can hold.\n":
         "two thousand players are too many for a transcript; a unit test has them",
-    " takes a value: ": "no option takes a text yet",
     " /ncp /td 0 ": "a part of a command line, not printed",
     '[white "': "looked for in the files of games, not printed",
     '[black "': "looked for in the files of games, not printed",
@@ -37,7 +36,7 @@ EXCEPTIONS = {
 
 TOKEN = re.compile(r'//[^\n]*|/\*.*?\*/|\'(?:\\.|[^\'\\\n])*\'|"(?:\\.|[^"\\\n])*"', re.S)
 INCLUDE = re.compile(r"^\s*#.*$", re.M)
-PLACEHOLDER = re.compile(r"(%[-*.\d]*[dsu])")
+PLACEHOLDER = re.compile(r"(%[-*.\d]*z?[dsu])")
 ESCAPES = {"n": "\n", "t": "\t", '"': '"', "\\": "\\", "'": "'"}
 
 

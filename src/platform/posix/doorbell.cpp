@@ -4,6 +4,7 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <system_error>
@@ -23,6 +24,13 @@ std::array<int, 2> MakePipe() {
   return ends;
 }
 
+/// The span as poll takes it; a shorter one than was asked for where that has no room.
+int PollSpan(std::chrono::milliseconds span) {
+  if (span == Doorbell::kForEver) return -1;
+  constexpr std::chrono::milliseconds::rep kMost = 3600000;
+  return static_cast<int>(std::clamp<std::chrono::milliseconds::rep>(span.count(), 0, kMost));
+}
+
 class PipeDoorbell : public Doorbell {
  public:
   PipeDoorbell() : PipeDoorbell(MakePipe()) {}
@@ -34,12 +42,14 @@ class PipeDoorbell : public Doorbell {
     }
   }
 
-  void Await() override {
+  void Await(std::chrono::milliseconds span) override {
     std::array<pollfd, 2> sources{};
     sources[0] = {read_end_.Get(), POLLIN, 0};
     sources[1] = {TerminationDescriptor(), POLLIN, 0};
+    const int wait = PollSpan(span);
     while (!TerminationRequested() && sources[0].revents == 0) {
-      if (poll(sources.data(), sources.size(), -1) < 0 && errno != EINTR) return;
+      const int found = poll(sources.data(), sources.size(), wait);
+      if (found == 0 || (found < 0 && errno != EINTR)) return;
     }
     std::array<char, 64> rings{};
     while (read(read_end_.Get(), rings.data(), rings.size()) > 0) {
