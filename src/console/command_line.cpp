@@ -121,7 +121,7 @@ class CommandLineReader {
     } else if (start_.cluster != kSlurm) {
       Fail("--cluster knows '" + std::string(kSlurm) + "' alone, not '" + start_.cluster + "'.");
     } else if (!KnowsSchedulers()) {
-      Fail("--cluster works on Linux alone.");
+      Fail("--cluster is not known on this system.");
     } else if (start_.games == 0) {
       Fail("--cluster goes with --games: how many games are queued or played at a time.");
     }

@@ -36,10 +36,8 @@ std::string RefusalText(const ClusterJob& job) {
          (job.refusal.empty() ? "it says nothing.\n" : job.refusal + "\n");
 }
 
-/// Its last debug file and error file go where those of every game lie; a job that had nothing to
-/// say leaves no file that says so.
-void TidyUp(FileSystem& files, const GameOrder& order) {
-  KeepFilesOfLastTry(files, order);
+/// A job that had nothing to say leaves no file that says so.
+void RemoveEmptyOutput(FileSystem& files, const GameOrder& order) {
   const auto output = files.Stamp(SlurmOutputFile(order));
   if (output && output->size == 0) files.Remove(SlurmOutputFile(order));
 }
@@ -371,8 +369,13 @@ void ClusterHost::LookForRecords(TimePoint now) {
     ClusterJob& job = jobs_.at(number);
     const bool is_there = host_.files.IsReadable(job.order.pgn_file);
     if (!is_there && now < job.deadline) return false;
-    TidyUp(host_.files, job.order);
+    if (!is_there && HasNeverBegun(host_.files, job)) {
+      Finish(job, GameEnd::kNeverBegun, "");
+      return true;
+    }
+    KeepFilesOfLastTry(host_.files, job.order);
     Finish(job, GameEnd::kEnded, is_there ? "" : ReasonWithoutRecord(host_.files, job));
+    RemoveEmptyOutput(host_.files, job.order);
     return true;
   });
 }

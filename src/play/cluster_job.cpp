@@ -11,9 +11,6 @@ namespace {
 /// So many times in the time of a silence the debug file is looked at.
 constexpr int kLooks = 6;
 
-/// What Slurm says of a job that told by its exit code that there is no record.
-constexpr const char* kExitCode = "NonZeroExitCode";
-
 std::string JobText(const ClusterJob& job) {
   return job.told.number.empty() ? "'" + job.order.job + "'" : job.told.number;
 }
@@ -23,6 +20,10 @@ std::string JobText(const ClusterJob& job) {
 bool HasTrace(FileSystem& files, const GameOrder& order) {
   return files.IsReadable(order.pgn_file) || files.IsReadable(SlurmOutputFile(order)) ||
          !FindTries(files, order).empty();
+}
+
+bool HasNeverBegun(FileSystem& files, const ClusterJob& job) {
+  return job.told.State() == SlurmState::kWaits && !HasTrace(files, job.order);
 }
 
 std::chrono::milliseconds RecordPatience(const ClusterJob& job, const ClusterPace& pace) {
@@ -45,9 +46,8 @@ std::string ReasonWithoutRecord(FileSystem& files, const ClusterJob& job) {
     reason += (is_told ? "See also '" : "See '") + file + "'.\n";
     is_told = true;
   }
-  if (is_told || files.IsReadable(SlurmOutputFile(job.order)) || told.reason == kExitCode) {
-    return reason;
-  }
+  // Its node makes that file before it begins.
+  if (is_told || files.IsReadable(SlurmOutputFile(job.order))) return reason;
   if (told.word == "FAILED" || told.word.empty()) {
     reason += "It has left no '" + SlurmOutputFile(job.order) +
               "': perhaps its node does not see that directory.\n";

@@ -58,6 +58,10 @@ struct ClusterJob {
 /// Whether anything but its claim shows that the job has ever run.
 bool HasTrace(FileSystem& files, const GameOrder& order);
 
+/// Whether a job that Slurm does not know any more was lost before it began: a scheduler that is
+/// killed forgets what it took a moment ago.
+bool HasNeverBegun(FileSystem& files, const ClusterJob& job);
+
 /// How long the record of a job that has ended is awaited: a network directory may show it late.
 std::chrono::milliseconds RecordPatience(const ClusterJob& job, const ClusterPace& pace);
 

@@ -303,6 +303,8 @@ TEST_F(Cluster, AJobThatSlurmHasForgottenIsCollectedAsItIs) {
   Start(2);
   PassTime(seconds(5));
   machine_.files.Put("/t/g1.PGN", kClusterRecord);
+  slurm_.Set(2, "RUNNING");
+  PassTime(seconds(3));
   slurm_.Forget(1);
   slurm_.Forget(2);
   PassTime(seconds(10));
@@ -312,6 +314,15 @@ TEST_F(Cluster, AJobThatSlurmHasForgottenIsCollectedAsItIs) {
   ASSERT_EQ(outcomes_.size(), 2U);
   EXPECT_FALSE(outcomes_[1].pgn);
   EXPECT_EQ(outcomes_[1].reason.find("Slurm does not know its job 2 any more.\n"), 0U);
+}
+
+TEST_F(Cluster, AJobThatASchedulerHasLostBeforeItBeganIsGivenBack) {
+  Start(1);
+  PassTime(seconds(5));
+  slurm_.jobs.clear();
+  PassTime(minutes(2));
+  ASSERT_EQ(outcomes_.size(), 1U);
+  EXPECT_EQ(outcomes_[0].end, GameEnd::kNeverBegun);
 }
 
 TEST_F(Cluster, WithoutSbatchTheGameIsGivenBackAtOnce) {

@@ -40,8 +40,8 @@ class Aside : public testing::Test {
 };
 
 TEST_F(Aside, WhatALinePrintsIsInTheFileWhenItHasEnded) {
-  const auto id = processes_->StartShell("echo one; echo two >&2; cat; exit 3", PathOf("said"),
-                                         nullptr);
+  const auto id =
+      processes_->StartShell("echo one; echo two >&2; cat; exit 3", PathOf("said"), nullptr);
   ASSERT_TRUE(id);
   AwaitEnd(*id);
   EXPECT_EQ(files_->ReadText(PathOf("said")), "one\n") << "nothing is read, errors go elsewhere";
@@ -75,9 +75,9 @@ TEST_F(Aside, ALineWhoseOutputCannotBeKeptIsNotStarted) {
 
 TEST_F(Aside, StepsAreRunByTheBatchReaderWhateverComspecSays) {
   setenv("COMSPEC", "/bin/false", 1);
-  const auto id = processes_->StartSteps(
-      ParseBatch("@rem nothing\n@if NOT EXIST " + PathOf("there") + " cp /dev/null " +
-                 PathOf("there") + "\n"));
+  const auto id =
+      processes_->StartSteps(ParseBatch("@rem nothing\n@if NOT EXIST " + PathOf("there") +
+                                        " cp /dev/null " + PathOf("there") + "\n"));
   unsetenv("COMSPEC");
   ASSERT_TRUE(id);
   AwaitEnd(*id);
