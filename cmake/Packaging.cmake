@@ -66,6 +66,7 @@ if(WIN32)
 else()
   install(PROGRAMS adapters/xboard/winboard.exe DESTINATION . COMPONENT ${portable})
   install(FILES adapters/xboard/README.md DESTINATION docs RENAME xboard.md COMPONENT ${portable})
+  install(FILES ${packaging}/tarvendo.bash-completion DESTINATION . COMPONENT ${portable})
 endif()
 
 # --- System ---------------------------------------------------------------------------------------
@@ -112,6 +113,8 @@ if(NOT WIN32)
   install(FILES adapters/xboard/README.md DESTINATION ${documents}/docs RENAME xboard.md
           COMPONENT system)
   install(FILES ${first_tourney} DESTINATION ${documents}/examples COMPONENT system)
+  install(FILES ${packaging}/tarvendo.bash-completion RENAME tarvendo
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT system)
   find_program(GZIP gzip)
   if(GZIP)
     install_packed(${packaging}/tarvendo.1 ${CMAKE_INSTALL_DATADIR}/man/man1 tarvendo.1)

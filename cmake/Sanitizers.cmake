@@ -9,7 +9,5 @@ endif()
 # TARVENDO_FUZZ builds the programs of fuzz/, which needs clang.
 option(TARVENDO_FUZZ "Build the fuzzers" OFF)
 if(TARVENDO_FUZZ)
-  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all
-                      -fno-omit-frame-pointer)
-  add_link_options(-fsanitize=address,undefined)
+  add_compile_options(-fsanitize=fuzzer-no-link)
 endif()

@@ -77,6 +77,13 @@ if(WIN32)
   separate_sources(platform_tests)
 endif()
 
+# Hands random chains and the program's answers to a second search, which is a script.
+if(NOT WIN32 AND NOT TARVENDO_SANITIZE)
+  add_executable(print_chains pairing/second_search/print_chains.cpp pairing/random_chains.cpp)
+  target_include_directories(print_chains PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(print_chains PRIVATE tarvendo_pairing)
+endif()
+
 # The longest is started first, so that nobody waits for it alone.
 if(TARGET pairing_tests)
   set_tests_properties(pairing_tests PROPERTIES COST 100)

@@ -35,11 +35,18 @@ class RecordWriter {
   std::vector<std::string> cut_texts_;
 };
 
+/// A count in a damaged file may be anything; so many records of a list are made of nothing behind
+/// its end before the list is given up.
+inline constexpr int kMostEmptyRecords = 10000;
+
 /// Reads such a text. Used by one thread.
 class RecordReader {
  public:
   /// `text` must outlive the reader.
-  explicit RecordReader(std::string_view text) : text_(text), lines_(text) {}
+  explicit RecordReader(std::string_view text, int most_empty_records = kMostEmptyRecords)
+      : text_(text), lines_(text), most_empty_records_(most_empty_records) {}
+
+  int MostEmptyRecords() const { return most_empty_records_; }
 
   /// Whether no byte is left to read.
   bool NothingLeft() const { return lines_.Position() >= text_.size(); }
@@ -56,6 +63,7 @@ class RecordReader {
  private:
   std::string_view text_;
   LineReader lines_;
+  int most_empty_records_;
 };
 
 }  // namespace tarvendo

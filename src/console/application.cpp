@@ -13,7 +13,10 @@
 #include "console/exit_code.h"
 #include "console/line_input.h"
 #include "console/long_options.h"
+#include "console/outputs.h"
+#include "console/progress_display.h"
 #include "console/resume.h"
+#include "console/start_check.h"
 #include "console/start_up.h"
 #include "platform/faults.h"
 #include "platform/files.h"
@@ -31,7 +34,6 @@
 namespace tarvendo {
 namespace {
 
-constexpr const char* kLogFile = "Tarvendo.log";
 constexpr const char* kStartFile = "tourney.ini";
 
 /// A save that hangs (a fault may have left the memory allocator's lock taken) must not hang for
@@ -55,8 +57,10 @@ struct EmergencyPlace {
 /// Everything that lives from start to end, in the order in which it is made; taken down in
 /// reverse.
 struct Application {
-  Application(Host& host, const RunnerOptions& options, bool loads_start_tourney)
-      : room(host),
+  Application(Host& host, Outputs& its_outputs, const RunnerOptions& options,
+              bool loads_start_tourney)
+      : outputs(its_outputs),
+        room(host),
         emergency(host.files),
         interpreter({room, players, ExecutableDirectory()}),
         runner(room, options) {
@@ -71,6 +75,7 @@ struct Application {
     if (files.Exists(start_file)) room.file.With(hold).Load(*hold, start_file);
   }
 
+  Outputs& outputs;
   TourneyRoom room;
   EmergencyPlace emergency;
   PlayerDatabase players;
@@ -80,7 +85,10 @@ struct Application {
 
 /// Makes TheLog for as long as it lives.
 struct LogScope {
-  explicit LogScope(Host& host) : log(host, WriteConsole, WriteConsoleError) {
+  LogScope(Host& host, Outputs& outputs)
+      : log(
+            host, [&outputs](const std::string& text) { outputs.ToConsole(text); },
+            [&outputs](const std::string& text) { outputs.ToError(text); }) {
     TheLog = &log;
     log.AddFile(kLogFile);
   }
@@ -129,12 +137,28 @@ int PlayAsJob(const Host& host, const StartUp& start) {
 void TellOfGamesThatGoOn(Application& application) {
   const std::size_t games = application.runner.CountGames().under_way;
   if (games == 0) return;
-  WriteConsoleError("Games that go on by themselves: " + std::to_string(games) + "\n");
+  PrintError("Games that go on by themselves: " + std::to_string(games) + "\n");
+}
+
+/// Waits until the runner has nothing left to do, and shows how far it is when that is wanted.
+void AwaitRunner(Application& application, const StartUp& start) {
+  Runner& runner = application.runner;
+  if (!start.shows_progress) return runner.AwaitIdle();
+  const auto count = [&application] {
+    const Runner::Counts games = application.runner.CountGames();
+    RunCounts counts = CountRun(*application.room.shared.Take());
+    counts.playing = games.under_way;
+    counts.ended_here = games.judged;
+    return counts;
+  };
+  ProgressDisplay display(application.room.host.clock, application.outputs, count, ColumnsOfError);
+  runner.AwaitIdle([&display] { return display.Look(); });
+  display.End();
 }
 
 /// What the runner has still to do is done, then the tourney is saved. Returns what is missing.
-std::string AwaitRunner(Application& application) {
-  application.runner.AwaitIdle();
+std::string FinishRun(Application& application, const StartUp& start) {
+  AwaitRunner(application, start);
   if (TerminationRequested()) throw Terminated("asked to end while the runner was playing");
   const Hold hold = application.room.shared.Take();
   const bool is_saved = application.room.file.With(hold).AutoSave(*hold);
@@ -154,8 +178,10 @@ bool SaveTourney(Application& application, const Hold& hold) {
 }
 
 void SaveInEmergency(Application& application) {
-  WriteConsole("An exception has occurred and tourney will be closed.\n");
-  WriteConsole("Trying to save current tourney to file 'emergency.ini' in current directory.\n");
+  const std::string announcement =
+      "An exception has occurred and tourney will be closed.\n"
+      "Trying to save current tourney to file 'emergency.ini' in current directory.\n";
+  WriteConsole(announcement);
   EndProcessAfter(kEmergencySeconds);
   const Hold hold = application.room.shared.TakeForEmergency(kLockPatience);
   bool saved = false;
@@ -168,6 +194,7 @@ void SaveInEmergency(Application& application) {
   }
   // Last, for it matters least; if it fails, a file is left that the next command writes over.
   CallGuarded([] { TheLog->DropShellOutput(); });
+  CallGuarded([&] { application.outputs.NoteInEmergency(announcement); });
 }
 
 /// What is told or refused before anything is touched: the exit code then.
@@ -176,14 +203,9 @@ std::optional<int> AnswerAtOnce(const StartUp& start, FileSystem& files) {
     WriteConsole(start.wants_help ? CommandLineHelp() : VersionLine());
     return kAllPlayed;
   }
-  std::string error = start.error;
-  if (error.empty() && !start.resume.empty()) error = WhyNotResumed(files, start.resume);
-  if (error.empty() && start.gives_code && !start.script.empty() &&
-      !files.IsReadable(start.script)) {
-    error = "The script '" + start.script + "' cannot be read.";
-  }
-  if (error.empty()) return std::nullopt;
-  WriteConsoleError(error + "\n");
+  const std::string why = WhyRefused(start, files);
+  if (why.empty()) return std::nullopt;
+  WriteConsoleError(why + "\n");
   return kRefused;
 }
 
@@ -198,13 +220,14 @@ ExitCode Run(Application& application, const StartUp& start) {
       PrintText(Banner());
       is_refused = !ResumeTourney(application.room, start.resume);
     }
-    if (start.AwaitsEnd() && !is_refused) missing = AwaitRunner(application);
+    if (start.AwaitsEnd() && !is_refused) missing = FinishRun(application, start);
   });
   if (is_refused) return kRefused;
   if (ended_well) {
-    if (start.TellsEnd() && !missing.empty()) WriteConsoleError(missing);
+    if (start.TellsEnd() && !missing.empty()) PrintError(missing);
     return CodeOf(RunEnd::kDone, missing);
   }
+  application.outputs.Status().Clear();
   const bool is_asked = TerminationRequested() && !application.runner.HasDied();
   SaveInEmergency(application);
   return CodeOf(is_asked ? RunEnd::kAsked : RunEnd::kFault, missing);
@@ -218,8 +241,13 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
   if (const std::optional<int> code = AnswerAtOnce(start, host.files)) return *code;
   if (!start.play.empty()) return PlayAsJob(host, start);
   const FaultGuard guard;
-  const LogScope log(host);
-  Application application(host, HowToPlay(start), start.resume.empty());
+  Outputs outputs(WriteConsole, WriteConsoleError, IsOutputTerminal() && ColumnsOfError() > 0);
+  if (!start.log.empty() && !outputs.AddTimedLog(host, start.log)) {
+    WriteConsoleError("--log: '" + start.log + "' cannot be written to.\n");
+    return kRefused;
+  }
+  const LogScope log(host, outputs);
+  Application application(host, outputs, HowToPlay(start), start.resume.empty());
   const ExitCode code = Run(application, start);
   if (start.games > 0) TellOfGamesThatGoOn(application);
   return start.TellsEnd() ? code : kAsEver;

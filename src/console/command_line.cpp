@@ -132,6 +132,9 @@ class CommandLineReader {
       Fail("--resume takes no script and no keyboard, so '" + others_.front() +
            "' has no meaning beside it.");
     }
+    if (start_.shows_progress && !start_.AwaitsEnd()) {
+      Fail("--progress goes with --wait or --resume.");
+    }
     if (start_.gives_code && !start_.AwaitsEnd()) Fail("--exit-code goes with --wait.");
   }
 

@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "base/log.h"
 #include "base/text.h"
 #include "console/command_args.h"
@@ -13,9 +11,6 @@
 
 namespace tarvendo {
 namespace {
-
-/// In half points. Wider than any two scores lie apart, and it can be doubled.
-constexpr int kWidestBracket = 1000000000;
 
 const std::vector<OptionForm>& PairOptions() {
   static const std::vector<OptionForm> kForms = {
@@ -33,7 +28,7 @@ PairingRequest RequestOf(const GivenOptions& given) {
   PairingRequest request;
   request.automatic = given.options.empty();
   request.time_limit = given.Number("-ti");
-  request.size = given.Number("-si");
+  request.size.half_points = given.Number("-si");
   const bool has_direction = given.Has("-do") || given.Has("-up");
   request.down = !request.automatic && (given.Has("-do") || !has_direction);
   request.up = !request.automatic && (given.Has("-up") || !has_direction);
@@ -67,7 +62,7 @@ void DoCreateBrackets(CommandContext& context) {
   if (!given) return;
   CalculateStandings(context.tourney);
   const BracketMode mode = given->Has("-up") ? BracketMode::kPairUp : BracketMode::kPairDown;
-  const int width = std::clamp(given->Number("-si"), 0, kWidestBracket) * 2;
+  const BracketWidth width = WidthOf(BracketSize{given->Number("-si")});
   if (!CreateBrackets(context.tourney, context.brackets, width, mode)) {
     return Print("Can't create brackets. Maybe there are still games to be played?\n");
   }

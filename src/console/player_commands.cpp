@@ -127,7 +127,7 @@ void DoCreatePlayer(WaitingCommandContext& context) {
   texts.program_exe = Ask(context.input, "ProgramExe:");
   if (texts.program_exe.empty()) return Print("You should give the program exe!\n");
   texts.group = Ask(context.input, "Group:");
-  context.players.CreatePlayer(std::move(texts));
+  if (!context.players.CreatePlayer(std::move(texts))) Print("There are too many players.\n");
 }
 
 void DoDeletePlayer(CommandContext& context) {

@@ -6,10 +6,12 @@ namespace tarvendo {
 
 /// What the command line asks for. `console/long_options` tells what each long option is for.
 struct StartUp {
-  std::string script;       ///< empty: the keyboard
-  bool continues = false;   ///< the keyboard follows the script
-  bool waits = false;       ///< the end waits until the runner has nothing left to do
-  std::string resume;       ///< the tourney file to go on with, in place of commands
+  std::string script;      ///< empty: the keyboard
+  bool continues = false;  ///< the keyboard follows the script
+  bool waits = false;      ///< the end waits until the runner has nothing left to do
+  std::string resume;      ///< the tourney file to go on with, in place of commands
+  bool shows_progress = false;
+  std::string log;          ///< the file that gets what the console gets
   bool gives_code = false;  ///< the exit code tells how the run has ended
   int games = 0;     ///< so many at a time, without waits between them; 0: one at a time, unhurried
   int patience = 0;  ///< minutes with a silent debug file; 0 is for ever

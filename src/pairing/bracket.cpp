@@ -13,16 +13,16 @@ void Bracket::Add(int player_number, int colour_state) {
   ++free_count_;
 }
 
-void Bracket::Remove(std::size_t place) {
-  members_.Erase(PairingField::SeatOf(entries_[place].number));
-  entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(place));
+void Bracket::Remove(std::size_t index) {
+  members_.Erase(PairingField::SeatOf(entries_[index].number));
+  entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(index));
   --free_count_;
 }
 
-void Bracket::MoveDown(std::size_t place, Bracket& next) {
-  BracketEntry& entry = entries_[place];
+void Bracket::MoveDown(std::size_t index, Bracket& next) {
+  BracketEntry& entry = entries_[index];
   entry.absent = true;
-  floated_out_.push_back(place);
+  floated_out_.push_back(index);
   --free_count_;
   next.Add(entry.number, entry.colour_state);
   next.floaters_in_.push_back(entry.number);
@@ -42,31 +42,25 @@ void Bracket::Absorb(const Bracket& other) {
   free_count_ += other.free_count_;
 }
 
-void Bracket::RecordPair(std::size_t place, std::size_t other_place) {
-  entries_[place].partner = entries_[other_place].number;
-  entries_[other_place].partner = entries_[place].number;
+void Bracket::RecordPair(std::size_t index, std::size_t other_index) {
+  entries_[index].partner = entries_[other_index].number;
+  entries_[other_index].partner = entries_[index].number;
   free_count_ -= 2;
 }
 
-void Bracket::ForgetPair(std::size_t place) {
-  entries_[place].partner = kUnpaired;
+void Bracket::ForgetPair(std::size_t index) {
+  entries_[index].partner = kUnpaired;
 }
 
-std::size_t Bracket::PlaceOf(int player_number) const {
+std::size_t Bracket::EntryOf(int player_number) const {
   const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const BracketEntry& entry) {
     return entry.number == player_number;
   });
   return static_cast<std::size_t>(found - entries_.begin());
 }
 
-bool CanPair(const PairingField& field, const BracketEntry& entry, const BracketEntry& other,
-             ColourLevel level) {
-  if (entry.absent || other.absent || field.HasMet(entry.number, other.number)) return false;
-  return !field.ColoursCount() || ColoursAllowPair(entry.colour_state, other.colour_state, level);
-}
-
-bool HasPossiblePartner(const PairingField& field, const Bracket& bracket, std::size_t place) {
-  const Seat seat = PairingField::SeatOf(bracket.Entries()[place].number);
+bool HasPossiblePartner(const PairingField& field, const Bracket& bracket, std::size_t index) {
+  const Seat seat = PairingField::SeatOf(bracket.Entries()[index].number);
   return !bracket.Members().IsWithin(field.OpponentsOf(seat));
 }
 

@@ -43,17 +43,17 @@ class Bracket {
   /// stays in the list when it is moved on.
   const std::vector<int>& FloatersIn() const { return floaters_in_; }
 
-  /// The places (0-based) of the entries that were moved down to the next bracket, in that order.
+  /// The indices (0-based) of the entries that were moved down to the next bracket, in that order.
   const std::vector<std::size_t>& FloatedOut() const { return floated_out_; }
 
   /// Appends a free entry.
   void Add(int number, int colour_state);
 
-  /// Takes out the entry at that place (0-based), which must be free.
-  void Remove(std::size_t place);
+  /// Takes out the entry with that index (0-based), which must be free.
+  void Remove(std::size_t index);
 
-  /// Moves the free player at that place down into `next` for this attempt.
-  void MoveDown(std::size_t place, Bracket& next);
+  /// Moves the free player with that index down into `next` for this attempt.
+  void MoveDown(std::size_t index, Bracket& next);
 
   /// Takes the last move down back.
   void UndoMoveDown(Bracket& next);
@@ -61,15 +61,15 @@ class Bracket {
   /// Appends all entries of `other`, as they are.
   void Absorb(const Bracket& other);
 
-  /// Records the entries at these places as a pair.
-  void RecordPair(std::size_t place, std::size_t other_place);
+  /// Records these two entries as a pair.
+  void RecordPair(std::size_t index, std::size_t other_index);
 
   /// Forgets the pair of this entry, after its games have been planned. The entries do not count as
   /// free again: their players have their games.
-  void ForgetPair(std::size_t place);
+  void ForgetPair(std::size_t index);
 
-  /// The place of the first entry of that player; Size() when there is none.
-  std::size_t PlaceOf(int number) const;
+  /// The index of the first entry of that player; Size() when there is none.
+  std::size_t EntryOf(int number) const;
 
   int number = 0;                      ///< 1-based place in the chain
   ColourLevel level = kIgnoreColours;  ///< that of the last attempt to pair it
@@ -84,14 +84,8 @@ class Bracket {
 
 // The rules of a bracket.
 
-/// Whether these two of a bracket may be paired at that level: two entries that are present, of
-/// players who have not met and whose wishes for a colour do not forbid it.
-bool CanPair(const PairingField& field, const BracketEntry& entry, const BracketEntry& other,
-             ColourLevel level);
-
-/// Whether somebody else of the bracket can be paired with the entry at that place at the bracket's
-/// level of the making, which ignores colours.
-bool HasPossiblePartner(const PairingField& field, const Bracket& bracket, std::size_t place);
+/// Whether the entry with that index has not met somebody of the bracket. Colours do not count.
+bool HasPossiblePartner(const PairingField& field, const Bracket& bracket, std::size_t index);
 
 /// Whether the entry may be moved down: it is free and there is somebody in `next` that it has not
 /// met.

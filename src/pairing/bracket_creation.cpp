@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <optional>
 
+#include "platform/faults.h"
+
 namespace tarvendo {
 namespace {
 
-/// Wider than any difference of scores.
+/// In quarter points. Wider than any difference of scores.
 constexpr int kWidest = 1'000'000'000;
 
 int LastNumber(const PairingField& field) {
@@ -60,8 +62,8 @@ void RemoveEmptyBrackets(std::vector<Bracket>& brackets) {
   std::erase_if(brackets, [](const Bracket& bracket) { return bracket.Size() == 0; });
 }
 
-std::vector<Bracket> PairDownBands(const PairingField& field, int highest, int width) {
-  const int step = width + 1;
+/// A band takes in `step` different scores, and so does each of the bands below it.
+std::vector<Bracket> PairDownBands(const PairingField& field, int highest, int step) {
   const auto bands = static_cast<std::size_t>(highest / step) + 1;
   auto band_of = [&](const Contender& contender) -> std::optional<int> {
     if (contender.has_game_in_round) return std::nullopt;
@@ -72,8 +74,8 @@ std::vector<Bracket> PairDownBands(const PairingField& field, int highest, int w
   return brackets;
 }
 
-std::vector<Bracket> PairUpBands(const PairingField& field, int highest, int width) {
-  const int step = width + 1;
+/// The same from the lowest score up.
+std::vector<Bracket> PairUpBands(const PairingField& field, int highest, int step) {
   const int lowest = LowestPoints(field);
   const int bands = (highest - lowest) / step + 1;
   return SortIntoBands(field, static_cast<std::size_t>(bands),
@@ -87,20 +89,22 @@ std::vector<Bracket> PairUpBands(const PairingField& field, int highest, int wid
 /// other too, so nobody loses a possible partner by it and one look at each is enough.
 void MoveLonePlayers(const PairingField& field, Bracket& bracket, Bracket& next) {
   std::vector<std::size_t> lone;
-  for (std::size_t place = 0; place < bracket.Size(); ++place) {
-    if (!HasPossiblePartner(field, bracket, place)) lone.push_back(place);
+  for (std::size_t index = 0; index < bracket.Size(); ++index) {
+    EndWhenAsked();
+    if (!HasPossiblePartner(field, bracket, index)) lone.push_back(index);
   }
   for (std::size_t moved = 0; moved < lone.size(); ++moved) {
-    const std::size_t place = lone[moved] - moved;
-    const BracketEntry entry = bracket.Entries()[place];
-    bracket.Remove(place);
+    const std::size_t index = lone[moved] - moved;
+    const BracketEntry entry = bracket.Entries()[index];
+    bracket.Remove(index);
     next.Add(entry.number, entry.colour_state);
   }
 }
 
 bool HasLonePlayer(const PairingField& field, const Bracket& bracket) {
-  for (std::size_t place = 0; place < bracket.Size(); ++place) {
-    if (!HasPossiblePartner(field, bracket, place)) return true;
+  for (std::size_t index = 0; index < bracket.Size(); ++index) {
+    EndWhenAsked();
+    if (!HasPossiblePartner(field, bracket, index)) return true;
   }
   return false;
 }
@@ -121,7 +125,11 @@ void Number(std::vector<Bracket>& brackets) {
 
 }  // namespace
 
-std::vector<Bracket> MakeBrackets(const PairingField& field, int width, BracketMode mode) {
+BracketWidth WidthOf(BracketSize size) {
+  return BracketWidth{std::clamp(size.half_points, 0, kWidest / 2) * 2};
+}
+
+std::vector<Bracket> MakeBrackets(const PairingField& field, BracketWidth width, BracketMode mode) {
   std::vector<Bracket> brackets;
   if (mode == BracketMode::kOneBig) {
     brackets.push_back(OneBigBracket(field));
@@ -130,9 +138,9 @@ std::vector<Bracket> MakeBrackets(const PairingField& field, int width, BracketM
   }
   const std::optional<int> highest = HighestFreePoints(field);
   if (!highest) return brackets;
-  width = std::clamp(width, 0, kWidest);
-  brackets = mode == BracketMode::kPairDown ? PairDownBands(field, *highest, width)
-                                            : PairUpBands(field, *highest, width);
+  const int step = std::clamp(width.quarter_points, 0, kWidest) + 1;
+  brackets = mode == BracketMode::kPairDown ? PairDownBands(field, *highest, step)
+                                            : PairUpBands(field, *highest, step);
   for (std::size_t i = 0; i + 1 < brackets.size(); ++i) {
     MoveLonePlayers(field, brackets[i], brackets[i + 1]);
   }

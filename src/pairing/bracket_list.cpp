@@ -6,9 +6,11 @@
 
 #include "base/log.h"
 #include "base/text.h"
+#include "pairing/bracket_pairing.h"
 #include "pairing/chain_search.h"
-#include "pairing/tourney_field.h"
+#include "pairing/colour_rules.h"
 #include "platform/clock.h"
+#include "platform/faults.h"
 #include "tourney/rounds.h"
 #include "tourney/tourney.h"
 
@@ -55,11 +57,46 @@ void CreateGamesOf(Tourney& tourney, Bracket& bracket, ColourToggle& toggle) {
     AddGamesOf(tourney, pair);
 }
 
+/// Whether the player of `entry` gets White against that of `other`.
+bool GetsWhite(const BracketEntry& entry, const BracketEntry& other, ColourToggle& toggle) {
+  if (entry.colour_state == other.colour_state) return toggle.FirstGetsWhite();
+  if (entry.colour_state > other.colour_state) return IsDueWhite(entry.colour_state);
+  return !IsDueWhite(other.colour_state);
+}
+
+std::vector<std::size_t> EntriesBySeat(const Bracket& bracket, std::size_t seats) {
+  std::vector<std::size_t> entry_of(seats, bracket.Size());
+  for (std::size_t index = 0; index < bracket.Size(); ++index) {
+    const BracketEntry& entry = bracket.Entries()[index];
+    if (!entry.absent) entry_of[PairingField::SeatOf(entry.number)] = index;
+  }
+  return entry_of;
+}
+
 }  // namespace
+
+std::vector<ColouredPair> TakePairs(Bracket& bracket, ColourToggle& toggle) {
+  std::vector<ColouredPair> pairs;
+  const std::size_t seats = bracket.Members().WordCount() * PlayerSet::kWordBits;
+  const std::vector<std::size_t> entry_of = EntriesBySeat(bracket, seats);
+  for (std::size_t index = 0; index < bracket.Size(); ++index) {
+    const BracketEntry entry = bracket.Entries()[index];
+    if (!entry.IsPaired()) continue;
+    const std::size_t other_index = entry_of[PairingField::SeatOf(entry.partner)];
+    const BracketEntry other = bracket.Entries()[other_index];
+    bracket.ForgetPair(index);
+    bracket.ForgetPair(other_index);
+    const bool white = GetsWhite(entry, other, toggle);
+    pairs.push_back(white ? ColouredPair{entry.number, other.number}
+                          : ColouredPair{other.number, entry.number});
+  }
+  return pairs;
+}
 
 BracketList::BracketList(Clock& host_clock) : clock([&host_clock] { return host_clock.Now(); }) {}
 
-bool CreateBrackets(const PairingField& field, BracketList& brackets, int width, BracketMode mode) {
+bool CreateBrackets(const PairingField& field, BracketList& brackets, BracketWidth width,
+                    BracketMode mode) {
   brackets.chain = MakeBrackets(field, width, mode);
   if (brackets.chain.empty()) return false;
   if (mode != BracketMode::kOneBig) {
@@ -68,7 +105,8 @@ bool CreateBrackets(const PairingField& field, BracketList& brackets, int width,
   return true;
 }
 
-bool CreateBrackets(const Tourney& tourney, BracketList& brackets, int width, BracketMode mode) {
+bool CreateBrackets(const Tourney& tourney, BracketList& brackets, BracketWidth width,
+                    BracketMode mode) {
   return CreateBrackets(MakePairingField(tourney), brackets, width, mode);
 }
 
@@ -82,8 +120,10 @@ void ShowBrackets(const Tourney& tourney, const BracketList& brackets) {
 std::string BracketText(const Tourney& tourney, const Bracket& bracket) {
   if (bracket.Size() == 0) return std::string();
   std::string text = HeaderText(tourney, bracket);
-  for (const BracketEntry& entry : bracket.Entries())
+  for (const BracketEntry& entry : bracket.Entries()) {
+    EndWhenAsked();
     text += EntryText(tourney, entry);
+  }
   return text;
 }
 

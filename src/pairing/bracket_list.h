@@ -5,7 +5,6 @@
 
 #include "pairing/bracket.h"
 #include "pairing/bracket_creation.h"
-#include "pairing/bracket_games.h"
 #include "pairing/pairing_clock.h"
 #include "pairing/pairing_field.h"
 
@@ -13,6 +12,34 @@ namespace tarvendo {
 
 class Clock;
 class Tourney;
+
+/// A pair with its colours: participants' numbers.
+struct ColouredPair {
+  int white = 0;
+  int black = 0;
+
+  bool operator==(const ColouredPair&) const = default;
+};
+
+/// Decides between two players with the same wish for a colour: by turns, as long as the program
+/// runs.
+class ColourToggle {
+ public:
+  /// Whether the player who stands first gets White; the next answer is the other one. The first is
+  /// no.
+  bool FirstGetsWhite() {
+    const bool answer = first_gets_white_;
+    first_gets_white_ = !first_gets_white_;
+    return answer;
+  }
+
+ private:
+  bool first_gets_white_ = false;
+};
+
+/// Takes the pairs out of a bracket, in the order of entries, and gives them colours: the one with
+/// the greater wish gets what it is due, between equal wishes the toggle decides.
+std::vector<ColouredPair> TakePairs(Bracket& bracket, ColourToggle& toggle);
 
 /// The score groups of the round to be paired, from the first to be paired to the last, with what
 /// outlives them: the clock of the search and the turn of the colours. There is one for the
@@ -30,14 +57,15 @@ class BracketList {
   ColourToggle toggle;
 };
 
-/// Builds the brackets anew for the current round (bracket_creation.h); `width` is in quarter
-/// points. Prints
-/// "%d brackets created.\n", for one big bracket nothing. False, and no brackets, when everybody
-/// has a game in the round.
-bool CreateBrackets(const Tourney& tourney, BracketList& brackets, int width, BracketMode mode);
+/// Builds the brackets anew for the current round (bracket_creation.h). Prints "%d brackets
+/// created.\n", for one big bracket nothing. False, and no brackets, when everybody has a game in
+/// the round.
+bool CreateBrackets(const Tourney& tourney, BracketList& brackets, BracketWidth width,
+                    BracketMode mode);
 
 /// The same with a field that is known already.
-bool CreateBrackets(const PairingField& field, BracketList& brackets, int width, BracketMode mode);
+bool CreateBrackets(const PairingField& field, BracketList& brackets, BracketWidth width,
+                    BracketMode mode);
 
 /// Prints all brackets that have entries, as BracketText tells them.
 void ShowBrackets(const Tourney& tourney, const BracketList& brackets);

@@ -17,4 +17,8 @@ bool PairBracketLevels(LevelGraphs& graphs, Bracket& bracket, PairingClock& cloc
 /// that the others do. `scratch` is any matching of the field.
 bool CanBePaired(LevelGraphs& graphs, const Bracket& bracket, Matching& scratch);
 
+/// Pairs one bracket by itself, within the limit of the clock, which it restarts. False, and no
+/// pairs, when it cannot be done.
+bool PairSingleBracket(const PairingField& field, Bracket& bracket, PairingClock& clock);
+
 }  // namespace tarvendo

@@ -3,9 +3,9 @@
 // A search that succeeds has paired everybody from its bracket on; a pair is made inside one
 // bracket, after both players have floated there. So it must fail when
 //   - the players cannot all be paired, brackets or not;
-//   - the brackets up to some place leave more players over than may float out of there, or those
+//   - the brackets up to some one leave more players over than may float out of there, or those
 //     behind it leave more over than may float in, or a run of brackets between leaves more over
-//     than may float in and out together (floater_limits.h);
+//     than may float in and out together (FloaterLimits);
 //   - while floaters are chosen: the players cannot all be paired when those who are known to stay
 //     meet only in the bracket and those who are known to go only behind it.
 // Example: the last bracket has two players who have met, and only one floater may come in. One of
@@ -41,29 +41,67 @@ EntryKinds SortEntries(const Bracket& bracket, std::size_t decided, std::size_t 
   return kinds;
 }
 
+/// Whether no larger count of floaters is tried behind this one.
+bool IsLastCount(std::size_t count, std::size_t entries) {
+  return count >= entries || 2 * count > entries;
+}
+
+/// The most floaters that leave a bracket of so many entries, whatever is asked for.
+std::size_t MostFrom(std::size_t entries) {
+  std::size_t count = entries % 2;
+  while (!IsLastCount(count, entries))
+    count += 2;
+  return count;
+}
+
 }  // namespace
+
+FloaterLimits::FloaterLimits(const std::vector<Bracket>& brackets, std::size_t first,
+                             std::size_t most)
+    : first_(first) {
+  std::size_t players = 0;
+  std::size_t handed_on = most;
+  std::size_t coming = 0;
+  for (std::size_t index = first_; index < brackets.size(); ++index) {
+    players += brackets[index].Size();
+    const std::size_t parity = players % 2;
+    if (handed_on % 2 != parity && handed_on > 0) --handed_on;
+    const std::size_t asked_for = std::max(handed_on, parity);
+    coming = std::min(asked_for, MostFrom(brackets[index].Size() + coming));
+    limits_.push_back(coming);
+  }
+}
+
+std::vector<std::size_t> FloaterCounts(std::size_t entries, std::size_t first, std::size_t most) {
+  std::vector<std::size_t> counts;
+  for (std::size_t count = first; count <= most; count += 2) {
+    counts.push_back(count);
+    if (IsLastCount(count, entries)) break;
+  }
+  return counts;
+}
 
 ChainOutlook::ChainOutlook(const PairGraph& graph, const std::vector<Bracket>& brackets)
     : graph_(graph), brackets_(brackets), wide_(graph.SeatCount()) {
   for (const Bracket& bracket : brackets)
     own_.push_back(bracket.Members());
   from_ = own_;
-  for (std::size_t place = from_.size() - 1; place-- > 0;)
-    from_[place] |= from_[place + 1];
+  for (std::size_t index = from_.size() - 1; index-- > 0;)
+    from_[index] |= from_[index + 1];
 }
 
-bool ChainOutlook::AllCanBePaired(std::size_t place) {
-  PlayerSet players = from_[place];
-  players |= brackets_[place].Members();
+bool ChainOutlook::AllCanBePaired(std::size_t index) {
+  PlayerSet players = from_[index];
+  players |= brackets_[index].Members();
   return wide_.MakePerfect(MatchProblem(graph_, players));
 }
 
-std::vector<std::size_t> ChainOutlook::MustFloat(std::size_t place) {
+std::vector<std::size_t> ChainOutlook::MustFloat(std::size_t index) {
   std::vector<std::size_t> must_float;
-  MatchProblem problem(graph_, brackets_[place].Members());
+  MatchProblem problem(graph_, brackets_[index].Members());
   Matching matching(graph_.SeatCount());
-  for (std::size_t last = place; last + 1 < brackets_.size(); ++last) {
-    if (last > place) own_[last].ForEach([&](Seat seat) { problem.Insert(seat, 0); });
+  for (std::size_t last = index; last + 1 < brackets_.size(); ++last) {
+    if (last > index) own_[last].ForEach([&](Seat seat) { problem.Insert(seat, 0); });
     must_float.push_back(matching.MakeLargest(problem));
   }
   return must_float;
@@ -73,9 +111,9 @@ void ChainOutlook::CountNeededFromAbove() {
   needed_from_above_.assign(brackets_.size(), 0);
   MatchProblem problem(graph_, own_.back());
   Matching matching(graph_.SeatCount());
-  for (std::size_t place = brackets_.size() - 1; place > 0; --place) {
-    needed_from_above_[place] = matching.MakeLargest(problem);
-    own_[place - 1].ForEach([&](Seat seat) { problem.Insert(seat, 0); });
+  for (std::size_t index = brackets_.size() - 1; index > 0; --index) {
+    needed_from_above_[index] = matching.MakeLargest(problem);
+    own_[index - 1].ForEach([&](Seat seat) { problem.Insert(seat, 0); });
   }
 }
 
@@ -92,8 +130,8 @@ void ChainOutlook::CountLeftOver() {
   }
 }
 
-bool ChainOutlook::RunsSuffice(std::size_t place, const FloaterLimits& limits) const {
-  for (std::size_t first = place + 1; first < brackets_.size(); ++first) {
+bool ChainOutlook::RunsSuffice(std::size_t index, const FloaterLimits& limits) const {
+  for (std::size_t first = index + 1; first < brackets_.size(); ++first) {
     for (std::size_t more = 0; more < left_over_[first].size(); ++more) {
       const std::size_t floaters = limits.Of(first - 1) + limits.Of(first + more);
       if (left_over_[first][more] > floaters) return false;
@@ -102,24 +140,24 @@ bool ChainOutlook::RunsSuffice(std::size_t place, const FloaterLimits& limits) c
   return true;
 }
 
-bool ChainOutlook::LimitsSuffice(std::size_t place, const std::vector<std::size_t>& must_float,
+bool ChainOutlook::LimitsSuffice(std::size_t index, const std::vector<std::size_t>& must_float,
                                  const FloaterLimits& limits) {
-  for (std::size_t last = place; last + 1 < brackets_.size(); ++last) {
+  for (std::size_t last = index; last + 1 < brackets_.size(); ++last) {
     const std::size_t limit = limits.Of(last);
-    if (must_float[last - place] > limit || NeededFromAbove(last + 1) > limit) return false;
+    if (must_float[last - index] > limit || NeededFromAbove(last + 1) > limit) return false;
   }
   if (left_over_.empty()) CountLeftOver();
-  return RunsSuffice(place, limits);
+  return RunsSuffice(index, limits);
 }
 
-std::size_t ChainOutlook::NeededFromAbove(std::size_t place) {
+std::size_t ChainOutlook::NeededFromAbove(std::size_t index) {
   if (needed_from_above_.empty()) CountNeededFromAbove();
-  return needed_from_above_[place];
+  return needed_from_above_[index];
 }
 
-bool ChainOutlook::ChoiceCanWork(std::size_t place, std::size_t decided) {
-  const EntryKinds kinds = SortEntries(brackets_[place], decided, graph_.SeatCount());
-  PlayerSet behind = from_[place + 1];
+bool ChainOutlook::ChoiceCanWork(std::size_t index, std::size_t decided) {
+  const EntryKinds kinds = SortEntries(brackets_[index], decided, graph_.SeatCount());
+  PlayerSet behind = from_[index + 1];
   behind |= kinds.going;
   MatchProblem problem(graph_);
   const std::size_t staying = problem.AddGroup(kinds.staying);

@@ -1,34 +1,17 @@
-// Pairing a chain of brackets.
-//
-// Each bracket is paired by itself; players who find no partner in it float into the next one. The
-// rules of the search, in the order in which its choices are made:
-//
-//   First pass (mode kFirstPass): a bracket with an even number of players is paired as it is, one
-//   with an odd number after one player has floated, the first in the order of entries with whom
-//   the rest works. Floater pass (mode kFloaters, up to k): more floaters, two by two, the same
-//   number at the most in every bracket behind. Full pass (mode kFull): any number of floaters up
-//   to half of the bracket, with all means behind. Merge (mode kFull): the bracket and all that
-//   follow become one.
-//
-// The answer is the first that these choices reach. What makes it quick leaves the answer as it is:
-//   - A choice is not followed when the outlook (chain_outlook.h) or the memory (search_memory.h)
-//   knows
-//     that it fails. In full mode nothing else fails: the outlook's "all can be paired" is what the
-//     merge needs, so the first choice that it lets through is final, and a pass is never repeated.
-//   - While it chooses, the search asks only whether a bracket can be paired. The pairs are made
-//   once,
-//     at the end.
+// Pairing a chain of brackets. docs/swiss-search.md tells what is searched for, what is left out of
+// the search and why the answer is the same without it.
 
 #include "pairing/chain_search.h"
 
 #include <algorithm>
+#include <map>
+#include <optional>
+#include <utility>
 
 #include "pairing/bracket_pairing.h"
 #include "pairing/chain_outlook.h"
-#include "pairing/floater_limits.h"
 #include "pairing/matching.h"
 #include "pairing/pair_graph.h"
-#include "pairing/search_memory.h"
 
 namespace tarvendo {
 namespace {
@@ -40,9 +23,31 @@ bool IsFinal(PairingCode code) {
   return code == PairingCode::kPaired || code == PairingCode::kTimeOut;
 }
 
+/// What the search has found out about a bracket with the floaters that came in, the brackets
+/// behind it being as they were made. A failed search leaves no trace in the brackets, so it would
+/// fail again.
+struct SearchRecord {
+  std::optional<bool> all_can_be_paired;
+  std::vector<std::size_t> must_float;  ///< see ChainOutlook; empty until it is asked for
+  bool first_pass_failed = false;
+  std::size_t failed_with_floaters = 0;  ///< the largest number that the floater pass failed with
+};
+
+/// The records of one search. References stay good.
+class SearchMemory {
+ public:
+  /// `index` is the bracket's in the chain.
+  SearchRecord& Of(std::size_t index, const Bracket& bracket) {
+    return records_[{index, bracket.FloatersIn()}];
+  }
+
+ private:
+  std::map<std::pair<std::size_t, std::vector<int>>, SearchRecord> records_;
+};
+
 /// Floaters to be chosen in one bracket.
 struct FloaterChoice {
-  std::size_t place;  ///< of the bracket in the chain, 0-based
+  std::size_t index;  ///< the bracket's in the chain, from 0
   SearchMode mode;    ///< of the search behind it
   std::size_t most;   ///< k of the search behind it
   std::size_t count;  ///< how many are to be chosen
@@ -67,90 +72,90 @@ class ChainSearch {
   }
 
  private:
-  bool IsLast(std::size_t place) const { return place + 1 == chain_.size(); }
-  bool HasEvenCount(std::size_t place) const { return chain_[place].FreeCount() % 2 == 0; }
-  SearchRecord& RecordOf(std::size_t place) { return memory_.Of(place, chain_[place]); }
+  bool IsLast(std::size_t index) const { return index + 1 == chain_.size(); }
+  bool HasEvenCount(std::size_t index) const { return chain_[index].FreeCount() % 2 == 0; }
+  SearchRecord& RecordOf(std::size_t index) { return memory_.Of(index, chain_[index]); }
 
-  /// Places the players of the chain from `place` on; `most` is k.
-  PairingCode PairChain(std::size_t place, SearchMode mode, std::size_t most) {
-    if (clock_.CountedIsTimedOut()) return PairingCode::kTimeOut;
-    if (IsLast(place)) return PairHere(place, mode, most);
-    if (!AllCanBePaired(place)) return PairingCode::kMergeFailed;
-    PairingCode code = FirstPass(place);
+  /// Tells where the players of the chain from `index` on go; `most` is k.
+  PairingCode PairChain(std::size_t index, SearchMode mode, std::size_t most) {
+    if (clock_.IsTimedOut()) return PairingCode::kTimeOut;
+    if (IsLast(index)) return PairHere(index, mode, most);
+    if (!AllCanBePaired(index)) return PairingCode::kMergeFailed;
+    PairingCode code = FirstPass(index);
     if (IsFinal(code) || mode == SearchMode::kFirstPass) return code;
-    code = FloaterPass(place, most);
+    code = FloaterPass(index, most);
     if (IsFinal(code) || mode == SearchMode::kFloaters) return code;
-    code = FullPass(place);
-    return IsFinal(code) ? code : MergeFrom(place);
+    code = FullPass(index);
+    return IsFinal(code) ? code : MergeFrom(index);
   }
 
-  PairingCode FirstPass(std::size_t place) {
-    SearchRecord& record = RecordOf(place);
+  PairingCode FirstPass(std::size_t index) {
+    SearchRecord& record = RecordOf(index);
     if (record.first_pass_failed) return PairingCode::kNotPaired;
-    const FloaterLimits limits(chain_, place, 0);
+    const FloaterLimits limits(chain_, index, 0);
     PairingCode code = PairingCode::kNotPaired;
-    if (LimitsCanWork(place, limits)) {
-      code = HasEvenCount(place) ? PairHere(place, SearchMode::kFirstPass, 0)
-                                 : TryFloatDown(place, SearchMode::kFirstPass, 1);
+    if (LimitsCanWork(index, limits)) {
+      code = HasEvenCount(index) ? PairHere(index, SearchMode::kFirstPass, 0)
+                                 : TryFloatDown(index, SearchMode::kFirstPass, 1);
     }
     record.first_pass_failed = code != PairingCode::kPaired;
     return code;
   }
 
-  PairingCode FloaterPass(std::size_t place, std::size_t most) {
-    SearchRecord& record = RecordOf(place);
+  PairingCode FloaterPass(std::size_t index, std::size_t most) {
+    SearchRecord& record = RecordOf(index);
     // More floaters than there are players change nothing.
-    const std::size_t useful = std::min(most, PlayersFrom(place) + 2);
-    for (std::size_t count = HasEvenCount(place) ? 2 : 1; count <= useful; count += 2) {
+    const std::size_t useful = std::min(most, PlayersFrom(index) + 2);
+    for (std::size_t count = HasEvenCount(index) ? 2 : 1; count <= useful; count += 2) {
       if (count <= record.failed_with_floaters) continue;
-      const PairingCode code = PassWithFloaters(place, count);
+      const PairingCode code = PassWithFloaters(index, count);
       if (IsFinal(code)) return code;
       record.failed_with_floaters = count;
     }
     return PairingCode::kFloatersExhausted;
   }
 
-  PairingCode PassWithFloaters(std::size_t place, std::size_t count) {
-    const FloaterLimits limits(chain_, place, count);
-    if (!LimitsCanWork(place, limits)) return PairingCode::kFloatersExhausted;
-    if (HasEvenCount(place)) {
-      const PairingCode code = PairHere(place, SearchMode::kFloaters, count);
+  PairingCode PassWithFloaters(std::size_t index, std::size_t count) {
+    const FloaterLimits limits(chain_, index, count);
+    if (!LimitsCanWork(index, limits)) return PairingCode::kFloatersExhausted;
+    if (HasEvenCount(index)) {
+      const PairingCode code = PairHere(index, SearchMode::kFloaters, count);
       if (IsFinal(code)) return code;
     }
-    return TryFloatDown(place, SearchMode::kFloaters, count);
+    return TryFloatDown(index, SearchMode::kFloaters, count);
   }
 
-  PairingCode FullPass(std::size_t place) {
-    const std::size_t entries = chain_[place].Size();
-    const PairingCode code = PairHere(place, SearchMode::kFull, entries);
+  PairingCode FullPass(std::size_t index) {
+    const std::size_t entries = chain_[index].Size();
+    const PairingCode code = PairHere(index, SearchMode::kFull, entries);
     if (IsFinal(code)) return code;
-    return TryFloatDown(place, SearchMode::kFull, entries);
+    return TryFloatDown(index, SearchMode::kFull, entries);
   }
 
   /// Makes one bracket of this and all that follow. The outlook has seen that it can be paired.
-  PairingCode MergeFrom(std::size_t place) {
-    for (std::size_t next = place + 1; next < chain_.size(); ++next) {
-      chain_[place].Absorb(chain_[next]);
+  PairingCode MergeFrom(std::size_t index) {
+    for (std::size_t next = index + 1; next < chain_.size(); ++next) {
+      chain_[index].Absorb(chain_[next]);
     }
-    chain_.erase(chain_.begin() + static_cast<std::ptrdiff_t>(place) + 1, chain_.end());
+    chain_.erase(chain_.begin() + static_cast<std::ptrdiff_t>(index) + 1, chain_.end());
     return PairingCode::kPaired;
   }
 
   /// Keeps all players of the bracket in it.
-  PairingCode PairHere(std::size_t place, SearchMode mode, std::size_t most) {
-    if (!HasEvenCount(place)) return PairingCode::kOddCount;
-    if (!CanBePaired(graphs_, chain_[place], scratch_)) return PairingCode::kNotPaired;
-    if (IsLast(place)) return PairingCode::kPaired;
-    const PairingCode code = PairChain(place + 1, mode, most);
+  PairingCode PairHere(std::size_t index, SearchMode mode, std::size_t most) {
+    if (!HasEvenCount(index)) return PairingCode::kOddCount;
+    if (!CanBePaired(graphs_, chain_[index], scratch_)) return PairingCode::kNotPaired;
+    if (IsLast(index)) return PairingCode::kPaired;
+    const PairingCode code = PairChain(index + 1, mode, most);
     return IsFinal(code) ? code : PairingCode::kRestFailed;
   }
 
   /// Moves players of the bracket down, fewer before more.
-  PairingCode TryFloatDown(std::size_t place, SearchMode mode, std::size_t most) {
-    const std::size_t first = chain_[place].FreeCount() % 2;
-    for (const std::size_t count : FloaterCounts(chain_[place].Size(), first, most)) {
-      if (count == 0 || count < FewestFloaters(place)) continue;
-      const PairingCode code = ChooseFloaters({place, mode, most, count}, 0);
+  PairingCode TryFloatDown(std::size_t index, SearchMode mode, std::size_t most) {
+    const std::size_t first = chain_[index].FreeCount() % 2;
+    for (const std::size_t count : FloaterCounts(chain_[index].Size(), first, most)) {
+      if (count == 0 || count < FewestFloaters(index)) continue;
+      const PairingCode code = ChooseFloaters({index, mode, most, count}, 0);
       if (IsFinal(code)) return code;
     }
     return PairingCode::kFloatersExhausted;
@@ -159,8 +164,8 @@ class ChainSearch {
   /// Goes through the ways to float the players that are still missing, out of the entries from
   /// `from` on, in the order of entries.
   PairingCode ChooseFloaters(const FloaterChoice& choice, std::size_t from) {
-    Bracket& bracket = chain_[choice.place];
-    Bracket& next = chain_[choice.place + 1];
+    Bracket& bracket = chain_[choice.index];
+    Bracket& next = chain_[choice.index + 1];
     const std::size_t missing = choice.count - bracket.FloatedOut().size();
     if (missing == 0) return PairWithFloaters(choice);
     for (std::size_t entry = from; entry + missing <= bracket.Size(); ++entry) {
@@ -178,41 +183,41 @@ class ChainSearch {
   }
 
   PairingCode PairWithFloaters(const FloaterChoice& choice) {
-    if (!CanBePaired(graphs_, chain_[choice.place], scratch_)) return PairingCode::kNotPaired;
-    return PairChain(choice.place + 1, choice.mode, choice.most);
+    if (!CanBePaired(graphs_, chain_[choice.index], scratch_)) return PairingCode::kNotPaired;
+    return PairChain(choice.index + 1, choice.mode, choice.most);
   }
 
   /// In full mode only, where it proves that a choice is final. The other modes have limits, which
   /// tell nearly as much at once.
   bool ChoiceCanWork(const FloaterChoice& choice, std::size_t decided) {
-    return choice.mode != SearchMode::kFull || outlook_.ChoiceCanWork(choice.place, decided);
+    return choice.mode != SearchMode::kFull || outlook_.ChoiceCanWork(choice.index, decided);
   }
 
-  bool AllCanBePaired(std::size_t place) {
-    std::optional<bool>& answer = RecordOf(place).all_can_be_paired;
-    if (!answer) answer = outlook_.AllCanBePaired(place);
+  bool AllCanBePaired(std::size_t index) {
+    std::optional<bool>& answer = RecordOf(index).all_can_be_paired;
+    if (!answer) answer = outlook_.AllCanBePaired(index);
     return *answer;
   }
 
-  bool LimitsCanWork(std::size_t place, const FloaterLimits& limits) {
-    return outlook_.LimitsSuffice(place, MustFloat(place), limits);
+  bool LimitsCanWork(std::size_t index, const FloaterLimits& limits) {
+    return outlook_.LimitsSuffice(index, MustFloat(index), limits);
   }
 
-  const std::vector<std::size_t>& MustFloat(std::size_t place) {
-    std::vector<std::size_t>& must_float = RecordOf(place).must_float;
-    if (must_float.empty()) must_float = outlook_.MustFloat(place);
+  const std::vector<std::size_t>& MustFloat(std::size_t index) {
+    std::vector<std::size_t>& must_float = RecordOf(index).must_float;
+    if (must_float.empty()) must_float = outlook_.MustFloat(index);
     return must_float;
   }
 
   /// With fewer floaters, either this bracket or those behind it cannot be paired.
-  std::size_t FewestFloaters(std::size_t place) {
-    return std::max(MustFloat(place).front(), outlook_.NeededFromAbove(place + 1));
+  std::size_t FewestFloaters(std::size_t index) {
+    return std::max(MustFloat(index).front(), outlook_.NeededFromAbove(index + 1));
   }
 
-  std::size_t PlayersFrom(std::size_t place) const {
+  std::size_t PlayersFrom(std::size_t index) const {
     std::size_t players = 0;
-    for (; place < chain_.size(); ++place)
-      players += chain_[place].Size();
+    for (; index < chain_.size(); ++index)
+      players += chain_[index].Size();
     return players;
   }
 
@@ -246,12 +251,6 @@ PairingCode PairBracketChain(const PairingField& field, std::vector<Bracket>& ch
   const PairingCode code = ChainSearch(field, chain, graphs, clock).Run();
   if (code != PairingCode::kPaired) chain = as_made;
   return code;
-}
-
-bool PairSingleBracket(const PairingField& field, Bracket& bracket, PairingClock& clock) {
-  clock.Restart();
-  LevelGraphs graphs(field, {bracket});
-  return PairBracketLevels(graphs, bracket, clock);
 }
 
 }  // namespace tarvendo

@@ -23,12 +23,8 @@ enum class PairingCode {
 /// Pairs a chain of brackets as MakeBrackets left it, within the limit of the clock, which it
 /// restarts. On success every bracket holds its pairs; players who floated are absent in the
 /// brackets they left, and brackets that were merged are one. Otherwise the chain is as it was.
-/// Prints nothing. See chain_search.cpp.
+/// Prints nothing. See docs/swiss-search.md.
 PairingCode PairBracketChain(const PairingField& field, std::vector<Bracket>& chain,
                              PairingClock& clock);
-
-/// Pairs one bracket by itself, within the limit of the clock, which it restarts. False, and no
-/// pairs, when it cannot be done.
-bool PairSingleBracket(const PairingField& field, Bracket& bracket, PairingClock& clock);
 
 }  // namespace tarvendo

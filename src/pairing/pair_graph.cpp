@@ -25,11 +25,6 @@ std::map<int, PlayerSet> ForbiddenByColour(const PlayerSet& players,
 
 }  // namespace
 
-void PairGraph::Allow(Seat seat, Seat other) {
-  partners_[seat].Insert(other);
-  partners_[other].Insert(seat);
-}
-
 LevelGraphs::LevelGraphs(const PairingField& field, const std::vector<Bracket>& brackets)
     : field_(field), players_(field.Size()), colour_states_(field.Size(), kNoColourWish) {
   for (const Bracket& bracket : brackets) {

@@ -17,8 +17,6 @@ class PairGraph {
   /// A graph without any pair.
   explicit PairGraph(std::size_t seats) : partners_(seats, PlayerSet(seats)) {}
 
-  void Allow(Seat seat, Seat other);
-
   std::size_t SeatCount() const { return partners_.size(); }
   bool IsAllowed(Seat seat, Seat other) const { return partners_[seat].Contains(other); }
 

@@ -4,6 +4,8 @@
 #include <functional>
 #include <utility>
 
+#include "platform/faults.h"
+
 namespace tarvendo {
 
 /// The time that one search may take. Read by one thread.
@@ -23,30 +25,21 @@ class PairingClock {
   void Restart() {
     start_ = now_();
     is_timed_out_ = false;
-    checks_ = 0;
   }
 
   /// Whether more than the limit has passed since the start. Once out, it stays out until Restart.
+  /// Throws Terminated when the process is asked to end meanwhile (platform/faults.h).
   bool IsTimedOut() {
+    EndWhenAsked();
     if (!is_timed_out_ && now_() - start_ > limit_) is_timed_out_ = true;
     return is_timed_out_;
   }
-
-  /// The same, counting the check.
-  bool CountedIsTimedOut() {
-    ++checks_;
-    return IsTimedOut();
-  }
-
-  /// How many counted checks there were since the start.
-  std::int64_t Checks() const { return checks_; }
 
  private:
   SecondsSource now_;
   int limit_ = kDefaultLimit;
   std::int64_t start_ = 0;
   bool is_timed_out_ = false;
-  std::int64_t checks_ = 0;
 };
 
 }  // namespace tarvendo

@@ -8,6 +8,8 @@
 
 namespace tarvendo {
 
+class Tourney;
+
 /// What the pairing knows of one participant.
 struct Contender {
   int points = 0;                    ///< quarter points
@@ -36,21 +38,20 @@ class PairingField {
     return contenders_[static_cast<std::size_t>(number - 1)];
   }
 
-  /// Whether the two have met. Everybody has met himself.
-  bool HasMet(int number, int other_number) const {
-    return opponents_[SeatOf(number)].Contains(SeatOf(other_number));
-  }
-
   /// All that the player at that seat has met, himself included.
   const PlayerSet& OpponentsOf(Seat seat) const { return opponents_[seat]; }
 
   static Seat SeatOf(int number) { return static_cast<Seat>(number - 1); }
-  static int NumberOf(Seat seat) { return static_cast<int>(seat) + 1; }
 
  private:
   std::vector<Contender> contenders_;
   int sub_rounds_;
   std::vector<PlayerSet> opponents_;
 };
+
+/// The field of the tourney's current round. Who has met whom is read from the histories, once: two
+/// with a READY game between them, in either colour. In the last round of a Swiss tourney nobody
+/// has a wish for a colour. The standings must have been computed.
+PairingField MakePairingField(const Tourney& tourney);
 
 }  // namespace tarvendo

@@ -7,7 +7,7 @@
 
 namespace tarvendo {
 
-/// The place of a player in the participant list, counted from 0: the player's number less 1.
+/// A player's index in the participant list, from 0: the player's number less 1.
 using Seat = std::size_t;
 
 /// No player.

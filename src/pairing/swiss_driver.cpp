@@ -5,23 +5,15 @@
 
 #include "base/log.h"
 #include "pairing/bracket_list.h"
-#include "pairing/tourney_field.h"
 #include "tourney/standings.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {
 namespace {
 
-/// Far wider than any difference of scores, and its double is still a number.
-constexpr int kWidestSize = 500'000'000;
-
-/// The size in half points as a width in quarter points, as it is shown.
-int QuarterPointsOf(int size) {
-  return static_cast<int>(2U * static_cast<unsigned>(size));
-}
-
-int WidthOf(int size) {
-  return std::clamp(size, 0, kWidestSize) * 2;
+/// A size as the user is shown it: in quarter points, and as it was typed.
+int ShownQuarterPoints(BracketSize size) {
+  return static_cast<int>(2U * static_cast<unsigned>(size.half_points));
 }
 
 bool IsUndecided(const Game& game) {
@@ -71,33 +63,33 @@ void SwissSearch::Finish(Tourney& tourney, BracketList& brackets, SearchEnd end)
 
 SearchEnd SwissSearch::PairAsAsked(const PairingRequest& request) {
   if (request.down) {
-    Print("Pairing Down, Bracket size %d...\n", QuarterPointsOf(request.size));
+    Print("Pairing Down, Bracket size %d...\n", ShownQuarterPoints(request.size));
     const auto paired = TryShape(WidthOf(request.size), BracketMode::kPairDown);
     if (!paired || *paired) return paired ? SearchEnd::kFound : SearchEnd::kFailed;
     Print("failed.\n");
   }
   if (!request.up) return SearchEnd::kFailed;
-  Print("Pairing Up, Bracket size %d...\n", QuarterPointsOf(request.size));
+  Print("Pairing Up, Bracket size %d...\n", ShownQuarterPoints(request.size));
   const auto paired = TryShape(WidthOf(request.size), BracketMode::kPairUp);
   if (paired && !*paired) Print("failed.\n");
   return paired.value_or(false) ? SearchEnd::kFound : SearchEnd::kFailed;
 }
 
 SearchEnd SwissSearch::PairAutomatically() {
-  const int end = WidthOf(round_);
-  for (int width = 0; width < end; width += 2) {
+  for (int half_points = 0; half_points < round_; ++half_points) {
+    const BracketWidth width = WidthOf(BracketSize{half_points});
     const auto down = TryShape(width, BracketMode::kPairDown);
     if (!down || *down) return down ? SearchEnd::kFound : SearchEnd::kFailed;
-    Print(" DOWN(%d)", width);
+    Print(" DOWN(%d)", width.quarter_points);
     const auto up = TryShape(width, BracketMode::kPairUp);
     if (!up || *up) return up ? SearchEnd::kFound : SearchEnd::kFailed;
-    Print(" UP(%d)", width);
+    Print(" UP(%d)", width.quarter_points);
   }
   return PairOneBigBracket();
 }
 
 SearchEnd SwissSearch::PairOneBigBracket() {
-  const auto paired = TryShape(0, BracketMode::kOneBig);
+  const auto paired = TryShape(BracketWidth{}, BracketMode::kOneBig);
   if (paired.value_or(false)) return SearchEnd::kFound;
   if (paired) {
     Print(
@@ -107,7 +99,7 @@ SearchEnd SwissSearch::PairOneBigBracket() {
   return SearchEnd::kGivenUp;
 }
 
-std::optional<bool> SwissSearch::TryShape(int width, BracketMode mode) {
+std::optional<bool> SwissSearch::TryShape(BracketWidth width, BracketMode mode) {
   if (!CreateBrackets(field_, brackets_, width, mode)) {
     Print("Can't create brackets. Maybe there are still games to be played?\n");
     return std::nullopt;

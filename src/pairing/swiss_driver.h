@@ -15,7 +15,7 @@ struct PairingRequest {
   bool automatic = true;  ///< try all shapes of brackets; the following count only without it
   bool down = false;      ///< pair down with the given size
   bool up = false;        ///< pair up with it, after pairing down has failed
-  int size = 0;           ///< width of the brackets in half points; less than 0 counts as 0
+  BracketSize size;       ///< of the brackets
 };
 
 /// Pairs the current round of a Swiss tourney and adds its games. Computes the standings first.
@@ -59,7 +59,7 @@ class SwissSearch {
   SearchEnd PairOneBigBracket();
   /// Whether the round can be paired in brackets of this shape; nothing, with a message, when there
   /// are none.
-  std::optional<bool> TryShape(int width, BracketMode mode);
+  std::optional<bool> TryShape(BracketWidth width, BracketMode mode);
 
   BracketList brackets_;  ///< a copy
   PairingField field_;    ///< the same for every shape of brackets

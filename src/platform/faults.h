@@ -39,8 +39,9 @@ void RequestTermination();
 /// Whether the process was asked to end, by RequestTermination or from outside.
 bool TerminationRequested();
 
-/// Throws Terminated when the process was asked to end: what takes long on the console thread calls
-/// it now and then.
+/// Throws Terminated when the process was asked to end: what may take long calls it now and then,
+/// where nothing is half done. While a FaultGuard lives it does so on the guard's thread only, the
+/// console's: the runner's thread goes on to the end of what it does.
 void EndWhenAsked();
 
 /// Ends the process the hard way when the emergency save itself hangs (a fault inside the memory

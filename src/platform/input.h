@@ -29,4 +29,10 @@ void WriteConsole(const std::string& text);
 /// The same for standard error.
 void WriteConsoleError(const std::string& text);
 
+/// How many columns the terminal has that standard error goes to; 0 when it goes to none.
+int ColumnsOfError();
+
+/// Whether standard output goes to a terminal.
+bool IsOutputTerminal();
+
 }  // namespace tarvendo

@@ -127,6 +127,9 @@ bool HoldsResult(const std::string& pgn) {
   constexpr std::string_view kBlanks = " \t\r\n";
   const std::size_t end = pgn.find_last_not_of(kBlanks);
   if (end == std::string::npos) return false;
+  // A line that has no end was not written to its end, and where there are NUL bytes a power
+  // failure has caught a text on its way.
+  if (pgn.find('\n', end) == std::string::npos || pgn.find('\0') != std::string::npos) return false;
   const std::size_t before = pgn.find_last_of(kBlanks, end);
   const std::size_t start = before == std::string::npos ? 0 : before + 1;
   const std::string_view word = std::string_view(pgn).substr(start, end + 1 - start);

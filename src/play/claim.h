@@ -67,7 +67,7 @@ bool IsBeingPlayed(FileSystem& files, const std::string& pgn_file);
 std::vector<FoundClaim> FindClaims(FileSystem& files, const std::string& files_path);
 
 /// Whether a PGN text is a whole game that somebody won or that was drawn: its last word is its
-/// result.
+/// result, the line of that has an end, and nothing in it is missing.
 bool HoldsResult(const std::string& pgn);
 
 }  // namespace tarvendo

@@ -134,17 +134,18 @@ void LocalGame::EndProcesses(TimePoint now) {
 void LocalGame::BeginToAwaitRecord(TimePoint now) {
   phase_ = Phase::kRecordAwaited;
   deadline_ = now + pace_.record;
-  record_size_ = 0;
+  record_.clear();
 }
 
 /// WinBoard writes the end into its debug file before it writes the record.
 void LocalGame::StepAtEnd(TimePoint now) {
-  const std::size_t size = Record().value_or("").size();
+  std::string record = Record().value_or(record_);
+  const bool has_grown = record.size() != record_.size();
+  record_ = std::move(record);
   if (pace_.awaits_processes) {
-    if (size != record_size_) deadline_ = now + pace_.record;
-    record_size_ = size;
+    if (has_grown) deadline_ = now + pace_.record;
     if (!IsProcessRunning() || now >= deadline_) Finish(GameEnd::kEnded);
-  } else if (size > 0 || now >= deadline_) {
+  } else if (!record_.empty() || now >= deadline_) {
     Finish(GameEnd::kEnded);
   }
 }
@@ -193,7 +194,10 @@ std::optional<std::string> LocalGame::Record() const {
 }
 
 GameOutcome LocalGame::TakeOutcome() {
-  return {order_, end_, Record(), {}};
+  std::optional<std::string> record = Record();
+  // What was read a moment ago is not lost when it cannot be read again.
+  if (!record && !record_.empty()) record = record_;
+  return {order_, end_, std::move(record), {}};
 }
 
 }  // namespace tarvendo

@@ -87,7 +87,7 @@ class LocalGame {
   std::optional<TimePoint> ended_at_;  ///< when the end of WinBoard's process was seen
   TimePoint deadline_;                 ///< of the record that is awaited, or of the killing
   TimePoint next_step_;
-  std::size_t record_size_ = 0;  ///< bytes of the record at the last step
+  std::string record_;  ///< as it was at the last step
   bool was_started_ = true;
   bool is_adopted_ = false;
   bool is_silence_told_ = false;

@@ -12,13 +12,8 @@ namespace {
 constexpr const char* kDebugFile = "winboard.debug";
 constexpr std::string_view kPlace = ".place";
 
-/// The directory of the order's debug file, without its separator; empty when it is that of all
-/// games.
-std::string OwnDirectory(const GameOrder& order) {
-  const std::size_t separator = LastSeparator(order.debug_file);
-  if (separator == std::string::npos) return "";
-  const std::string directory = order.debug_file.substr(0, separator);
-  return directory.ends_with(kPlace) ? directory : "";
+std::string PlaceOf(const std::string& files_path, int number) {
+  return files_path + "g" + std::to_string(number) + std::string(kPlace);
 }
 
 std::string CopyOfBatch(const std::string& directory, const GameOrder& order) {
@@ -31,12 +26,24 @@ std::string QuotedWhenBlank(const std::string& path) {
 
 }  // namespace
 
+std::string OwnDirectory(const GameOrder& order) {
+  const std::size_t separator = LastSeparator(order.debug_file);
+  if (separator == std::string::npos) return "";
+  const std::string directory = order.debug_file.substr(0, separator);
+  return directory.ends_with(kPlace) ? directory : "";
+}
+
 std::string FirstDebugFile(const std::string& files_path) {
   return files_path + kDebugFile;
 }
 
 std::string OwnDebugFile(const std::string& files_path, int number) {
-  return files_path + "g" + std::to_string(number) + std::string(kPlace) + "\\" + kDebugFile;
+  return PlaceOf(files_path, number) + "\\" + kDebugFile;
+}
+
+std::string DebugFileOfBegun(FileSystem& files, const std::string& files_path, int number) {
+  const bool has_place = files.Exists(PlaceOf(files_path, number));
+  return has_place ? OwnDebugFile(files_path, number) : FirstDebugFile(files_path);
 }
 
 std::string SubmissionFile(const GameOrder& order) {
@@ -57,16 +64,16 @@ std::string PreparePlace(FileSystem& files, const GameOrder& order) {
   return written && file->Close() ? copy : "";
 }
 
-void RemovePlace(FileSystem& files, const GameOrder& order) {
+bool RemovePlace(FileSystem& files, const GameOrder& order) {
   const std::string directory = OwnDirectory(order);
-  if (directory.empty()) return;
+  if (directory.empty()) return true;
   if (!order.job.empty()) {
     RemoveTries(files, order);
     RemoveIfThere(files, SubmissionFile(order));
   }
   RemoveIfThere(files, order.debug_file);
   RemoveIfThere(files, CopyOfBatch(directory, order));
-  files.RemoveDirectory(directory);
+  return files.RemoveDirectory(directory) || !files.Exists(directory);
 }
 
 }  // namespace tarvendo

@@ -19,6 +19,13 @@ std::string FirstDebugFile(const std::string& files_path);
 /// "g7.place\winboard.debug" behind FilesPath.
 std::string OwnDebugFile(const std::string& files_path, int number);
 
+/// The directory of that file, for an order that has one of its own; otherwise empty.
+std::string OwnDirectory(const GameOrder& order);
+
+/// Which of the two a game has that was begun, when nothing else tells it: its own where it has a
+/// directory.
+std::string DebugFileOfBegun(FileSystem& files, const std::string& files_path, int number);
+
 /// Makes the directory for the order's debug file and the copy of its batch file, when it has one
 /// of its own. Returns the batch file to be started; empty when that could not be made.
 std::string PreparePlace(FileSystem& files, const GameOrder& order);
@@ -27,7 +34,7 @@ std::string PreparePlace(FileSystem& files, const GameOrder& order);
 std::string SubmissionFile(const GameOrder& order);
 
 /// Removes the directory for the order's debug file, when it has one of its own, with what is in
-/// it, the tries of a scheduler's job too.
-void RemovePlace(FileSystem& files, const GameOrder& order);
+/// it, the tries of a scheduler's job too. False when it is still there.
+bool RemovePlace(FileSystem& files, const GameOrder& order);
 
 }  // namespace tarvendo

@@ -2,6 +2,7 @@
 
 #include "base/record_file.h"
 #include "base/text.h"
+#include "platform/faults.h"
 
 namespace tarvendo {
 
@@ -36,7 +37,8 @@ void Player::ReadRecord(RecordReader& reader) {
   }
   int count = 0;
   reader.ReadInt(count);
-  for (int i = 0; i < count && !reader.NothingLeft(); ++i) {
+  for (int i = 0; i < count && !reader.NothingLeft() && games.size() <= kMostPlaces; ++i) {
+    EndWhenAsked();
     int game = -1;
     reader.ReadInt(game);
     games.push_back(game);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,9 @@ struct PlayerTexts {
   bool operator==(const PlayerTexts&) const = default;
 };
 
+/// The most places of games that all histories of a tourney may hold together.
+inline constexpr std::size_t kMostPlaces = 16000000;
+
 /// One chess engine. The player database holds them by value; a tourney holds copies of its own,
 /// which also carry the standing and the history. Used by the tourney's holder.
 class Player {
@@ -47,7 +51,8 @@ class Player {
   void WriteRecord(RecordWriter& writer) const;
 
   /// Reads such a block. Fields that the file no longer holds stay as they are; a count of
-  /// positions that is negative or larger than what follows gives those that are there.
+  /// positions that is negative or larger than what follows gives those that are there, one more
+  /// than kMostPlaces at most. Throws Terminated when the process is asked to end meanwhile.
   void ReadRecord(RecordReader& reader);
 
   bool operator==(const Player&) const = default;

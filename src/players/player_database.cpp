@@ -4,6 +4,7 @@
 
 #include "base/log.h"
 #include "base/text.h"
+#include "platform/faults.h"
 #include "players/text_limit.h"
 
 namespace tarvendo {
@@ -27,7 +28,7 @@ bool PlayerDatabase::CreatePlayer(PlayerTexts texts) {
     CutToLines(existing->texts);
     return true;
   }
-  if (player.texts.program_exe.empty()) return false;
+  if (player.texts.program_exe.empty() || IsFull()) return false;
   player.number = static_cast<int>(players_.size()) + 1;
   PrintText("Player " + player.texts.name + " created.\n");
   places_.emplace(player.texts.name, players_.size());
@@ -51,6 +52,7 @@ bool PlayerDatabase::DeletePlayer(int number) {
 
 bool PlayerDatabase::ListPlayers(const std::string& pattern, bool by_group) const {
   for (const Player& player : players_) {
+    EndWhenAsked();
     const bool listed =
         by_group ? player.texts.group == pattern : BeginsWithNoCase(player.texts.name, pattern);
     if (listed) PrintText(PlayerGroupLine(player));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -12,15 +13,23 @@ namespace tarvendo {
 /// used by the console thread.
 class PlayerDatabase {
  public:
+  static constexpr std::size_t kMostPlayers = 1000000;
+
+  /// `most` players have room.
+  explicit PlayerDatabase(std::size_t most = kMostPlayers) : most_(most) {}
   virtual ~PlayerDatabase() = default;
 
   const std::vector<Player>& Players() const { return players_; }
+
+  /// Whether there are as many players as there may be: more than anybody has, and less than what
+  /// fills the memory.
+  bool IsFull() const { return players_.size() >= most_; }
 
   /// Adds a player and prints "Player %s created.\n". A player of that exact name is there already:
   /// nothing is added or printed, the two option texts are merged into it (an empty one is taken
   /// over, a differing one appended behind a blank), and what is too long then is cut, and said so
   /// (players/text_limit.h). An empty name counts as "PlayerName". False, silently, when a new
-  /// player has no program.
+  /// player has no program or the list is full.
   bool CreatePlayer(PlayerTexts texts);
 
   /// Deletes the player with that number (1-based) and prints "Player '%s' deleted from player
@@ -44,6 +53,7 @@ class PlayerDatabase {
   /// Finds every name's place anew.
   void NotePlaces();
 
+  std::size_t most_;
   std::vector<Player> players_;
   std::unordered_map<std::string, std::size_t> places_;  ///< in the list, by name
 };

@@ -42,8 +42,20 @@ const Key* FindKey(const std::string& line) {
 
 void SkipToBlock(LineReader& lines) {
   while (const auto line = lines.Read(kRecordLine)) {
+    EndWhenAsked();
     if (line->starts_with("PLAYER")) return;
   }
+}
+
+bool ReadPlayerText(FileSystem& files, const std::string& text, PlayerDatabase& database) {
+  LineReader lines(text);
+  const auto first = lines.Read(kRecordLine);
+  if (!first || !first->starts_with("PLAYER_FILE")) {
+    return ImportWinboardIni(files, text, database);
+  }
+  while (!lines.AtEnd() && !database.IsFull() && ReadPlayerBlock(lines, database))
+    EndWhenAsked();
+  return true;
 }
 
 /// The configuration beside WinBoard; empty when its path names no directory.
@@ -82,14 +94,11 @@ bool ReadPlayerFile(FileSystem& files, const std::string& path, const std::strin
     PrintText("Error opening file '" + name + "'\n");
     return false;
   }
-  LineReader lines(*text);
-  const auto first = lines.Read(kRecordLine);
-  if (!first || !first->starts_with("PLAYER_FILE")) {
-    return ImportWinboardIni(files, *text, database);
+  const bool read = ReadPlayerText(files, *text, database);
+  if (database.IsFull()) {
+    Print("There are %zu players, more are not read.\n", database.Players().size());
   }
-  while (!lines.AtEnd() && ReadPlayerBlock(lines, database))
-    EndWhenAsked();
-  return true;
+  return read;
 }
 
 bool ReadPlayerBlock(LineReader& lines, PlayerDatabase& database) {
@@ -97,6 +106,7 @@ bool ReadPlayerBlock(LineReader& lines, PlayerDatabase& database) {
   PlayerTexts texts;
   bool any_value = false;
   while (const auto line = lines.Read(kRecordLine)) {
+    EndWhenAsked();
     if (const Key* key = FindKey(*line)) {
       std::string value = lines.Read(kRecordLine).value_or("");
       TrimRight(value);

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "platform/faults.h"
 #include "reports/cross_table.h"
 #include "tourney/tourney.h"
 
@@ -154,8 +155,10 @@ std::string HtmlTable(const CrossTable& table, const TourneySettings& settings) 
     AppendHeading(html, column);
   html += "</tr>\n";
   RowWriter writer(table, settings.pics_dir, html);
-  for (const TableRow& row : table.rows)
+  for (const TableRow& row : table.rows) {
+    EndWhenAsked();
     writer.Write(row);
+  }
   return html + "</table>\n</font>\n" + kFooter;
 }
 

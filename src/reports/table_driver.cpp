@@ -45,9 +45,9 @@ bool ReplaceFile(Tourney& tourney, FileSystem& files, const std::string& path,
                  const TableOptions& options) {
   const bool was_there = files.Exists(path);
   if (!files.Append(path)) return Refuse(path);
-  if (SaveWholeFile(files, path, ComputeTable(tourney, options))) return true;
+  // Whoever is asked to end while the table is made leaves no empty file.
   if (!was_there) files.Remove(path);
-  return Refuse(path);
+  return SaveWholeFile(files, path, ComputeTable(tourney, options)) || Refuse(path);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "platform/faults.h"
 #include "reports/cross_table.h"
 
 namespace tarvendo {
@@ -102,6 +103,7 @@ std::string TextTable(const CrossTable& table) {
   }
   text += '\n';
   for (const TableRow& row : table.rows) {
+    EndWhenAsked();
     for (const TableColumn& column : table.columns) {
       AppendCell(text, table, row, column);
       text += '|';

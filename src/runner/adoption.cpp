@@ -5,10 +5,10 @@
 #include "base/text.h"
 #include "base/whole_file.h"
 #include "platform/files.h"
-#include "platform/paths.h"
 #include "play/claim.h"
 #include "play/place.h"
 #include "runner/batch_file.h"
+#include "runner/game_files.h"
 #include "runner/pgn_journal.h"
 #include "runner/pgn_text.h"
 #include "runner/record_aside.h"
@@ -27,7 +27,7 @@ GameOrder OrderOf(const Tourney& tourney, FileSystem& files, const FoundClaim& c
   order.number = claim.number;
   order.batch_file = files.FullPath(GameFileName(files_path, claim.number, ".BAT"));
   order.pgn_file = files.FullPath(GameFileName(files_path, claim.number, ".PGN"));
-  order.debug_file = files.FullPath(FirstDebugFile(files_path));
+  order.debug_file = files.FullPath(DebugFileOfBegun(files, files_path, claim.number));
   if (const Game* game = tourney.FindGame(claim.number)) {
     order.white = game->white_player;
     order.black = game->black_player;
@@ -50,15 +50,6 @@ void SpoolAgain(Tourney& tourney, const Game& game) {
   change->status = kSpooled;
   change->bat_file = GameFileName(files_path, game.number, ".BAT");
   change->pgn_file = GameFileName(files_path, game.number, ".PGN");
-}
-
-/// The path of one of a game's files as the user knows it: with FilesPath as it was typed, where
-/// the file lies there. Orders know full paths only, which each host makes in its own way.
-std::string AsTyped(const Tourney& tourney, FileSystem& files, const std::string& path) {
-  const std::size_t separator = LastSeparator(path);
-  const std::size_t name_at = separator == std::string::npos ? 0 : separator + 1;
-  std::string typed = tourney.Settings().files_path + path.substr(name_at);
-  return files.FullPath(typed) == path ? typed : path;
 }
 
 /// The game is still to be played as far as the tourney knows. The claim of a whole record stays
@@ -84,16 +75,22 @@ bool WasCollected(const Tourney& tourney, FileSystem& files, const GameOrder& or
   if (game == nullptr || !game->IsReady()) return false;
   if (IsInJournal(tourney, files, order)) return true;
   const std::string merged = MergedPgn(tourney, *game, pgn);
+  // Of a record that was collected a power failure may leave the name, or a beginning, and no more.
+  if (merged.empty()) return game->IsFinished();
   const auto all = ReadFile(files, tourney.Settings().pgn_file, kTourneyFileLimit);
-  return all && !merged.empty() && all->find(merged) != std::string::npos;
+  return all && all->find(merged) != std::string::npos;
 }
 
 /// The tourney does not wait for the game: it was collected, or is another one's.
 void SettleForeign(const Tourney& tourney, FileSystem& files, const GameOrder& order,
                    const std::string& pgn) {
-  if (WasCollected(tourney, files, order, pgn)) {
-    // The record goes behind the batch file: without it nobody knows that both were collected.
+  const Game* game = SameGame(tourney, order);
+  const bool was_collected = WasCollected(tourney, files, order, pgn);
+  // The record goes behind the batch file: without it nobody knows that both were collected.
+  if (was_collected || (game != nullptr && game->IsFinished())) {
     RemoveIfThere(files, order.batch_file);
+  }
+  if (was_collected) {
     RemoveIfThere(files, order.pgn_file);
   } else if (!pgn.empty()) {
     LeaveRecord(tourney, files, order);

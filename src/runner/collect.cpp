@@ -6,12 +6,14 @@
 #include "base/read_file.h"
 #include "base/text.h"
 #include "base/whole_file.h"
+#include "platform/faults.h"
 #include "platform/files.h"
 #include "play/claim.h"
 #include "play/game_files.h"
 #include "reports/table_driver.h"
 #include "runner/adoption.h"
 #include "runner/batch_file.h"
+#include "runner/game_files.h"
 #include "runner/pgn_journal.h"
 #include "runner/pgn_text.h"
 #include "runner/running_games.h"
@@ -39,7 +41,7 @@ void FinishCollection(Tourney& tourney, FileSystem& files, TourneyFile& file, Pg
   if (file.TryAutoSave(tourney)) {
     group.Rescue();
     for (const std::string& name : leftovers.files)
-      RemoveIfThere(files, name);
+      DeleteOrTell(tourney, files, name);
     for (const GameOrder& claim : leftovers.claims)
       RemoveClaim(files, claim);
     DropJournal(tourney, files);
@@ -78,6 +80,8 @@ void CollectAll(Tourney& tourney, FileSystem& files, TourneyFile& file,
   Leftovers leftovers;
   PgnGroup group(files, PgnPace::kTogether);
   for (const Game& game : tourney.Games()) {
+    // What was taken over so far is brought to its end.
+    if (TerminationRequested()) break;
     if (game.status != kSpooled || running.HasNumber(game.number)) continue;
     if (IsBeingPlayed(files, game.pgn_file)) continue;
     const auto claim = FreeClaimOf(tourney, files, game.number);

@@ -15,6 +15,7 @@
 #include "base/whole_file.h"
 #include "platform/files.h"
 #include "platform/line_ends.h"
+#include "runner/game_files.h"
 #include "runner/record_aside.h"
 #include "tourney/tourney.h"
 #include "tourney/tourney_file.h"
@@ -161,6 +162,16 @@ Journal FindJournal(const Tourney& tourney, FileSystem& files) {
   return none;
 }
 
+/// Whether the bytes are the beginning of the text, or were to be: some file systems leave NUL
+/// bytes where a power failure has caught what was being written.
+bool IsBeginning(std::string_view bytes, std::string_view text) {
+  if (bytes.empty() || bytes.size() > text.size()) return false;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    if (bytes[i] != text[i] && bytes[i] != '\0') return false;
+  }
+  return true;
+}
+
 /// How an entry's text stands at the beginning of some bytes.
 enum class Standing { kWhole, kBegun, kNot };
 
@@ -169,9 +180,16 @@ Standing StandingOf(std::string_view bytes, Entry& entry) {
     entry.size = form.size();
     if (bytes.starts_with(form)) return Standing::kWhole;
   }
-  const bool is_begun =
-      std::string_view(entry.text).starts_with(bytes) || WithCrLf(entry.text).starts_with(bytes);
-  return is_begun && !bytes.empty() ? Standing::kBegun : Standing::kNot;
+  const bool is_begun = IsBeginning(bytes, entry.text) || IsBeginning(bytes, WithCrLf(entry.text));
+  return is_begun ? Standing::kBegun : Standing::kNot;
+}
+
+/// Whether the bytes are the beginning of the texts of the entries from `first` on.
+bool AreBegun(std::string_view bytes, const std::vector<Entry>& entries, std::size_t first) {
+  Entry all;
+  for (std::size_t i = first; i < entries.size(); ++i)
+    all.text += entries[i].text;
+  return StandingOf(bytes, all) == Standing::kBegun;
 }
 
 /// Whether the tourney has the result of that game.
@@ -188,23 +206,21 @@ std::uint64_t SizeOf(FileSystem& files, const std::string& path) {
 
 /// Leaves in the journal what stands whole in the PGN file and is known to the tourney (but not
 /// among `anew`, the games that are being added now), and cuts the rest, as far as it stands at the
-/// end of the file. False when it cannot be cut.
+/// end of the file. False when it cannot be read or cut.
 bool CutUnknown(const Tourney& tourney, FileSystem& files, Journal& journal,
                 const std::vector<int>& anew) {
   const std::string& path = tourney.Settings().pgn_file;
-  const std::string bytes = files.ReadPart(path, journal.before, kTourneyFileLimit).value_or("");
-  std::string_view rest = bytes;
+  const auto bytes = files.ReadPart(path, journal.before, kTourneyFileLimit);
+  if (!bytes && files.Exists(path)) return false;
+  std::string_view rest = bytes ? std::string_view(*bytes) : std::string_view();
   std::size_t whole = 0;
-  bool is_begun = false;
   for (Entry& entry : journal.entries) {
-    const Standing standing = StandingOf(rest, entry);
-    is_begun = standing == Standing::kBegun;
-    if (standing != Standing::kWhole) break;
+    if (StandingOf(rest, entry) != Standing::kWhole) break;
     rest.remove_prefix(entry.size);
     ++whole;
   }
+  const bool is_at_end = rest.empty() || AreBegun(rest, journal.entries, whole);
   journal.entries.resize(whole);
-  const bool is_at_end = rest.empty() || is_begun;
   const auto is_unknown = [&](const Entry& entry) {
     return std::find(anew.begin(), anew.end(), entry.number) != anew.end() ||
            !Knows(tourney, entry);
@@ -249,7 +265,9 @@ bool WriteJournal(FileSystem& files, const std::string& path, const std::string&
 }
 
 /// Adds the entries to the PGN file. Where no journal can be written they are added all the same:
-/// then only a stop of the machine at this moment harms them.
+/// then only a stop of the machine at this moment harms them. But where one is there that tells of
+/// games whose results are not saved, and cannot be replaced, nothing is added: behind what it does
+/// not tell of those games could never be cut.
 bool AddToPgn(const Tourney& tourney, FileSystem& files, std::vector<Entry> added) {
   const std::string& path = tourney.Settings().pgn_file;
   if (path.empty() || IsNoOrdinaryFile(files, path)) {
@@ -280,7 +298,9 @@ bool AddToPgn(const Tourney& tourney, FileSystem& files, std::vector<Entry> adde
     journal.entries.push_back(entry);
     text += entry.text;
   }
-  WriteJournal(files, journal.path, JournalText(journal, TourneyMark(tourney, files)));
+  const bool noted =
+      WriteJournal(files, journal.path, JournalText(journal, TourneyMark(tourney, files)));
+  if (!noted && files.Exists(journal.path)) return false;
   if (!AppendDurably(files, path, text)) return false;
   // Without AutoSave no save holds the results, and the PGN file is all that remains of the games.
   if (tourney.Settings().auto_save == 0) RemoveIfThere(files, journal.path);
@@ -321,8 +341,7 @@ void PgnGroup::Rescue() {
 
 void DropJournal(const Tourney& tourney, FileSystem& files) {
   if (!files.Exists(JournalName(tourney, 1)) && !files.Exists(JournalName(tourney, 2))) return;
-  const Journal journal = FindJournal(tourney, files);
-  RemoveIfThere(files, journal.path);
+  DeleteOrTell(tourney, files, FindJournal(tourney, files).path);
 }
 
 void SettleJournal(const Tourney& tourney, FileSystem& files, const TourneyFile& file) {

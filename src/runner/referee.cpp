@@ -12,6 +12,7 @@
 #include "runner/adoption.h"
 #include "runner/batch_file.h"
 #include "runner/collect.h"
+#include "runner/game_files.h"
 #include "runner/running_games.h"
 #include "tourney/bye.h"
 #include "tourney/game_list.h"
@@ -45,14 +46,14 @@ void AnnounceUnwatchable() {
 }
 
 void AnnounceNoResult(const Game& game, const std::string& reason) {
-  PrintText("\n" + Stars(79) + "\n" +
+  PrintText(std::string("\n") + Stars(79) + "\n" +
             Format("Game %d: %s - %s result not found, and therefore set to UNKNOWN.\n",
                    game.number, game.white_player.c_str(), game.black_player.c_str()) +
             reason + Stars(79) + "\n> ");
 }
 
 void AnnounceRefusal(const std::string& reason) {
-  PrintText("\n" + Stars(79) + "\n" + reason +
+  PrintText(std::string("\n") + Stars(79) + "\n" + reason +
             "Stopping runner. What was not begun stays to be played.\n" + Stars(79) + "\n> ");
 }
 
@@ -189,41 +190,62 @@ void Referee::KeepOrLeaveDebugFile(const Tourney& tourney, const GameOutcome& ou
 }
 
 void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file, const RunningGames& running) {
-  std::erase_if(held_claims_, [&](const std::string& claim) {
-    if (host_.files.IsLocked(claim)) return false;
-    RemoveIfThere(host_.files, claim);
-    return true;
-  });
+  DropHeldClaims(running);
   pgn_->Write(tourney);
   if (file.HasChanged(tourney) && !file.AutoSave(tourney)) return;
   pgn_->Rescue();
-  for (const Settled& settled : settled_) {
+  std::erase_if(settled_, [&](Settled& settled) {
     // A load between the result and this save has made the game one to be played, and it is.
-    if (running.HasNumber(settled.order.number)) continue;
-    if (settled.drops_files) DropFiles(tourney, settled.order);
-    RemovePlace(host_.files, settled.order);
-    const std::string& claim = settled.order.claim_file;
-    if (settled.may_hang && host_.files.IsLocked(claim)) {
-      held_claims_.push_back(claim);
-    } else {
-      RemoveIfThere(host_.files, claim);
-    }
-  }
-  settled_.clear();
+    return running.HasNumber(settled.order.number) || ClearUp(tourney, settled);
+  });
   DropJournal(tourney, host_.files);
 }
 
+/// A game that was begun anew has taken the claim over: then it is that one's.
+void Referee::DropHeldClaims(const RunningGames& running) {
+  std::erase_if(held_claims_, [&](const GameOrder& held) {
+    const bool is_begun_anew =
+        running.HasNumber(held.number) ||
+        std::any_of(settled_.begin(), settled_.end(), [&](const Settled& settled) {
+          return settled.order.claim_file == held.claim_file;
+        });
+    if (is_begun_anew) return true;
+    if (host_.files.IsLocked(held.claim_file)) return false;
+    RemoveIfThere(host_.files, held.claim_file);
+    return true;
+  });
+}
+
+bool Referee::ClearUp(const Tourney& tourney, Settled& settled) {
+  const GameOrder& order = settled.order;
+  bool is_clear = !settled.drops_files || DropFiles(tourney, settled);
+  if (!RemovePlace(host_.files, order)) {
+    if (!settled.is_told) TellUndeleted(tourney, host_.files, OwnDirectory(order));
+    is_clear = false;
+  }
+  if (is_clear && settled.may_hang && host_.files.IsLocked(order.claim_file)) {
+    held_claims_.push_back(order);
+    return true;
+  }
+  is_clear = is_clear && DeleteOrTell(tourney, host_.files, order.claim_file, settled.is_told);
+  settled.is_told = !is_clear;
+  return is_clear;
+}
+
 /// A game of that number may have been spooled anew meanwhile: then the files are its own.
-void Referee::DropFiles(const Tourney& tourney, const GameOrder& order) {
+bool Referee::DropFiles(const Tourney& tourney, const Settled& settled) {
+  FileSystem& files = host_.files;
+  const GameOrder& order = settled.order;
   const Game* game = tourney.FindGame(order.number);
-  if (game != nullptr && game->status == kSpooled) return;
-  RemoveIfThere(host_.files, order.batch_file);
-  RemoveIfThere(host_.files, order.pgn_file);
+  if (game != nullptr && game->status == kSpooled) return true;
+  const bool has_batch = !DeleteOrTell(tourney, files, order.batch_file, settled.is_told);
+  const bool has_record = !DeleteOrTell(tourney, files, order.pgn_file, settled.is_told);
   // Why a game has no result shall be read the next morning.
   if (game != nullptr && game->IsFinished()) {
     for (const std::string& reason_file : ReasonFiles(order.pgn_file))
-      RemoveIfThere(host_.files, reason_file);
+      RemoveIfThere(files, reason_file);
   }
+  return !has_batch && !has_record;
 }
 
 void Referee::WritePage(Tourney& tourney) {

@@ -52,7 +52,8 @@ class Referee {
   bool JudgeBye(Tourney& tourney, TourneyFile& file, const RunningGames& running, const Game& game);
 
   /// Saves (AutoSave) what has been judged since the last call, deletes the files of those games
-  /// and writes the page. Should the save fail, the files stay, and the next call tries again.
+  /// and writes the page. Should the save fail, the files stay, and the next call tries again. So
+  /// it does with a file that cannot be deleted, which is said once: "Error deleting file:  %s\n".
   /// What lies there under the name of a game that was begun anew meanwhile is that one's.
   void Settle(Tourney& tourney, TourneyFile& file, const RunningGames& running);
 
@@ -63,11 +64,16 @@ class Referee {
   /// A game that has been judged, its files still there.
   struct Settled {
     GameOrder order;
-    bool drops_files;  ///< nobody needs its batch file and its record any more
-    bool may_hang;     ///< its processes may be there for ever, and its claim with them
+    bool drops_files;      ///< nobody needs its batch file and its record any more
+    bool may_hang;         ///< its processes may be there for ever, and its claim with them
+    bool is_told = false;  ///< that something of it cannot be deleted
   };
 
-  void DropFiles(const Tourney& tourney, const GameOrder& order);
+  /// Deletes what nobody needs any more of a game whose result is saved, the claim last. False when
+  /// something stays, and then the claim does too: it tells whose that is.
+  bool ClearUp(const Tourney& tourney, Settled& settled);
+  bool DropFiles(const Tourney& tourney, const Settled& settled);
+  void DropHeldClaims(const RunningGames& running);
   void TakeOver(Tourney& tourney, const GameOutcome& outcome);
   void FollowResult(Tourney& tourney);
   void KeepOrLeaveDebugFile(const Tourney& tourney, const GameOutcome& outcome, bool lacks_result);
@@ -78,7 +84,7 @@ class Referee {
   RefereePace pace_;
   std::shared_ptr<PgnGroup> pgn_;
   std::vector<Settled> settled_;
-  std::vector<std::string> held_claims_;  ///< of judged games whose processes hang
+  std::vector<GameOrder> held_claims_;  ///< of judged games whose processes hang
   bool is_table_due_ = false;
 };
 

@@ -6,6 +6,7 @@
 #include "base/log.h"
 #include "base/read_file.h"
 #include "base/whole_file.h"
+#include "platform/faults.h"
 #include "platform/files.h"
 #include "play/claim.h"
 #include "runner/batch_file.h"
@@ -106,6 +107,7 @@ bool SpoolRound(Tourney& tourney, FileSystem& files, int round) {
     round = next->round;
   }
   for (const Game& game : tourney.Games()) {
+    EndWhenAsked();
     if (game.round == round && !game.IsReady()) SpoolGame(tourney, files, game);
   }
   return true;
@@ -118,6 +120,7 @@ bool SpoolPlayer(Tourney& tourney, FileSystem& files, int player_number) {
   }
   bool any_spooled = false;
   for (const Game& game : tourney.Games()) {
+    EndWhenAsked();
     if (!IsNothingDone(game) || !game.IsPlayedBy(player_number)) continue;
     if (SpoolGame(tourney, files, game)) any_spooled = true;
   }
@@ -135,13 +138,16 @@ void SpoolAll(Tourney& tourney, FileSystem& files) {
   std::stable_sort(waiting.begin(), waiting.end(),
                    [](const Game* a, const Game* b) { return a->round < b->round; });
   if (waiting.empty()) Print("All games are either ready or spooled!\n");
-  for (const Game* game : waiting)
+  for (const Game* game : waiting) {
+    EndWhenAsked();
     SpoolGame(tourney, files, *game);
+  }
 }
 
 bool ReplayUnfinished(Tourney& tourney, FileSystem& files) {
   bool any_spooled = false;
   for (const Game& game : tourney.Games()) {
+    EndWhenAsked();
     if (!game.IsReady() || !game.LacksResult()) continue;
     tourney.Change(game)->status = kNothingDone;
     if (SpoolGame(tourney, files, game)) any_spooled = true;
@@ -152,6 +158,7 @@ bool ReplayUnfinished(Tourney& tourney, FileSystem& files) {
 void Unspool(Tourney& tourney, FileSystem& files, TourneyFile& file, const RunningGames& running) {
   CollectAll(tourney, files, file, running);
   for (const Game& game : tourney.Games()) {
+    EndWhenAsked();
     if (game.status != kSpooled) continue;
     tourney.Change(game)->status = kNothingDone;
     DeleteGameFiles(tourney, files, game);
@@ -164,6 +171,7 @@ void RespoolAll(Tourney& tourney, FileSystem& files, TourneyFile& file,
                 const RunningGames& running) {
   CollectAll(tourney, files, file, running);
   for (const Game& game : tourney.Games()) {
+    EndWhenAsked();
     if (game.status == kSpooled) SpoolGame(tourney, files, game);
   }
 }

@@ -1,6 +1,7 @@
 #include "runner/starter.h"
 
 #include "base/log.h"
+#include "base/read_file.h"
 #include "base/text.h"
 #include "platform/files.h"
 #include "play/claim.h"
@@ -23,6 +24,13 @@ GameOrder OrderFor(FileSystem& files, const Game& game, const std::string& debug
   return order;
 }
 
+/// Nobody waits until a batch file is on the disk: a power failure may leave its name alone, or NUL
+/// bytes in the place of its text.
+bool IsThere(FileSystem& files, const std::string& batch_file) {
+  const auto text = ReadFile(files, batch_file, kGameFileLimit);
+  return text && !text->empty() && text->find('\0') == std::string::npos;
+}
+
 void AnnounceStart(const Game& game) {
   const std::string stars(70, '*');
   PrintText(
@@ -38,7 +46,7 @@ Preparation PrepareGame(Tourney& tourney, const Host& host, const Game& game,
                         const std::string& debug_file, PreparedGame& prepared) {
   FileSystem& files = host.files;
   if (IsBeingPlayed(files, game.pgn_file)) return Preparation::kBeingPlayed;
-  const bool is_batch_missing = !files.IsReadable(game.bat_file);
+  const bool is_batch_missing = !IsThere(files, game.bat_file);
   if (is_batch_missing && !SpoolSilently(tourney, files, game)) return Preparation::kNoBatchFile;
   GameOrder order = OrderFor(files, game, debug_file);
   std::unique_ptr<LockedFile> claim = MakeClaim(files, order);

@@ -6,6 +6,7 @@
 #include "base/log.h"
 #include "base/text.h"
 #include "base/whole_file.h"
+#include "platform/faults.h"
 #include "platform/files.h"
 #include "play/claim.h"
 #include "play/game_files.h"
@@ -22,6 +23,7 @@ bool IsUnsetOr(int criterion, int value) {
 /// list.
 void RemoveAt(Tourney& tourney, FileSystem& files, const std::vector<std::size_t>& places) {
   for (const std::size_t place : places) {
+    EndWhenAsked();
     const Game& game = tourney.Games()[place];
     DeleteGameFiles(tourney, files, game);
     Print("Removing game %d...", game.number);
@@ -138,6 +140,7 @@ std::string GameData(const Game& game) {
 void ListGames(Tourney& tourney, const GameFilter& filter) {
   bool width_is_known = false;
   for (const Game& game : tourney.Games()) {
+    EndWhenAsked();
     if (!Matches(game, filter)) continue;
     if (!width_is_known) EnsureNameWidth(tourney);
     width_is_known = true;
@@ -164,10 +167,11 @@ int RemoveFirstGame(Tourney& tourney, FileSystem& files, int number, const GameF
   return 0;
 }
 
-void RemoveGamesOfNobody(Tourney& tourney, FileSystem& files) {
+void RemoveGamesOf(Tourney& tourney, FileSystem& files, int player_number) {
   std::vector<std::size_t> places;
   for (std::size_t i = tourney.Games().size(); i-- > 0;) {
-    if (tourney.Games()[i].IsPlayedBy(0)) places.push_back(i);
+    const Game& game = tourney.Games()[i];
+    if (game.IsPlayedBy(player_number) || game.IsPlayedBy(0)) places.push_back(i);
   }
   RemoveAt(tourney, files, places);
 }
@@ -187,6 +191,7 @@ void DeleteReasonFilesOf(const Tourney& tourney, FileSystem& files, const Game& 
 
 void DeleteReasonFiles(const Tourney& tourney, FileSystem& files) {
   for (const Game& game : tourney.Games()) {
+    EndWhenAsked();
     if (!HasClaim(files, game.pgn_file)) DeleteReasonFilesOf(tourney, files, game);
   }
 }
@@ -210,6 +215,7 @@ bool Forfeit(Tourney& tourney, FileSystem& files, int player_number) {
     return false;
   }
   for (const Game& game : tourney.Games()) {
+    EndWhenAsked();
     if (game.IsReady() || !game.IsPlayedBy(player_number)) continue;
     DeleteGameFiles(tourney, files, game);
     const auto change = tourney.Change(game);

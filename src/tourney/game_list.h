@@ -49,8 +49,9 @@ int RemoveGames(Tourney& tourney, FileSystem& files, const GameFilter& filter);
 /// Returns how many.
 int RemoveFirstGame(Tourney& tourney, FileSystem& files, int number, const GameFilter& filter);
 
-/// Removes the games that have lost a player (number 0), from the last to the first.
-void RemoveGamesOfNobody(Tourney& tourney, FileSystem& files);
+/// Removes the games of that participant, and those of nobody (number 0), from the last to the
+/// first.
+void RemoveGamesOf(Tourney& tourney, FileSystem& files, int player_number);
 
 /// The files beside the game's PGN that tell why the game failed (play/game_files.h).
 std::array<std::string, 2> ReasonFilesOf(const Tourney& tourney, const Game& game);

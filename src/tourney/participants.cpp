@@ -44,13 +44,6 @@ std::string OpponentEntry(const Game& game, const Player& player, int index) {
                 is_black ? game.white : game.black, index);
 }
 
-void ReplacePlayerNumber(Tourney& tourney, int from, int to) {
-  for (Game& game : tourney.ChangeGames()) {
-    if (game.white == from) game.white = to;
-    if (game.black == from) game.black = to;
-  }
-}
-
 /// Closes the gap that participant `removed` has left: m becomes m - 1 for all behind it.
 void RenumberBehind(Tourney& tourney, int removed) {
   const auto closed = [&](int number) { return number > removed ? number - 1 : number; };
@@ -96,6 +89,7 @@ void AddGroups(Tourney& tourney, const std::vector<Player>& database,
   Names names = ParticipantNames(tourney);
   for (const std::string& wanted : SplitAtWhiteSpace(group_words)) {
     for (const Player& player : database) {
+      EndWhenAsked();
       for (const std::string& group : SplitAtWhiteSpace(player.texts.group)) {
         if (group == wanted) AddUnlessNamed(tourney, player, names);
       }
@@ -116,6 +110,7 @@ void ShowParticipants(const Tourney& tourney, int number) {
     PrintText("Players currently at tourney '" + tourney.Settings().name + "':\n");
   }
   for (const Player& player : tourney.Participants()) {
+    EndWhenAsked();
     if (number == 0 || player.number == number) PrintText(ParticipantText(tourney, player));
   }
 }
@@ -123,6 +118,7 @@ void ShowParticipants(const Tourney& tourney, int number) {
 void ShowParticipantByName(const Tourney& tourney, const std::string& prefix) {
   bool found = false;
   for (const Player& player : tourney.Participants()) {
+    EndWhenAsked();
     if (!BeginsWithNoCase(player.texts.name, prefix)) continue;
     found = true;
     PrintText(ParticipantText(tourney, player));
@@ -157,9 +153,9 @@ bool RemoveParticipant(Tourney& tourney, FileSystem& files, int number) {
   const auto found = std::find_if(participants.begin(), participants.end(),
                                   [&](const Player& player) { return player.number == number; });
   if (found == participants.end()) return false;
-  ReplacePlayerNumber(tourney, number, 0);
+  // What may take long comes first, so that nobody can be asked to end with half of it done.
+  RemoveGamesOf(tourney, files, number);
   tourney.ChangeParticipants().erase(found);
-  RemoveGamesOfNobody(tourney, files);
   ComputeNameWidth(tourney);
   RenumberBehind(tourney, number);
   return true;

@@ -71,8 +71,10 @@ bool CreateRRGames(Tourney& tourney, FileSystem& files) {
     return false;
   }
   Print("Creating Round Robin games...");
-  for (const Game& game : tourney.Games())
+  for (const Game& game : tourney.Games()) {
+    EndWhenAsked();
     DeleteGameFiles(tourney, files, game);
+  }
   tourney.EraseAllGames();
   const int participants = static_cast<int>(tourney.Participants().size());
   tourney.ChangeSettings()->rounds = RoundRobinRounds(participants);

@@ -97,8 +97,10 @@ class Tourney {
   void WriteRecord(RecordWriter& writer, const std::string& save_file) const;
 
   /// Replaces the participants and games. Other fields that the file no longer holds stay as they
-  /// are.
-  void ReadRecord(RecordReader& reader, std::string& save_file);
+  /// are. False, and nothing is changed, when it holds more than any tourney has: 1,000,000
+  /// participants, 4,000,000 games or kMostPlaces. Throws Terminated when the process is asked to
+  /// end meanwhile; nothing is changed then either.
+  bool ReadRecord(RecordReader& reader, std::string& save_file);
 
   // Participants, numbered from 1 in list order.
 
@@ -150,9 +152,6 @@ class Tourney {
 
  private:
   void WriteSettings(RecordWriter& writer, const std::string& save_file) const;
-  void ReadSettings(RecordReader& reader, std::string& save_file);
-  void ReadParticipants(RecordReader& reader);
-  void ReadGames(RecordReader& reader);
 
   TourneySettings settings_;
   TourneyState state_;

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "base/bounded_read.h"
 #include "base/line_reader.h"
 #include "base/log.h"
 #include "base/read_file.h"
@@ -36,6 +37,23 @@ bool IsForeign(FileSystem& files, const std::string& path) {
 
 }  // namespace
 
+class TourneyFile::PlaceKeeper {
+ public:
+  explicit PlaceKeeper(Place& place) : place_(place), before_(place) {}
+  ~PlaceKeeper() {
+    if (keeps_) place_ = before_;
+  }
+  PlaceKeeper(const PlaceKeeper&) = delete;
+  PlaceKeeper& operator=(const PlaceKeeper&) = delete;
+
+  void LetGo() { keeps_ = false; }
+
+ private:
+  Place& place_;
+  const Place before_;
+  bool keeps_ = true;
+};
+
 bool TourneyFile::IsOfEmergency(const std::string& name) {
   const std::size_t separator = LastSeparator(name);
   const std::string bare = separator == std::string::npos ? name : name.substr(separator + 1);
@@ -47,30 +65,28 @@ bool TourneyFile::IsTourneyFile(FileSystem& files, const std::string& path) {
 }
 
 void TourneyFile::SetName(const std::string& name) {
-  name_ = name;
-  path_ = name.empty() ? name : files_.FullPath(name);
-  directory_ = files_.FullPath(".");
+  place_ = {name, name.empty() ? name : files_.FullPath(name), files_.FullPath(".")};
 }
 
 bool TourneyFile::SaveBeside(const Tourney& tourney, const std::string& directory,
                              const std::string& path) {
   RecordWriter writer;
   writer.WriteString(kHeader);
-  tourney.WriteRecord(writer, directory == directory_ ? name_ : path_);
+  tourney.WriteRecord(writer, directory == place_.directory ? place_.name : place_.path);
   return SaveDurably(files_, path, writer.Text()) != SaveOutcome::kFailed;
 }
 
 void TourneyFile::ChooseName(const Tourney& tourney, const std::string& name) {
   if (!name.empty()) {
     SetName(name);
-  } else if (name_.empty()) {
+  } else if (place_.name.empty()) {
     SetName(tourney.Settings().files_path + "tourney.ini");
   }
 }
 
 bool TourneyFile::Save(const Tourney& tourney, const std::string& name) {
   ChooseName(tourney, name);
-  if (name.empty() && IsForeign(files_, path_)) return false;
+  if (name.empty() && IsForeign(files_, place_.path)) return false;
   return Write(tourney);
 }
 
@@ -78,15 +94,15 @@ bool TourneyFile::Write(const Tourney& tourney) {
   if (before_save_) before_save_(tourney);
   RecordWriter writer;
   writer.WriteString(kHeader);
-  tourney.WriteRecord(writer, name_);
-  const SaveOutcome outcome = SaveDurably(files_, path_, writer.Text(), &known_stamp_);
+  tourney.WriteRecord(writer, place_.name);
+  const SaveOutcome outcome = SaveDurably(files_, place_.path, writer.Text(), &known_stamp_);
   const bool saved = outcome != SaveOutcome::kFailed;
   // What a failed save has left is nobody else's work.
-  Know(saved ? writer.Text() : ReadFile(files_, path_, kTourneyFileLimit));
+  Know(saved ? writer.Text() : ReadFile(files_, place_.path, kTourneyFileLimit));
   if (!saved) return false;
   known_version_ = tourney.Version();
-  if (outcome == SaveOutcome::kInPlace && told_in_place_.insert(path_).second) {
-    TellOfSaveInPlace(name_);
+  if (outcome == SaveOutcome::kInPlace && told_in_place_.insert(place_.path).second) {
+    TellOfSaveInPlace(place_.name);
   }
   for (const std::string& text : writer.CutTexts())
     ReportCutText(text);
@@ -94,29 +110,41 @@ bool TourneyFile::Write(const Tourney& tourney) {
 }
 
 bool TourneyFile::Load(Tourney& tourney, const std::string& name) {
+  PlaceKeeper keeper(place_);
   ChooseName(tourney, name);
-  const auto stamp = files_.Stamp(path_);
-  const auto text = ReadFile(files_, path_, kTourneyFileLimit);
-  if (!text) return false;
-  RecordReader reader(*text);
+  const auto stamp = files_.Stamp(place_.path);
+  BoundedText read = ReadUpTo(files_, place_.path, kTourneyFileLimit);
+  if (read.is_too_long) {
+    PrintText(TooLongMessage(place_.path, kTourneyFileLimit));
+    return false;
+  }
+  RecordReader reader(read.text ? *read.text : std::string_view(), most_empty_records_);
   std::string header;
   reader.ReadString(header);
   if (header != kHeader) {
-    Print("Not a tourney file.\n");
+    keeper.LetGo();
+    if (read.text) Print("Not a tourney file.\n");
     return false;
   }
-  Know(text);
-  known_stamp_ = stamp;
-  const std::string loaded = name_;
-  std::string save_file = name_;
-  tourney.ReadRecord(reader, save_file);
-  SetName(save_file);
-  if (IsOfEmergency(loaded) && loaded != save_file) {
-    ChooseName(tourney, "");
-    PrintText("From now on the tourney is saved to '" + name_ + "'.\n");
+  std::string save_file = place_.name;
+  if (!tourney.ReadRecord(reader, save_file)) {
+    PrintText("The file '" + place_.path + "' holds more than a tourney can, so it is not read.\n");
+    return false;
   }
+  keeper.LetGo();
+  Know(std::move(read.text));
+  known_stamp_ = stamp;
+  TakeLoadedName(tourney, save_file);
   known_version_ = tourney.Version();
   return true;
+}
+
+void TourneyFile::TakeLoadedName(const Tourney& tourney, const std::string& save_file) {
+  const std::string loaded = place_.name;
+  SetName(save_file);
+  if (!IsOfEmergency(loaded) || loaded == save_file) return;
+  ChooseName(tourney, "");
+  PrintText("From now on the tourney is saved to '" + place_.name + "'.\n");
 }
 
 bool TourneyFile::AutoSave(Tourney& tourney) {
@@ -131,7 +159,7 @@ bool TourneyFile::AutoSave(Tourney& tourney) {
 
 void TourneyFile::StopIfChangedByOthers(Tourney& tourney) {
   if (!WasChangedByOthers()) return;
-  PrintText("The tourney file '" + name_ +
+  PrintText("The tourney file '" + place_.name +
             "' was changed by another program, so it is not saved.\n"
             "Save by hand replaces it, Load takes what is in it.\n");
   if (tourney.Switch().IsRunning()) StopRunner(tourney);
@@ -139,8 +167,8 @@ void TourneyFile::StopIfChangedByOthers(Tourney& tourney) {
 }
 
 void TourneyFile::RemoveHalfSaved() {
-  if (path_.empty()) return;
-  for (const std::string& path : HalfSavedFiles(files_, path_)) {
+  if (place_.path.empty()) return;
+  for (const std::string& path : HalfSavedFiles(files_, place_.path)) {
     const auto text = files_.ReadText(path);
     const std::string_view header = kHeader;
     if (text && text->substr(0, header.size()) == header.substr(0, text->size())) {
@@ -156,15 +184,15 @@ bool TourneyFile::HasChanged(const Tourney& tourney) const {
 bool TourneyFile::TryAutoSave(const Tourney& tourney) {
   if (tourney.Settings().auto_save == 0) return true;
   ChooseName(tourney, "");
-  return !WasChangedByOthers() && !IsForeign(files_, path_) && Write(tourney);
+  return !WasChangedByOthers() && !IsForeign(files_, place_.path) && Write(tourney);
 }
 
 bool TourneyFile::WasChangedByOthers() {
-  if (!known_ || known_->path != path_) return false;
-  const auto stamp = files_.Stamp(path_);
+  if (!known_ || known_->path != place_.path) return false;
+  const auto stamp = files_.Stamp(place_.path);
   if (!stamp || stamp == known_stamp_) return false;
   if (stamp->size > static_cast<std::int64_t>(kTourneyFileLimit)) return true;
-  const auto text = ReadFile(files_, path_, kTourneyFileLimit);
+  const auto text = ReadFile(files_, place_.path, kTourneyFileLimit);
   if (text && !(ContentOf(*text) == *known_)) return true;
   if (text) known_stamp_ = stamp;
   return false;
@@ -179,7 +207,7 @@ void TourneyFile::Know(std::optional<std::string> text) {
 }
 
 TourneyFile::Content TourneyFile::ContentOf(const std::string& text) const {
-  return {path_, text.size(), std::hash<std::string>()(text)};
+  return {place_.path, text.size(), std::hash<std::string>()(text)};
 }
 
 void TourneyFile::ReportCutText(const std::string& text) {

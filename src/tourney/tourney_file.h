@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "base/record_file.h"
 #include "platform/files.h"
 
 namespace tarvendo {
@@ -32,10 +33,12 @@ class TourneyFile {
   /// Whether the file can be read and begins as a tourney file does.
   static bool IsTourneyFile(FileSystem& files, const std::string& path);
 
-  explicit TourneyFile(FileSystem& files) : files_(files) {}
+  /// `most_empty_records`: as RecordReader counts them.
+  explicit TourneyFile(FileSystem& files, int most_empty_records = kMostEmptyRecords)
+      : files_(files), most_empty_records_(most_empty_records) {}
 
   /// The name of a save without a name, as it was typed; empty when none was given so far.
-  const std::string& Name() const { return name_; }
+  const std::string& Name() const { return place_.name; }
   void SetName(const std::string& name);
 
   /// Saves to the file `name`, which is kept as the name from then on, or without a name to that
@@ -48,7 +51,9 @@ class TourneyFile {
   /// Loads the file `name`, chosen as in Save; the name becomes the one that stands in it; of a
   /// file of an emergency save it is said which name that is. A file that cannot be opened gives
   /// false; one that is no tourney file prints "Not a tourney file.\n" and gives false; either
-  /// changes nothing but the name.
+  /// changes nothing but the name. One that holds too much (kTourneyFileLimit, Tourney::ReadRecord)
+  /// is told and gives false, and the name stays what it was: nobody saves to a file that could not
+  /// be loaded. So it does when Terminated is thrown because the process is asked to end meanwhile.
   bool Load(Tourney& tourney, const std::string& name);
 
   /// Saves to the file `path` in `directory`, and nothing of what this object knows changes: the
@@ -91,8 +96,20 @@ class TourneyFile {
     bool operator==(const Content&) const = default;
   };
 
+  /// Which file is meant by saves without a name.
+  struct Place {
+    std::string name;       ///< as it was typed
+    std::string path;       ///< of the file with that name
+    std::string directory;  ///< from which the name is meant
+  };
+
+  /// Puts the place back as it was when it is destroyed, until it is told not to.
+  class PlaceKeeper;
+
   /// Makes a given name the name, and sees to it that there is one.
   void ChooseName(const Tourney& tourney, const std::string& name);
+  /// The name in a file that was just loaded becomes the name.
+  void TakeLoadedName(const Tourney& tourney, const std::string& save_file);
   bool Write(const Tourney& tourney);
 
   /// Whether the file holds something else than what was loaded from it or saved to it last. One
@@ -105,10 +122,9 @@ class TourneyFile {
   void ReportCutText(const std::string& text);
 
   FileSystem& files_;
+  int most_empty_records_;
   std::function<void(const Tourney&)> before_save_;
-  std::string name_;
-  std::string path_;                            ///< of the file with that name
-  std::string directory_;                       ///< from which the name is meant
+  Place place_;
   std::optional<Content> known_;                ///< what was loaded or saved last
   std::optional<FileStamp> known_stamp_;        ///< of the file then
   std::optional<std::uint64_t> known_version_;  ///< of the tourney that was loaded or saved last

@@ -95,7 +95,7 @@ TEST(CommandLine, AClusterWithoutGamesOrWithAnotherWordIsRefused) {
   };
   EXPECT_EQ(error({"--games", "4", "--cluster", "pbs"}),
             "--cluster knows 'slurm' alone, not 'pbs'.");
-  EXPECT_EQ(error({"--cluster"}), "--cluster takes a value: slurm.");
+  EXPECT_EQ(error({"--cluster"}), "--cluster takes a value: SCHEDULER.");
   EXPECT_EQ(error({"--games", "4", "--cluster-options", "-p x"}),
             "--cluster-options goes with --cluster.");
   if (!KnowsSchedulers()) return;
@@ -118,7 +118,7 @@ TEST(CommandLine, NearestIsWhatBeginsAlikeOrNeedsTheFewestLetters) {
   EXPECT_STREQ(NearestLongOption("--waiting").word, "--wait");
   EXPECT_STREQ(NearestLongOption("--hlep").word, "--help");
   EXPECT_STREQ(NearestLongOption("--Version=2").word, "--version");
-  EXPECT_STREQ(NearestLongOption("--" + std::string(100000, 'p')).word, "--patience");
+  EXPECT_STREQ(NearestLongOption("--" + std::string(100000, 'p')).word, "--progress");
 }
 
 TEST(CommandLine, AFlagTakesNoValue) {
@@ -152,6 +152,14 @@ TEST(CommandLine, ATourneyToGoOnWithTakesNoScriptAndNoKeyboard) {
                   "' has no meaning beside it.");
   }
   EXPECT_EQ(ReadCommandLine({"--resume"}).error, "--resume takes a value: FILE.");
+}
+
+TEST(CommandLine, ProgressIsToldToWhoWaits) {
+  EXPECT_EQ(ReadCommandLine({"go.txt", "--progress"}).error,
+            "--progress goes with --wait or --resume.");
+  EXPECT_EQ(ReadCommandLine({"go.txt", "--progress", "--wait"}).error, "");
+  EXPECT_EQ(ReadCommandLine({"--resume=cup.ini", "--progress", "--log=all.log"}).error, "");
+  EXPECT_EQ(ReadCommandLine({"--log"}).error, "--log takes a value: FILE.");
 }
 
 TEST(CommandLine, AnExitCodeIsToldToWhoWaits) {

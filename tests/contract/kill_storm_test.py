@@ -2,7 +2,8 @@
 """No game is lost and none is played twice, however often the program is killed.
 
 Tourneys with AutoSave are played with the stand-in for WinBoard, whose games last up to some ten milliseconds. At
-random moments the program is killed from outside, or ends without a word at one of its steps that change files. It is started
+random moments the program is killed from outside, or ends without a word at one of its steps that change files; with
+--at-call it is killed at one of its system calls instead, before or behind it. It is started
 again at once, while the game goes on, or a while later. After each end no game that was played is lost; when the
 tourney is over
 
@@ -29,6 +30,8 @@ PLAYERS = ("Alpha", "Beta", "Gamma", "Delta")
 GAMES = games_between(len(PLAYERS))
 LONGEST_GAME = 40  # milliseconds
 STEPS = 40
+CALLS = 500
+IMPOSSIBLE = 99  # says at_call
 MOST_KILLS = 30  # in one tourney
 STAYS = {
     "Tarvendo.log",
@@ -51,7 +54,7 @@ class Counts:
         self.left = kills
         self.lock = threading.Lock()
         self.numbers = dict.fromkeys(
-            ("tourneys", "games", "killed", "died", "restarted at once", "restarted later"), 0
+            ("tourneys", "games", "killed", "died", "killed at a call", "restarted at once", "restarted later"), 0
         )
 
     def take_kill(self):
@@ -80,6 +83,7 @@ class Storm:
     def __init__(self, options, prepared, counts, name):
         self.random = random.Random(f"{options.seed} {name}")
         self.slowness = options.slowness
+        self.at_call = options.at_call
         self.counts = counts
         self.tourney = Tourney(options, name, PLAYERS, options.games)
         self.tourney.copy_from(prepared)
@@ -92,6 +96,11 @@ class Storm:
 
     def run_until_killed(self):
         """Whether the program was killed before it came to its own end."""
+        if self.at_call:
+            words = (self.at_call, "any", str(self.random.randint(1, CALLS)), self.random.choice(("kill", "killafter")))
+            killed = not self.tourney.run(meddler=words)
+            self.counts.add("killed at a call", killed)
+            return killed
         if self.random.random() < 0.5:
             died = not self.tourney.run(die_at=self.random.randint(1, STEPS))
             self.counts.add("died", died)
@@ -166,12 +175,16 @@ def main(words):
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     add_options(parser)
     parser.add_argument("--kills", type=int, default=200, help="how often the program ends (or TARVENDO_KILLS)")
+    parser.add_argument("--at-call", help="the program at_call: the kills come at system calls (then TARVENDO_CALL_KILLS)")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--games", type=int, default=1, help="games at a time")
     parser.add_argument("--workers", type=int, default=4, help="tourneys at a time")
     parser.add_argument("--slowness", type=float, default=1, help="how much slower than usual the programs are")
     options = parser.parse_args(words)
-    options.kills = int(os.environ.get("TARVENDO_KILLS", options.kills))
+    options.kills = int(os.environ.get("TARVENDO_CALL_KILLS" if options.at_call else "TARVENDO_KILLS", options.kills))
+    if options.at_call and subprocess.run([options.at_call, "any", "1", "kill", "/bin/true"]).returncode == IMPOSSIBLE:
+        print("not run: this machine lets no program look at another one's system calls")
+        return 0
     make_ready(options)
     counts = Counts(options.kills)
     try:

@@ -106,7 +106,8 @@ class Tourney:
         path = self.directory / name
         return path.read_text() if path.exists() else ""
 
-    def start(self, script=PLAY, die_at=0, script_name="script.txt", stdout=subprocess.DEVNULL):
+    def start(self, script=PLAY, die_at=0, script_name="script.txt", stdout=subprocess.DEVNULL, meddler=()):
+        """Starts the program; `meddler` is what stands in front of it, at_call and its words."""
         self.write(script_name, script)
         environment = dict(os.environ, TZ="UTC0", TARVENDO_DIE_AT=str(die_at))
         environment.pop("COMSPEC", None)
@@ -114,7 +115,7 @@ class Tourney:
         if self.games_at_once > 1:
             words += ["--games", str(self.games_at_once)]
         return subprocess.Popen(
-            self.launcher + [str(self.program)] + words,
+            [*meddler, *self.launcher, str(self.program), *words],
             cwd=self.directory,
             env=environment,
             stdin=subprocess.DEVNULL,
@@ -122,9 +123,9 @@ class Tourney:
             stderr=subprocess.DEVNULL,
         )
 
-    def run(self, script=PLAY, die_at=0):
+    def run(self, script=PLAY, die_at=0, meddler=()):
         """Runs the program; returns whether it came to its own end."""
-        code = self.start(script, die_at).wait(timeout=60)
+        code = self.start(script, die_at, meddler=meddler).wait(timeout=60)
         if code not in (ENDED, DIED):
             raise BrokenPromise(f"the program ended with the code {code}")
         return code == ENDED

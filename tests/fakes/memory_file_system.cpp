@@ -10,23 +10,6 @@ std::string ParentOf(const std::string& key) {
   return slash == 0 ? "/" : key.substr(0, slash);
 }
 
-std::vector<std::string> PartsOf(const std::string& path) {
-  std::vector<std::string> parts;
-  std::size_t begin = 0;
-  while (begin <= path.size()) {
-    const std::size_t end = std::min(path.find('/', begin), path.size());
-    const std::string part = path.substr(begin, end - begin);
-    begin = end + 1;
-    if (part.empty() || part == ".") continue;
-    if (part != "..") {
-      parts.push_back(part);
-    } else if (!parts.empty()) {
-      parts.pop_back();
-    }
-  }
-  return parts;
-}
-
 std::string FoldLineEnds(const std::string& bytes) {
   std::string text;
   for (std::size_t i = 0; i < bytes.size(); ++i) {
@@ -62,8 +45,10 @@ class MemoryFileSystem::Stream : public OutputFile {
   bool Sync() override {
     const std::lock_guard guard(owner_.mutex_);
     if (owner_.Fails(FileOperation::kSync, key_)) failed_ = true;
-    if (!failed_) owner_.record_.push_back("sync " + key_);
-    return !failed_;
+    if (failed_) return false;
+    owner_.record_.push_back("sync " + key_);
+    owner_.Note({DiskStepKind::kDataSynced, "", "", file_->identity, ""});
+    return true;
   }
 
   std::int64_t Size() override {
@@ -151,7 +136,7 @@ NewFileAttempt MemoryFileSystem::CreateNew(const std::string& path, const std::s
   const auto old = Find(key);
   if (links_.contains(key) || special_.contains(key) || (old && !old->lock.expired())) return {};
   if (Fails(FileOperation::kOpen, key) || path.empty() || !IsFilePlace(key)) {
-    return {nullptr, faults_[FileOperation::kOpen].denied.contains(key)};
+    return {nullptr, fails_as_forbidden_ || faults_[FileOperation::kOpen].denied.contains(key)};
   }
   files_.erase(key);
   const auto file = MakeFile(key);
@@ -199,6 +184,7 @@ bool MemoryFileSystem::Remove(const std::string& path) {
     return false;
   removed_.push_back(path);
   record_.push_back("remove " + key);
+  Note({DiskStepKind::kNoName, key, "", 0, ""});
   return true;
 }
 
@@ -213,6 +199,7 @@ bool MemoryFileSystem::Rename(const std::string& from, const std::string& to) {
   links_.erase(new_key);
   files_[new_key] = file;
   record_.push_back("rename " + old_key + " " + new_key);
+  Note({DiskStepKind::kRename, old_key, new_key, file->identity, ""});
   return true;
 }
 
@@ -225,6 +212,7 @@ bool MemoryFileSystem::SyncName(const std::string& path) {
   const std::string directory = ParentOf(Key(path));
   if (Fails(FileOperation::kSync, directory) || !directories_.contains(directory)) return false;
   record_.push_back("sync names of " + directory);
+  Note({DiskStepKind::kNamesSynced, directory, "", 0, ""});
   return true;
 }
 
@@ -278,6 +266,7 @@ bool MemoryFileSystem::CutTo(const std::string& path, std::uint64_t size) {
   file->bytes.resize(size);
   Change(*file);
   record_.push_back("cut " + key);
+  Note({DiskStepKind::kDataSynced, "", "", file->identity, ""});
   return true;
 }
 
@@ -288,6 +277,7 @@ bool MemoryFileSystem::MakeDirectory(const std::string& path) {
   if (directories_.contains(key)) return true;
   if (Find(key) || links_.contains(key) || !directories_.contains(ParentOf(key))) return false;
   directories_.insert(key);
+  Note({DiskStepKind::kDirectory, key, "", 0, ""});
   return true;
 }
 
@@ -305,7 +295,9 @@ bool MemoryFileSystem::RemoveDirectory(const std::string& path) {
     }
   };
   if (has_within(files_) || has_within(links_) || has_within(directories_)) return false;
-  return directories_.erase(key) > 0;
+  if (directories_.erase(key) == 0) return false;
+  Note({DiskStepKind::kNoDirectory, key, "", 0, ""});
+  return true;
 }
 
 bool MemoryFileSystem::ChangeDirectory(const std::string& path) {
@@ -326,7 +318,9 @@ void MemoryFileSystem::Put(const std::string& path, const std::string& bytes) {
   const std::string key = Key(path);
   MakeParents(key);
   files_.erase(key);
-  MakeFile(key)->bytes = bytes;
+  const auto file = MakeFile(key);
+  file->bytes = bytes;
+  Change(*file);
 }
 
 void MemoryFileSystem::PutMore(const std::string& path, const std::string& bytes) {
@@ -430,6 +424,20 @@ std::vector<std::string> MemoryFileSystem::Changes() {
   return record_;
 }
 
+void MemoryFileSystem::Record(DiskSteps& steps) {
+  const std::lock_guard guard(mutex_);
+  steps_ = &steps;
+  for (const std::string& directory : directories_)
+    Note({DiskStepKind::kDirectory, directory, "", 0, ""});
+  for (const auto& [key, file] : files_) {
+    Note({DiskStepKind::kName, key, "", file->identity, ""});
+    Note({DiskStepKind::kData, "", "", file->identity, file->bytes});
+    Note({DiskStepKind::kDataSynced, "", "", file->identity, ""});
+  }
+  for (const std::string& directory : directories_)
+    Note({DiskStepKind::kNamesSynced, directory, "", 0, ""});
+}
+
 std::string MemoryFileSystem::CurrentDirectory() {
   const std::lock_guard guard(mutex_);
   return current_;
@@ -445,12 +453,19 @@ std::shared_ptr<void> MemoryFileSystem::ShareOf(const LockedFile& lock) {
 }
 
 std::string MemoryFileSystem::Key(const std::string& path) const {
-  std::string whole = path;
-  std::replace(whole.begin(), whole.end(), '\\', '/');
-  if (whole.empty() || whole.front() != '/') whole = current_ + "/" + whole;
-  std::string key;
-  for (const std::string& part : PartsOf(whole))
-    key += "/" + part;
+  const bool is_whole = !path.empty() && (path.front() == '/' || path.front() == '\\');
+  std::string key = is_whole || current_ == "/" ? "" : current_;
+  for (std::size_t begin = 0; begin <= path.size();) {
+    const std::size_t end = std::min(path.find_first_of("/\\", begin), path.size());
+    const std::string_view part = std::string_view(path).substr(begin, end - begin);
+    begin = end + 1;
+    if (part.empty() || part == ".") continue;
+    if (part != "..") {
+      key.append("/").append(part);
+    } else if (!key.empty()) {
+      key.resize(key.rfind('/'));
+    }
+  }
   return key.empty() ? "/" : key;
 }
 
@@ -481,8 +496,18 @@ std::shared_ptr<MemoryFileSystem::File> MemoryFileSystem::MakeFile(const std::st
   if (file) return file;
   file = std::make_shared<File>();
   file->identity = ++last_identity_;
+  Note({DiskStepKind::kName, key, "", file->identity, ""});
   Change(*file);
   return file;
+}
+
+void MemoryFileSystem::Change(File& file) {
+  file.changed = ++changes_;
+  Note({DiskStepKind::kData, "", "", file.identity, file.bytes});
+}
+
+void MemoryFileSystem::Note(DiskStep step) {
+  if (steps_ != nullptr) steps_->push_back(std::move(step));
 }
 
 bool MemoryFileSystem::IsFilePlace(const std::string& key) const {

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "fakes/disk_steps.h"
 #include "platform/files.h"
 
 namespace tarvendo {
@@ -88,6 +89,9 @@ class MemoryFileSystem : public FileSystem {
   void FailFrom(FileOperation operation, int n);
   void Mend();
 
+  /// New files that fail to open from now on look as if none of that name could ever be made.
+  void FailAsForbidden() { fails_as_forbidden_ = true; }
+
   /// Every operation of that kind on this path fails, until Allow. A file that may not be opened
   /// may not be made either.
   void Deny(FileOperation operation, const std::string& path);
@@ -120,6 +124,10 @@ class MemoryFileSystem : public FileSystem {
   /// "remove F", "cut F", "sync names of D".
   std::vector<std::string> Changes();
 
+  /// From now on writes everything that is done to the disk into `steps`, beginning with what is
+  /// there, as on the disk. Links are not among it. `steps` must live as long as this does.
+  void Record(DiskSteps& steps);
+
   /// The current directory, absolute, without a `/` at its end.
   std::string CurrentDirectory();
 
@@ -149,7 +157,8 @@ class MemoryFileSystem : public FileSystem {
   bool Fails(FileOperation operation, const std::string& key);
   std::shared_ptr<File> OpenForWriting(const std::string& path);
   std::shared_ptr<File> MakeFile(const std::string& key);
-  void Change(File& file) { file.changed = ++changes_; }
+  void Change(File& file);
+  void Note(DiskStep step);
   bool IsFilePlace(const std::string& key) const;
   std::shared_ptr<File> Find(const std::string& key) const;
   void MakeParents(const std::string& key);
@@ -162,6 +171,8 @@ class MemoryFileSystem : public FileSystem {
   std::map<FileOperation, Fault> faults_;
   std::vector<std::string> removed_;
   std::vector<std::string> record_;
+  DiskSteps* steps_ = nullptr;
+  bool fails_as_forbidden_ = false;
   std::multimap<std::string, std::shared_ptr<void>> other_holders_;
   std::uint64_t last_identity_ = 0;
   std::int64_t changes_ = 0;

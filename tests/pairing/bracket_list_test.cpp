@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "pairing/tourney_field.h"
+#include "pairing/hand_made_field.h"
 #include "tourney/small_tourney.h"
 #include "tourney/standings.h"
 
@@ -12,9 +12,9 @@ namespace {
 class BracketListTest : public TourneyTest {
  protected:
   /// Brackets of the current standings, without the message.
-  void Create(int width = 0, BracketMode mode = BracketMode::kPairDown) {
+  void Create(int quarter_points = 0, BracketMode mode = BracketMode::kPairDown) {
     CalculateStandings(tourney);
-    EXPECT_TRUE(CreateBrackets(tourney, brackets, width, mode));
+    EXPECT_TRUE(CreateBrackets(tourney, brackets, BracketWidth{quarter_points}, mode));
     Output();
   }
 
@@ -39,20 +39,20 @@ TEST_F(BracketListPrinting, SaysHowManyBracketsWereMade) {
   AddReady(3, 4, kDraw);
   tourney.ChangeState()->round = 2;
   CalculateStandings(tourney);
-  EXPECT_TRUE(CreateBrackets(tourney, brackets, 4, BracketMode::kPairDown));
+  EXPECT_TRUE(CreateBrackets(tourney, brackets, BracketWidth{4}, BracketMode::kPairDown));
   EXPECT_EQ(Output(), "1 brackets created.\n");
 }
 
 TEST_F(BracketListPrinting, OneBigBracketIsMadeSilently) {
   EnterMany(2);
-  EXPECT_TRUE(CreateBrackets(tourney, brackets, 0, BracketMode::kOneBig));
+  EXPECT_TRUE(CreateBrackets(tourney, brackets, BracketWidth{0}, BracketMode::kOneBig));
   EXPECT_EQ(Output(), "");
 }
 
 TEST_F(BracketListPrinting, WithoutAnybodyToPairThereAreNoBracketsAndNothingIsSaid) {
   EnterMany(2);
   Add(1, 2);
-  EXPECT_FALSE(CreateBrackets(tourney, brackets, 0, BracketMode::kPairDown));
+  EXPECT_FALSE(CreateBrackets(tourney, brackets, BracketWidth{0}, BracketMode::kPairDown));
   EXPECT_EQ(Output(), "");
   EXPECT_TRUE(brackets.chain.empty());
 }
@@ -251,10 +251,10 @@ TEST_F(BracketListGames, OnlyAReadyGameForbidsARematch) {
   AddReady(3, 4, kUnfinished);
   AddReady(1, 3, kBothLose);
   const PairingField field = MakePairingField(tourney);
-  EXPECT_FALSE(field.HasMet(1, 2));
-  EXPECT_TRUE(field.HasMet(3, 4));
-  EXPECT_TRUE(field.HasMet(3, 1));
-  EXPECT_TRUE(field.HasMet(2, 2));
+  EXPECT_FALSE(HasMet(field, 1, 2));
+  EXPECT_TRUE(HasMet(field, 3, 4));
+  EXPECT_TRUE(HasMet(field, 3, 1));
+  EXPECT_TRUE(HasMet(field, 2, 2));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "pairing/bracket_pairing.h"
 #include "pairing/hand_made_field.h"
 
 namespace tarvendo {
@@ -130,7 +131,6 @@ TEST_F(ChainSearch, TheTimeRunsOutInAChainWithoutATrace) {
   step = 1;
   EXPECT_EQ(Pair(field, chain), PairingCode::kTimeOut);
   EXPECT_EQ(ChainText(chain), "[1 2 3][4 5 6 7 8]");
-  EXPECT_GT(clock.Checks(), 0);
 }
 
 TEST_F(ChainSearch, TheTimeRunsOutInASingleBracketAsAPlainFailure) {
@@ -159,13 +159,11 @@ TEST(PairingClock, RunsOutWhenMoreThanTheLimitHasPassedAndStaysOut) {
   now = 103;
   EXPECT_FALSE(clock.IsTimedOut());
   now = 104;
-  EXPECT_TRUE(clock.CountedIsTimedOut());
+  EXPECT_TRUE(clock.IsTimedOut());
   now = 100;
   EXPECT_TRUE(clock.IsTimedOut());
-  EXPECT_EQ(clock.Checks(), 1);
   clock.Restart();
   EXPECT_FALSE(clock.IsTimedOut());
-  EXPECT_EQ(clock.Checks(), 0);
 }
 
 TEST(PairingClock, ALimitOfNothingIsTenSeconds) {

@@ -14,6 +14,11 @@ namespace tarvendo {
 using Numbers = std::vector<int>;
 using Meetings = std::initializer_list<std::pair<int, int>>;
 
+/// Whether the two have met. Everybody has met himself.
+inline bool HasMet(const PairingField& field, int number, int other) {
+  return field.OpponentsOf(PairingField::SeatOf(number)).Contains(PairingField::SeatOf(other));
+}
+
 /// Players with these wishes for a colour and no points.
 inline PairingField FieldOfStates(const Numbers& colour_states, Meetings met = {},
                                   int sub_rounds = 1) {

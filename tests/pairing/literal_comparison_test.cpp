@@ -9,7 +9,8 @@
 #include <string>
 
 #include "pairing/bracket_creation.h"
-#include "pairing/bracket_games.h"
+#include "pairing/bracket_list.h"
+#include "pairing/bracket_pairing.h"
 #include "pairing/chain_search.h"
 #include "pairing/literal_search.h"
 #include "pairing/random_chains.h"
@@ -78,7 +79,7 @@ class Comparison {
   /// Makes brackets both ways; false when there are none.
   bool Create(const PairingField& field, literal::BracketList& list, int width, int mode) {
     const bool made = list.CreateBrackets(width, mode);
-    chain_ = MakeBrackets(field, width, static_cast<BracketMode>(mode));
+    chain_ = MakeBrackets(field, BracketWidth{width}, static_cast<BracketMode>(mode));
     EXPECT_EQ(made, !chain_.empty());
     EXPECT_EQ(Describe(list), Describe(chain_));
     return made;
@@ -167,15 +168,12 @@ class Comparison {
 void CompareRandomChain(Comparison& comparison, std::uint64_t seed) {
   SCOPED_TRACE("seed " + std::to_string(seed));
   Dice dice(seed);
-  const int players = dice.Percent(85) ? 2 * dice.Between(2, 8) : dice.Between(3, 15);
-  const PairingField field = RandomField(dice, players);
+  const RandomChain random = MakeRandomChain(dice);
+  const PairingField& field = random.field;
   literal::BracketList list(field, kBudget);
-  const bool made_by_hand = dice.Percent(50);
-  const int width = dice.Below(7);
-  const int mode = dice.Between(1, 3);
-  if (made_by_hand) {
-    comparison.Create(field, list, RandomSplit(dice, players));
-  } else if (!comparison.Create(field, list, width, mode)) {
+  if (!random.by_hand.empty()) {
+    comparison.Create(field, list, random.by_hand);
+  } else if (!comparison.Create(field, list, random.width, random.mode)) {
     return;
   }
   std::vector<std::pair<int, int>> games;

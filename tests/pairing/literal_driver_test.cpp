@@ -11,9 +11,9 @@
 #include "base/text.h"
 #include "pairing/bracket_list.h"
 #include "pairing/literal_search.h"
+#include "pairing/pairing_field.h"
 #include "pairing/random_chains.h"
 #include "pairing/swiss_driver.h"
-#include "pairing/tourney_field.h"
 #include "tourney/game_list.h"
 #include "tourney/small_tourney.h"
 #include "tourney/standings.h"
@@ -87,9 +87,9 @@ class LiteralDriver {
                    const PairingRequest& request) {
     for (const int mode : {2, 1}) {
       if (!(mode == 2 ? request.down : request.up)) continue;
-      text_ +=
-          Format("Pairing %s, Bracket size %d...\n", mode == 2 ? "Down" : "Up", request.size * 2);
-      if (Try(tourney, field, request.size * 2, mode) != Outcome::kFailed) return;
+      text_ += Format("Pairing %s, Bracket size %d...\n", mode == 2 ? "Down" : "Up",
+                      request.size.half_points * 2);
+      if (Try(tourney, field, request.size.half_points * 2, mode) != Outcome::kFailed) return;
       text_ += "failed.\n";
     }
   }
@@ -135,7 +135,7 @@ class RandomSwiss {
     request.automatic = dice_.Percent(80);
     request.down = dice_.Percent(70);
     request.up = dice_.Percent(70);
-    request.size = dice_.Below(4);
+    request.size.half_points = dice_.Below(4);
     CalculateStandings(tourney_);
     const std::string expected = literal_.PairRound(tourney_, request);
     machine_.TakeOutput();

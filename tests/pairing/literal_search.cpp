@@ -11,6 +11,10 @@ bool IsFree(const Entry& entry) {
   return !entry.absent && entry.partner == -1;
 }
 
+bool HasMet(const PairingField& field, int number, int other) {
+  return field.OpponentsOf(PairingField::SeatOf(number)).Contains(PairingField::SeatOf(other));
+}
+
 std::size_t NextFree(const Bracket& bracket, std::size_t from) {
   for (std::size_t place = from; place < bracket.entries.size(); ++place) {
     if (IsFree(bracket.entries[place])) return place;
@@ -34,7 +38,7 @@ bool BracketList::Step() {
 
 bool BracketList::MayPair(const Bracket& bracket, const Entry& a, const Entry& b) const {
   if (&a == &b || a.absent || b.absent) return false;
-  if (field_.HasMet(a.number, b.number)) return false;
+  if (HasMet(field_, a.number, b.number)) return false;
   if (field_.SubRounds() > 1) return true;
   const bool conflict =
       (a.colour_state & 1) == (b.colour_state & 1) && a.colour_state != 2 && b.colour_state != 2;
@@ -169,7 +173,7 @@ bool BracketList::IsMovable(const Bracket& bracket, std::size_t place) const {
   if (!IsFree(entry)) return false;
   return std::any_of(
       bracket.next->entries.begin(), bracket.next->entries.end(),
-      [&](const Entry& other) { return !field_.HasMet(entry.number, other.number); });
+      [&](const Entry& other) { return !HasMet(field_, entry.number, other.number); });
 }
 
 std::size_t BracketList::NextMovable(const Bracket& bracket, std::size_t from) const {

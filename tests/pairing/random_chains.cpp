@@ -61,6 +61,16 @@ std::vector<std::vector<int>> RandomSplit(Dice& dice, int players) {
   return split;
 }
 
+RandomChain MakeRandomChain(Dice& dice) {
+  const int players = dice.Percent(85) ? 2 * dice.Between(2, 8) : dice.Between(3, 15);
+  RandomChain chain{RandomField(dice, players), {}};
+  const bool by_hand = dice.Percent(50);
+  chain.width = dice.Below(7);
+  chain.mode = dice.Between(1, 3);
+  if (by_hand) chain.by_hand = RandomSplit(dice, players);
+  return chain;
+}
+
 RandomTourney::RandomTourney(Dice& dice, int players, int rounds, int sub_rounds)
     : dice_(dice),
       rounds_(rounds),

@@ -29,6 +29,19 @@ PairingField RandomField(Dice& dice, int players);
 /// Splits the players into brackets of random sizes, in a random order.
 std::vector<std::vector<int>> RandomSplit(Dice& dice, int players);
 
+/// A field and how it comes into brackets: by hand, or by the rules with this width and mode (1 to
+/// 3).
+struct RandomChain {
+  PairingField field;
+  std::vector<std::vector<int>>
+      by_hand;    ///< the brackets' players; empty when they are not by hand
+  int width = 0;  ///< quarter points
+  int mode = 0;
+};
+
+/// 3 to 16 players.
+RandomChain MakeRandomChain(Dice& dice);
+
 /// A tourney of random results, paired from outside round by round: games may be forfeited before
 /// they are played, and some stay unplayed.
 class RandomTourney {

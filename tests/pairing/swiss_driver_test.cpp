@@ -27,7 +27,7 @@ class SwissDriverTest : public TourneyTest {
     request.automatic = false;
     request.down = down;
     request.up = up;
-    request.size = size;
+    request.size.half_points = size;
     return request;
   }
 

@@ -118,7 +118,9 @@ TEST_F(Claims, AreFoundByTheirNamesInFilesPath) {
 
 TEST(ARecord, HoldsAResultWhenThatIsItsLastWord) {
   EXPECT_TRUE(HoldsResult("[Result \"1-0\"]\n\n1. e4 e5 1-0\n\n"));
-  EXPECT_TRUE(HoldsResult("1. e4\n0-1"));
+  EXPECT_TRUE(HoldsResult("1. e4\n0-1\n"));
+  EXPECT_FALSE(HoldsResult("1. e4\n0-1")) << "broken off before the line feed";
+  EXPECT_FALSE(HoldsResult(std::string("1. e4\0\0\0 0-1\n", 14))) << "lost in a power failure";
   EXPECT_TRUE(HoldsResult("1/2-1/2\r\n"));
   EXPECT_FALSE(HoldsResult("[Result \"1-0\"]\n\n1. e4 e5\n"));
   EXPECT_FALSE(HoldsResult("1. e4 e5 *\n"));

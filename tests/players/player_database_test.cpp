@@ -164,5 +164,22 @@ TEST_F(PlayerDatabaseTest, PlayersAreFoundByNumberAndByExactName) {
   EXPECT_EQ(database.FindByName("a"), nullptr);
 }
 
+TEST(PlayerDatabaseLimit, AListThatIsFullTakesNobodyMoreButMergesWhoIsThere) {
+  const CapturedLog machine;
+  PlayerDatabase players(2);
+  for (const char* name : {"A", "B", "C"}) {
+    PlayerTexts texts;
+    texts.name = name;
+    texts.program_exe = "e.exe";
+    EXPECT_EQ(players.CreatePlayer(texts), *name != 'C');
+  }
+  EXPECT_TRUE(players.IsFull());
+  PlayerTexts merged;
+  merged.name = "A";
+  merged.white_options = "/fUCI";
+  EXPECT_TRUE(players.CreatePlayer(merged));
+  EXPECT_EQ(players.Players().front().texts.white_options, "/fUCI");
+}
+
 }  // namespace
 }  // namespace tarvendo

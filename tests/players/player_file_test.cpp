@@ -259,5 +259,22 @@ TEST_F(PlayerFileTest, ABlockIsReadFromWhereTheReaderStands) {
   EXPECT_FALSE(ReadPlayerBlock(lines, database));
 }
 
+TEST(PlayerFileLimit, WhatHasNoRoomIsNotReadAndSaidSo) {
+  CapturedLog machine;
+  machine.files.Put("p.txt",
+                    "PLAYER_FILE\nPLAYER\nName:\nA\nProgramExe:\na\nEND_PLAYER\n"
+                    "PLAYER\nName:\nB\nProgramExe:\nb\nEND_PLAYER\n");
+  machine.files.Put("winboard.ini",
+                    "/firstChessProgramNames={a.exe\nb.exe\n}\n"
+                    "/secondChessProgramNames={c.exe\n}\n");
+  for (const char* file : {"p.txt", "winboard.ini"}) {
+    PlayerDatabase players(1);
+    EXPECT_TRUE(ReadPlayerFile(machine.files, file, "", players));
+    EXPECT_EQ(players.Players().size(), 1U);
+    EXPECT_TRUE(machine.TakeOutput().ends_with("There are 1 players, more are not read.\n"))
+        << file;
+  }
+}
+
 }  // namespace
 }  // namespace tarvendo

@@ -57,6 +57,22 @@ TEST_F(PgnJournal, HalfAGameIsCut) {
   }
 }
 
+// As some file systems leave it behind a power failure.
+TEST_F(PgnJournal, AGameWithHolesOfNulBytesIsCut) {
+  for (const std::string& left : {std::string("one\n\0\0\0\n", 8), std::string("\0\0\0\0", 4),
+                                  std::string("\0ne\ntw", 6), std::string("o\0\0", 3)}) {
+    machine.files.Put(kPgn, "old\n");
+    Append(1, "one\n");
+    Append(2, "two\n");
+    Forget(1);
+    Forget(2);
+    machine.files.Put(kPgn, "old\n" + left);
+    Settle();
+    EXPECT_EQ(Pgn(), "old\n") << left.size();
+    EXPECT_FALSE(machine.files.Has(kJournal));
+  }
+}
+
 TEST_F(PgnJournal, AWholeGameThatTheTourneyDoesNotKnowIsCutToo) {
   Append(1, "one\n");
   Append(2, "two\n");
@@ -94,8 +110,10 @@ TEST_F(PgnJournal, TheNextAppendCutsAsWell) {
 }
 
 TEST_F(PgnJournal, WhatSomebodyAddedOrChangedIsNeverCut) {
-  for (const std::string changed :
-       {"old\none\nmine\n", "old\nonx", "old\nONE\n", "ol", "old\none mine"}) {
+  for (const std::string& changed :
+       {std::string("old\none\nmine\n"), std::string("old\nonx"), std::string("old\nONE\n"),
+        std::string("ol"), std::string("old\none mine"), std::string("old\no\0x\n", 8),
+        std::string("old\n\0\0\0\0\0\0", 10)}) {
     machine.files.Put(kPgn, "old\n");
     Append(1, "one\n");
     Forget(1);
@@ -136,6 +154,45 @@ TEST_F(PgnJournal, OneThatIsNotWholeTellsNothing) {
     EXPECT_EQ(Pgn(), "old\none\n") << size;
     EXPECT_FALSE(machine.files.Has(kJournal)) << size;
   }
+}
+
+TEST_F(PgnJournal, WhereHalfAGameCannotBeCutNothingIsAddedBehindIt) {
+  Append(1, "one\n");
+  Forget(1);
+  LeaveOnly(6);
+  PutPgn(1, "1-0");
+  machine.files.Deny(FileOperation::kCut, kPgn);
+  Settle();
+  EXPECT_EQ(Pgn(), "old\non");
+  EXPECT_TRUE(machine.files.Has(kJournal)) << "the next one may be able to";
+  Append(2, "two\n");
+  EXPECT_EQ(Pgn(), "old\non");
+  EXPECT_EQ(machine.TakeOutput(), "Error copying pgn-file!\n");
+  EXPECT_TRUE(machine.files.Has("/t/g1.rescued.PGN"));
+  machine.files.Allow(FileOperation::kCut, kPgn);
+  Append(3, "three\n");
+  EXPECT_EQ(Pgn(), "old\nthree\n");
+}
+
+TEST_F(PgnJournal, WhereThePgnFileCannotBeReadNothingIsCut) {
+  Append(1, "one\n");
+  machine.files.Deny(FileOperation::kRead, kPgn);
+  Settle();
+  Append(2, "two\n");
+  EXPECT_EQ(Pgn(), "old\none\n");
+  EXPECT_EQ(machine.TakeOutput(), "Error copying pgn-file!\n");
+}
+
+// Behind a game that the journal does not tell of, those before it could never be cut.
+TEST_F(PgnJournal, WhereItCannotTellOfAnotherGameThatOneIsNotAdded) {
+  Append(1, "one\n");
+  machine.files.Deny(FileOperation::kRename, "/t/all.pgn.journal.tarvendo.new");
+  Append(2, "two\n");
+  EXPECT_EQ(Pgn(), "old\none\n");
+  EXPECT_EQ(machine.TakeOutput(), "Error copying pgn-file!\n");
+  Forget(1);
+  Settle();
+  EXPECT_EQ(Pgn(), "old\n");
 }
 
 TEST_F(PgnJournal, ADiskThatIsFullInTheMiddleOfAGameLeavesNothingOfIt) {

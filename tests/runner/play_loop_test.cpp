@@ -114,6 +114,21 @@ TEST_F(PlayGames, ABatchFileThatHasBeenDeletedIsMadeAgain) {
   EXPECT_EQ(machine.processes.Batches(), std::vector<std::string>{"/t/g1.BAT"});
 }
 
+// As a power failure may leave it.
+TEST_F(PlayGames, ABatchFileThatHasLostItsTextIsMadeAgain) {
+  tourney.EraseGames({1});
+  const std::string text = machine.files.Bytes("/t/g1.BAT");
+  for (const std::string& lost : {std::string(), std::string(text.size(), '\0')}) {
+    machine.files.Put("/t/g1.BAT", lost);
+    Restart();
+    Pass();
+    EXPECT_EQ(machine.files.Bytes("/t/g1.BAT"), text);
+    machine.processes.EndOf(machine.processes.LastBatch());
+    machine.files.Remove("/t/g1.run");
+    machine.files.Remove("/t/winboard.debug");
+  }
+}
+
 TEST_F(PlayGames, ABatchFileThatCannotBeWrittenIsTriedAgainAndLeavesAutoRunOn) {
   tourney.EraseAllGames();
   AddGames(2);

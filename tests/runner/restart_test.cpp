@@ -329,6 +329,36 @@ TEST_F(Restarts, ClearUpAfterACollectedGameWhoseJournalHasGoneWithAnotherSave) {
     EXPECT_FALSE(machine.files.Has(name)) << name;
 }
 
+// The save that holds the result was on the disk when the power went, the record was not, nor what
+// was deleted.
+TEST_F(Restarts, ClearUpAfterACollectedGameOfWhichThePowerFailureHasLeftABeginning) {
+  const std::string claim = machine.files.Bytes("/t/g1.run");
+  EndGame(1, "1-0");
+  const std::string record = machine.files.Bytes("/t/g1.PGN");
+  PassTime(seconds(3));
+  EndProcesses();
+  for (const std::string& left : {std::string(), std::string("[Ev"), record.substr(0, 60)}) {
+    machine.files.Put("/t/g1.PGN", left);
+    machine.files.Put("/t/g1.BAT", "");
+    machine.files.Put("/t/g1.run", claim);
+    Restart();
+    Pass();
+    for (const char* name : {"/t/g1.PGN", "/t/g1.BAT", "/t/g1.run", "/t/g1.left.PGN"})
+      EXPECT_FALSE(machine.files.Has(name)) << name << " of " << left.size();
+  }
+}
+
+TEST_F(Restarts, RemoveTheDirectoryOfAGameWhoseClaimHasLostItsText) {
+  machine.files.Put("/t/g2.run", "");
+  machine.files.Put("/t/g2.place/winboard.debug", kHeader);
+  machine.files.Put("/t/g2.place/g2.BAT", "");
+  EndProcesses();
+  Restart();
+  Pass();
+  for (const char* name : {"/t/g2.place/winboard.debug", "/t/g2.place/g2.BAT", "/t/g2.place"})
+    EXPECT_FALSE(machine.files.Exists(name)) << name;
+}
+
 /// Commands of the user while game 1 is being played.
 class WhileAGameIsPlayed : public PlayGames {
  protected:

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstdlib>
 #include <memory>
 #include <mutex>
 
@@ -123,21 +124,27 @@ TEST_F(RunnerThreads, ACommandWorksWhileGamesArePlayed) {
   EXPECT_EQ(CountReady(), 4);
 }
 
-// The last one here: the request to end that it makes is the whole process's and stays.
-TEST_F(RunnerThreads, AThreadThatDiesBreaksTheTourney) {
-  const FaultGuard guard;
-  AddGames(1);
-  SpoolAll(tourney, machine.files);
-  machine.processes.on_batch = [](const std::string&) -> bool {
-    throw std::runtime_error("as a fault would");
+using RunnerThreadsDeathTest = RunnerThreads;
+
+// A process of its own, for the request to end that it makes stays.
+TEST_F(RunnerThreadsDeathTest, AThreadThatDiesBreaksTheTourney) {
+  const auto die = [this] {
+    const FaultGuard guard;
+    AddGames(1);
+    SpoolAll(tourney, machine.files);
+    machine.processes.on_batch = [](const std::string&) -> bool {
+      throw std::runtime_error("as a fault would");
+    };
+    tourney.ChangeSwitch()->SetRunning(true);
+    Start();
+    while (!IsTourneyBroken())
+      std::this_thread::yield();
+    runner_->AwaitIdle();
+    const bool is_asked = TerminationRequested();
+    runner_.reset();
+    std::_Exit(is_asked ? 0 : 2);
   };
-  tourney.ChangeSwitch()->SetRunning(true);
-  Start();
-  while (!IsTourneyBroken())
-    std::this_thread::yield();
-  runner_->AwaitIdle();
-  EXPECT_TRUE(TerminationRequested());
-  runner_.reset();
+  EXPECT_EXIT(die(), testing::ExitedWithCode(0), "^$");
 }
 
 }  // namespace

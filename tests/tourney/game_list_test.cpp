@@ -230,7 +230,7 @@ TEST_F(GameListTest, GamesOfNobodyGoFromTheLastToTheFirst) {
   AddThree();
   tourney.ChangeGames()[0].black = 0;
   tourney.ChangeGames()[2].white = 0;
-  RemoveGamesOfNobody(tourney, machine.files);
+  RemoveGamesOf(tourney, machine.files, 0);
   EXPECT_EQ(Output(), "Removing game 3...removed.\nRemoving game 1...removed.\n");
   EXPECT_EQ(GameNumbers(), " 2");
 }

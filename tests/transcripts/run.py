@@ -48,6 +48,7 @@ class Setup:
         self.directory = "."  # where the program is started, seen from the directory of the run
         self.ignored = []  # patterns of files whose content does not matter
         self.any_order = []  # expectations whose lines come in an order that does not matter
+        self.masks = []  # patterns of what time decides, which is not compared
         path = folder / "setup"
         for line in path.read_text().splitlines() if path.exists() else []:
             word, _, value = line.partition(" ")
@@ -61,6 +62,8 @@ class Setup:
                 self.ignored.append(value)
             elif word == "any_order":
                 self.any_order.append(value)
+            elif word == "mask":
+                self.masks.append(value.encode())
             elif word and not word.startswith("#"):
                 raise SystemExit(f"{path}: unknown word '{word}'")
 
@@ -251,6 +254,8 @@ class Transcript:
         if after != self.before or has_expected:
             for name, data in after.items():
                 seen["expected_files/" + name] = data
+        for pattern in self.setup.masks:
+            seen = {name: re.sub(pattern, b"{MASKED}", data) for name, data in seen.items()}
         for name in self.setup.any_order:
             if name in seen:
                 seen[name] = b"".join(sorted(seen[name].splitlines(keepends=True)))

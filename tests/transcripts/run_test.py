@@ -54,6 +54,15 @@ class RunTest(unittest.TestCase):
         expected = (self.folder / "expected.txt").read_text()
         self.assertEqual(expected, "hello from {DIR}/ with script.txt\na line of {DIR}\n")
 
+    def test_what_a_mask_fits_is_not_compared(self):
+        (self.folder / "setup").write_text("mask hel+o \\w+\n")
+        self.run_folder("--accept")
+        self.assertIn("{MASKED} {DIR}/ with", (self.folder / "expected.txt").read_text())
+        self.write_program(PROGRAM.replace("hello from", "helllo at"))
+        self.assertEqual(self.run_folder(), 0)
+        self.write_program(PROGRAM.replace("hello", "goodbye"))
+        self.assertEqual(self.run_folder(), 1)
+
     def test_another_console_text_fails_with_a_difference(self):
         self.write_program(PROGRAM.replace("hello", "goodbye"))
         self.assertEqual(self.run_folder(), 1)

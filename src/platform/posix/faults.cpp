@@ -134,6 +134,7 @@ class HandlerStack {
 
 FaultGuard::FaultGuard() {
   console_thread = pthread_self();
+  EndOnThisThread();
   TerminationDescriptor();  // Made here, for a signal handler cannot make it.
   CatchFaults();
   for (const int request : kRequests) {
@@ -144,6 +145,7 @@ FaultGuard::FaultGuard() {
 }
 
 FaultGuard::~FaultGuard() {
+  EndOnAnyThread();
   for (std::size_t i = 0; i < kFaults.size(); ++i) {
     sigaction(kFaults[i], &actions_before[i], nullptr);
   }

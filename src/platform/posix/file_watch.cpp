@@ -74,17 +74,27 @@ class InotifyWatches : public FileWatches {
     std::string name_;
     std::function<void()> on_change_;
   };
-  using Entries = std::multimap<std::string, Entry*>;  // by the name of the file
+  struct Directory {
+    std::multimap<std::string, Entry*> entries;  ///< by the name of the file
+    std::string path;                            ///< with its separator
+    bool has_gone = false;
+  };
 
   bool Start();
   void Forget(const Entry& entry);
+  void KeepOrDrop(int directory);
+  void Drop(int directory);
   void Run();
   void ReadEvents();
   void Take(const inotify_event& event, std::set<Entry*>& told);
 
   std::mutex mutex_;  ///< held while notices are given, so that none is under way behind a Forget
   bool is_over_ = false;
-  std::map<int, Entries> directories_;
+  std::map<int, Directory> directories_;
+  /// One in which nothing is watched at the moment, 0 for none. The kernel goes through every name
+  /// that it knows in a directory, and be it of a file that has gone, when the directory is watched
+  /// for the first time: with a new watch for each game that is what a long tourney gets slow by.
+  int idle_ = 0;
   std::unique_ptr<Descriptor> events_;
   WakeUp wake_up_;
   std::thread thread_;
@@ -116,7 +126,10 @@ std::unique_ptr<FileWatch> InotifyWatches::Watch(const std::string& path,
   if (number < 0) return nullptr;
   auto entry =
       std::make_unique<Entry>(*this, number, host_path.substr(name_at), std::move(on_change));
-  directories_[number].emplace(entry->Name(), entry.get());
+  Directory& watched = directories_[number];
+  watched.entries.emplace(entry->Name(), entry.get());
+  watched.path = directory;
+  if (number == idle_) idle_ = 0;
   return entry;
 }
 
@@ -135,14 +148,25 @@ bool InotifyWatches::Start() {
 
 void InotifyWatches::Forget(const Entry& entry) {
   const std::lock_guard<std::mutex> guard(mutex_);
-  const auto directory = directories_.find(entry.Directory());
-  Entries& entries = directory->second;
+  auto& entries = directories_.at(entry.Directory()).entries;
   const auto range = entries.equal_range(entry.Name());
   entries.erase(std::find_if(range.first, range.second,
                              [&](const auto& other) { return other.second == &entry; }));
-  if (!entries.empty()) return;
+  if (entries.empty()) KeepOrDrop(entry.Directory());
+}
+
+/// Of the directories without a watch one stays: that of the tourney, not that of a game within it.
+void InotifyWatches::KeepOrDrop(int directory) {
+  const Directory& left = directories_.at(directory);
+  const bool is_within = idle_ != 0 && left.path.starts_with(directories_.at(idle_).path);
+  const bool is_kept = !left.has_gone && !is_within;
+  const int dropped = is_kept ? std::exchange(idle_, directory) : directory;
+  if (dropped != 0) Drop(dropped);
+}
+
+void InotifyWatches::Drop(int directory) {
   // It fails when the directory itself has gone, and its number with it.
-  inotify_rm_watch(events_->Get(), entry.Directory());
+  inotify_rm_watch(events_->Get(), directory);
   directories_.erase(directory);
 }
 
@@ -175,8 +199,12 @@ void InotifyWatches::ReadEvents() {
 
 void InotifyWatches::Take(const inotify_event& event, std::set<Entry*>& told) {
   const bool is_lost = (event.mask & IN_Q_OVERFLOW) != 0;
-  for (const auto& [number, entries] : directories_) {
+  const bool has_gone = (event.mask & IN_IGNORED) != 0;
+  if (has_gone && event.wd == idle_) Drop(std::exchange(idle_, 0));
+  for (auto& [number, directory] : directories_) {
     if (!is_lost && number != event.wd) continue;
+    directory.has_gone = directory.has_gone || has_gone;
+    const auto& entries = directory.entries;
     // Without a name the directory itself has gone.
     auto range = std::pair(entries.begin(), entries.end());
     if (!is_lost && event.len > 0)

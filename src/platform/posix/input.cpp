@@ -1,6 +1,7 @@
 #include "platform/input.h"
 
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <array>
@@ -79,6 +80,18 @@ void WriteConsole(const std::string& text) {
 
 void WriteConsoleError(const std::string& text) {
   WriteAll(STDERR_FILENO, text);
+}
+
+int ColumnsOfError() {
+  constexpr int kUsual = 80;
+  if (isatty(STDERR_FILENO) == 0) return 0;
+  winsize size{};
+  const bool is_told = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+  return is_told ? size.ws_col : kUsual;
+}
+
+bool IsOutputTerminal() {
+  return isatty(STDOUT_FILENO) != 0;
 }
 
 }  // namespace tarvendo

@@ -115,11 +115,13 @@ FaultGuard::FaultGuard() {
   fault_handler = AddVectoredExceptionHandler(1, OnFault);
   signal(SIGABRT, OnAbort);
   PrepareWatchdog();
+  EndOnThisThread();
   TerminationEvent();
   HearConsoleEvents(true);
 }
 
 FaultGuard::~FaultGuard() {
+  EndOnAnyThread();
   HearConsoleEvents(false);
   signal(SIGABRT, SIG_DFL);
   RemoveVectoredExceptionHandler(fault_handler);

@@ -139,4 +139,15 @@ void WriteConsoleError(const std::string& text) {
   WriteAll(GetStdHandle(STD_ERROR_HANDLE), WithCrLf(text));
 }
 
+int ColumnsOfError() {
+  CONSOLE_SCREEN_BUFFER_INFO screen{};
+  if (GetConsoleScreenBufferInfo(GetStdHandle(STD_ERROR_HANDLE), &screen) == 0) return 0;
+  return screen.srWindow.Right - screen.srWindow.Left + 1;
+}
+
+bool IsOutputTerminal() {
+  CONSOLE_SCREEN_BUFFER_INFO screen{};
+  return GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &screen) != 0;
+}
+
 }  // namespace tarvendo
