@@ -44,17 +44,31 @@ foreach(document ${documents_of_project})
   list(APPEND user_documents ${copy})
 endforeach()
 
+set(examples "")
+file(GLOB examples_of_project RELATIVE ${CMAKE_SOURCE_DIR} CONFIGURE_DEPENDS examples/*.txt)
+foreach(example ${examples_of_project})
+  packed_text(copy ${example} ${example})
+  list(APPEND examples ${copy})
+endforeach()
+
 # Builds all that is installed, and nothing else.
 add_custom_target(packaged DEPENDS tarvendo)
 
+# An archive is unpacked anywhere, so its program has libedit in it.
+set(portable_program tarvendo)
+if(TARGET tarvendo_static)
+  set(portable_program tarvendo_static)
+  add_dependencies(packaged tarvendo_static)
+endif()
+
 # --- Portable -------------------------------------------------------------------------------------
 
-install(TARGETS tarvendo RUNTIME DESTINATION . COMPONENT ${portable})
+install(TARGETS ${portable_program} RUNTIME DESTINATION . COMPONENT ${portable})
 packed_text(readme README.md README.txt help/TourneyHelp.txt TourneyHelp.txt)
 install(FILES ${readme} ${help} ${first_tourney} DESTINATION . COMPONENT ${portable})
 install(FILES ${pictures} DESTINATION pics COMPONENT ${portable})
 install(FILES ${user_documents} DESTINATION docs COMPONENT ${portable})
-install(FILES docs/table.png DESTINATION docs COMPONENT ${portable})
+install(FILES docs/table.png docs/report.png DESTINATION docs COMPONENT ${portable})
 if(WIN32)
   # Pieces of MinGW-w64 are linked into the program; their licences want to be handed on with it.
   find_file(TARVENDO_MINGW_LICENCES copyright PATHS /usr/share/doc/mingw-w64-common
@@ -64,9 +78,26 @@ if(WIN32)
             COMPONENT ${portable})
   endif()
 else()
+  # What is linked into the program wants its licence handed on with it.
+  set(licences "")
+  if(TARVENDO_HAS_LIBEDIT)
+    foreach(library edit bsd md ncurses)
+      set(licence /usr/share/doc/lib${library}-dev/copyright)
+      if(EXISTS ${licence})
+        file(READ ${licence} text)
+        string(APPEND licences "== lib${library} ==\n\n${text}\n")
+      endif()
+    endforeach()
+  endif()
+  if(licences)
+    file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/packaging/libedit-licences.txt CONTENT "${licences}")
+    install(FILES ${CMAKE_BINARY_DIR}/packaging/libedit-licences.txt DESTINATION docs COMPONENT ${portable})
+  endif()
   install(PROGRAMS adapters/xboard/winboard.exe DESTINATION . COMPONENT ${portable})
   install(FILES adapters/xboard/README.md DESTINATION docs RENAME xboard.md COMPONENT ${portable})
   install(FILES ${packaging}/tarvendo.bash-completion DESTINATION . COMPONENT ${portable})
+  # They are of engines that Debian has.
+  install(FILES ${examples} DESTINATION examples COMPONENT ${portable})
 endif()
 
 # --- System ---------------------------------------------------------------------------------------
@@ -109,10 +140,10 @@ if(NOT WIN32)
   packed_text(readme README.md README.md help/TourneyHelp.txt ../../tarvendo/TourneyHelp.txt)
   install(FILES ${readme} packaging/copyright DESTINATION ${documents} COMPONENT system)
   install(FILES ${user_documents} DESTINATION ${documents}/docs COMPONENT system)
-  install(FILES docs/table.png DESTINATION ${documents}/docs COMPONENT system)
+  install(FILES docs/table.png docs/report.png DESTINATION ${documents}/docs COMPONENT system)
   install(FILES adapters/xboard/README.md DESTINATION ${documents}/docs RENAME xboard.md
           COMPONENT system)
-  install(FILES ${first_tourney} DESTINATION ${documents}/examples COMPONENT system)
+  install(FILES ${first_tourney} ${examples} DESTINATION ${documents}/examples COMPONENT system)
   install(FILES ${packaging}/tarvendo.bash-completion RENAME tarvendo
           DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT system)
   find_program(GZIP gzip)

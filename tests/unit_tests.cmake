@@ -62,7 +62,7 @@ endfunction()
 
 # All rooms at home. Another host sees those that know of it, and the thread sanitizer those that have threads; the
 # built program is run everywhere.
-set(rooms platform base play players tourney reports pairing runner console)
+set(rooms platform base play players tourney reports publish pairing runner console)
 set(rooms_with_some_threads "")
 if(WIN32)
   set(rooms platform)

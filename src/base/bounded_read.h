@@ -15,6 +15,7 @@ inline constexpr std::size_t kPlayerFileLimit = std::size_t{1} << 28U;  ///< Win
 inline constexpr std::size_t kGameFileLimit = std::size_t{1} << 24U;  ///< record, batch file, claim
 inline constexpr std::size_t kHelpFileLimit = std::size_t{1} << 24U;
 inline constexpr std::size_t kShellOutputLimit = std::size_t{1} << 28U;
+inline constexpr std::size_t kMostLogKept = std::size_t{1} << 28U;  ///< what is kept of the log
 
 /// What was read of a file.
 struct BoundedText {

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cstdarg>
+#include <utility>
 
 #include "base/bounded_read.h"
 #include "base/line_reader.h"
 #include "base/text.h"
+#include "platform/faults.h"
 #include "platform/files.h"
 #include "platform/processes.h"
 
@@ -15,22 +17,26 @@ namespace {
 constexpr std::int64_t kSmallestLimit = 2048;
 constexpr std::size_t kCutLine = 1023;
 
+/// So much of another program's output is written as one message; whoever asks this program to end
+/// is heard before the next.
+constexpr std::size_t kMostAtOnce = std::size_t{1} << 16U;
+
 constexpr const char* kStars = "**********************************************";
 
 std::string Framed(const std::string& message) {
   return std::string("\n") + kStars + "\n" + message + "\n" + kStars + "\n";
 }
 
-/// The pieces of the rest of a text, as a loop that writes its buffer after every read gives them:
-/// a text that ends in a line feed has its last line twice, an empty one gives one empty piece.
-std::string CopiedLineByLine(LineReader reader, std::size_t size) {
-  std::string copy;
+/// Gives `take` the pieces of the rest of a text, as a loop that writes its buffer after every read
+/// does: a text that ends in a line feed has its last line twice, an empty one gives one empty
+/// piece.
+template <typename Take>
+void CopyLineByLine(LineReader reader, std::size_t size, const Take& take) {
   std::string buffer;
   while (!reader.AtEnd()) {
     if (const auto line = reader.Read(size)) buffer = *line;
-    copy += buffer;
+    take(buffer);
   }
-  return copy;
 }
 
 /// CR LF as LF.
@@ -74,13 +80,17 @@ void LogFile::CutDown(std::int64_t limit) {
   if (!stream_ || stream_->Size() < limit) return;
   const std::int64_t size = stream_->Size();
   stream_.reset();
-  const auto newer_half = files_.ReadFrom(name_, static_cast<std::uint64_t>(size / 2));
+  const auto newest = static_cast<std::int64_t>(kMostLogKept);
+  const std::int64_t middle = std::max(size / 2, size - newest);
+  const auto newer_half = files_.ReadPart(name_, static_cast<std::uint64_t>(middle), kMostLogKept);
   const std::unique_ptr<OutputFile> working = files_.Create(WorkingName(name_));
   if (newer_half && working) {
     const std::string text = FoldLineEnds(*newer_half);
     LineReader reader(text);
     reader.Read(kCutLine);
-    const bool written = working->Write(CopiedLineByLine(reader, kCutLine));
+    std::string kept;
+    CopyLineByLine(reader, kCutLine, [&](const std::string& line) { kept += line; });
+    const bool written = working->Write(kept);
     const bool whole = working->Close() && written;
     if (!whole || !files_.Rename(WorkingName(name_), name_)) files_.Remove(WorkingName(name_));
   }
@@ -136,9 +146,20 @@ bool Log::RunShellCommand(const std::string& line) {
     error_(Framed("Error reopening temporary file!"));
     return false;
   }
-  Write(CopiedLineByLine(LineReader(*output.text), kLongLine));
+  WriteOutput(*output.text);
   DropShellOutput();
   return true;
+}
+
+void Log::WriteOutput(const std::string& output) {
+  std::string part;
+  CopyLineByLine(LineReader(output), kLongLine, [&](const std::string& line) {
+    part += line;
+    if (part.size() < kMostAtOnce) return;
+    EndWhenAsked();
+    Write(std::exchange(part, std::string()));
+  });
+  Write(part);
 }
 
 void Log::DropShellOutput() {

@@ -25,8 +25,9 @@ class LogFile {
 
   void Write(const std::string& text);
 
-  /// Keeps roughly the newer half when the file has reached `limit` bytes: what begins behind the
-  /// first line end after its middle. The last line then stands there twice.
+  /// Keeps roughly the newer half when the file has reached `limit` bytes, no more than
+  /// kMostLogKept: what begins behind the first line end after its middle. The last line then
+  /// stands there twice.
   void CutDown(std::int64_t limit);
 
  private:
@@ -76,6 +77,9 @@ class Log {
   void Housekeep(std::int64_t limit);
 
  private:
+  /// Copies what another program has printed.
+  void WriteOutput(const std::string& output);
+
   Host& host_;
   Sink console_;
   Sink error_;

@@ -11,11 +11,12 @@
 #include "console/command_interpreter.h"
 #include "console/command_line.h"
 #include "console/exit_code.h"
+#include "console/keyboard_help.h"
 #include "console/line_input.h"
 #include "console/long_options.h"
 #include "console/outputs.h"
-#include "console/progress_display.h"
 #include "console/resume.h"
+#include "console/run_watch.h"
 #include "console/start_check.h"
 #include "console/start_up.h"
 #include "platform/faults.h"
@@ -23,9 +24,12 @@
 #include "platform/input.h"
 #include "platform/paths.h"
 #include "platform/processes.h"
+#include "platform/terminal.h"
 #include "play/job_player.h"
 #include "play/slurm.h"
 #include "players/player_database.h"
+#include "publish/report_files.h"
+#include "runner/reporter.h"
 #include "runner/runner.h"
 #include "runner/tourney_room.h"
 #include "tourney/tourney.h"
@@ -54,32 +58,54 @@ struct EmergencyPlace {
   const std::string old_file;
 };
 
+RunnerOptions HowToPlay(const StartUp& start, const std::optional<Openings>& openings,
+                        Reporter* reporter) {
+  RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
+  options.play.replays = start.resume.empty();
+  options.game.patience = std::chrono::minutes(start.patience);
+  if (!start.cluster.empty()) {
+    options.slurm =
+        SlurmOptions{ExecutablePath(), SplitSlurmWords(start.cluster_options), start.patience};
+  }
+  options.openings = openings;
+  options.reporter = reporter;
+  options.openings = std::move(openings);
+  return options;
+}
+
 /// Everything that lives from start to end, in the order in which it is made; taken down in
 /// reverse.
 struct Application {
-  Application(Host& host, Outputs& its_outputs, const RunnerOptions& options,
-              bool loads_start_tourney)
-      : outputs(its_outputs),
+  Application(Host& host, Terminal& its_terminal, Outputs& its_outputs, const StartUp& start,
+              const std::optional<Openings>& openings)
+      : terminal(its_terminal),
+        outputs(its_outputs),
         room(host),
         emergency(host.files),
-        interpreter({room, players, ExecutableDirectory()}),
-        runner(room, options) {
-    if (loads_start_tourney) LoadStartTourney(host.files);
+        interpreter({room, players, ExecutableDirectory(), &terminal}),
+        reporter(start.report.empty() ? nullptr : std::make_unique<Reporter>(room, start.report)),
+        runner(room, HowToPlay(start, openings, reporter.get())) {
+    if (start.resume.empty()) LoadStartTourney(host.files);
     if (!runner.StartThread()) Print("Initializing runner failed!\n");
   }
 
-  /// The tourney beside the program, when it is there.
+  /// The tourney beside the program, when it is there. Whoever begins anew because it cannot be
+  /// read at the moment shall know that.
   void LoadStartTourney(FileSystem& files) {
     const std::string start_file = ExecutableDirectory() + kStartFile;
     const Hold hold = room.shared.Take();
-    if (files.Exists(start_file)) room.file.With(hold).Load(*hold, start_file);
+    if (files.Exists(start_file) && !room.file.With(hold).Load(*hold, start_file)) {
+      Print("Loading tourney failed!\n");
+    }
   }
 
+  Terminal& terminal;
   Outputs& outputs;
   TourneyRoom room;
   EmergencyPlace emergency;
   PlayerDatabase players;
   CommandInterpreter interpreter;
+  std::unique_ptr<Reporter> reporter;  ///< null without --report
   Runner runner;
 };
 
@@ -100,9 +126,14 @@ struct LogScope {
 };
 
 void RunKeyboardPass(Application& application, bool with_banner) {
-  const std::unique_ptr<InputStream> keyboard = OpenKeyboard();
+  const std::unique_ptr<InputStream> keyboard =
+      application.terminal.OpenKeyboard(HelpToType(application.room, application.players));
   LineInput input(*keyboard, true);
   application.interpreter.RunCommandLoop(input, with_banner);
+}
+
+void WriteReport(Application& application) {
+  if (application.reporter) application.reporter->WriteAtEnd();
 }
 
 void RunPasses(Application& application, const StartUp& start) {
@@ -111,19 +142,18 @@ void RunPasses(Application& application, const StartUp& start) {
   if (script) {
     LineInput input(*script, false);
     application.interpreter.RunCommandLoop(input, true);
+    WriteReport(application);
   }
   if (!script || start.continues) RunKeyboardPass(application, !script);
 }
 
-RunnerOptions HowToPlay(const StartUp& start) {
-  RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
-  options.play.replays = start.resume.empty();
-  options.game.patience = std::chrono::minutes(start.patience);
-  if (!start.cluster.empty()) {
-    options.slurm =
-        SlurmOptions{ExecutablePath(), SplitSlurmWords(start.cluster_options), start.patience};
-  }
-  return options;
+/// The openings that the command line asks for. False when they cannot be had, which is told.
+bool ReadOpenings(const StartUp& start, FileSystem& files, std::optional<Openings>& openings) {
+  if (start.openings.empty()) return true;
+  std::string error;
+  openings = Openings::Read(files, start.openings, error);
+  if (!openings) WriteConsoleError(error + "\n");
+  return openings.has_value();
 }
 
 /// As a job of a scheduler: there is no tourney here, and no log. The exit code tells how it ended.
@@ -140,29 +170,30 @@ void TellOfGamesThatGoOn(Application& application) {
   PrintError("Games that go on by themselves: " + std::to_string(games) + "\n");
 }
 
-/// Waits until the runner has nothing left to do, and shows how far it is when that is wanted.
-void AwaitRunner(Application& application, const StartUp& start) {
-  Runner& runner = application.runner;
-  if (!start.shows_progress) return runner.AwaitIdle();
-  const auto count = [&application] {
-    const Runner::Counts games = application.runner.CountGames();
-    RunCounts counts = CountRun(*application.room.shared.Take());
-    counts.playing = games.under_way;
-    counts.ended_here = games.judged;
-    return counts;
-  };
-  ProgressDisplay display(application.room.host.clock, application.outputs, count, ColumnsOfError);
-  runner.AwaitIdle([&display] { return display.Look(); });
-  display.End();
-}
-
 /// What the runner has still to do is done, then the tourney is saved. Returns what is missing.
 std::string FinishRun(Application& application, const StartUp& start) {
-  AwaitRunner(application, start);
+  if (start.shows_progress) {
+    AwaitWithProgress(application.room, application.runner, application.outputs);
+  } else {
+    application.runner.AwaitIdle();
+  }
   if (TerminationRequested()) throw Terminated("asked to end while the runner was playing");
   const Hold hold = application.room.shared.Take();
   const bool is_saved = application.room.file.With(hold).AutoSave(*hold);
   return WhatIsMissing(*hold, is_saved);
+}
+
+/// The file of an earlier emergency becomes emergency.old.ini or, where that name cannot be taken,
+/// emergency.old2.ini and so on. False when it is still there.
+bool SetEarlierAside(FileSystem& files, const EmergencyPlace& place) {
+  constexpr int kMostNames = 9;
+  if (files.Rename(place.file, place.old_file)) return true;
+  const std::string stem = place.old_file.substr(0, place.old_file.rfind('.'));
+  for (int n = 2; n <= kMostNames; ++n) {
+    const std::string name = stem + std::to_string(n) + ".ini";
+    if (!files.Exists(name) && files.Rename(place.file, name)) return true;
+  }
+  return false;
 }
 
 /// What an earlier emergency has saved is kept, and not given away for nothing.
@@ -171,13 +202,16 @@ bool SaveTourney(Application& application, const Hold& hold) {
   const EmergencyPlace& place = application.emergency;
   if (files.IsPlainFile(files.FollowLinks(place.file))) {
     if (hold->Participants().empty() && hold->Games().empty()) return true;
-    // Should that fail, the tourney of today counts more than the one of then.
-    files.Rename(place.file, place.old_file);
+    // The tourney of today counts more than the one of then.
+    if (!SetEarlierAside(files, place)) {
+      WriteConsoleError("The 'emergency.ini' of an earlier time is replaced.\n");
+    }
   }
   return application.room.file.With(hold).SaveBeside(*hold, place.directory, place.file);
 }
 
 void SaveInEmergency(Application& application) {
+  application.terminal.GiveBack();
   const std::string announcement =
       "An exception has occurred and tourney will be closed.\n"
       "Trying to save current tourney to file 'emergency.ini' in current directory.\n";
@@ -195,6 +229,26 @@ void SaveInEmergency(Application& application) {
   // Last, for it matters least; if it fails, a file is left that the next command writes over.
   CallGuarded([] { TheLog->DropShellOutput(); });
   CallGuarded([&] { application.outputs.NoteInEmergency(announcement); });
+}
+
+/// The end when the runner may not go on with the openings that it was given. What no file holds is
+/// not lost.
+void EndRefused(Application& application, const std::string& refusal) {
+  application.outputs.Status().Clear();
+  PrintError(refusal + "\n");
+  CallGuarded([&] {
+    const Hold hold = application.room.shared.TakeForEmergency(kLockPatience);
+    TourneyFile& file = application.room.file.With(hold);
+    const bool is_empty = hold->Participants().empty() && hold->Games().empty();
+    if (is_empty || !file.HasChanged(*hold)) return;
+    if (hold->Settings().auto_save != 0) {
+      file.AutoSave(*hold);
+    } else if (SaveTourney(application, hold)) {
+      PrintError("The tourney is kept in 'emergency.ini'.\n");
+    } else {
+      PrintError("Saving tourney failed!\n");
+    }
+  });
 }
 
 /// What is told or refused before anything is touched: the exit code then.
@@ -221,8 +275,13 @@ ExitCode Run(Application& application, const StartUp& start) {
       is_refused = !ResumeTourney(application.room, start.resume);
     }
     if (start.AwaitsEnd() && !is_refused) missing = FinishRun(application, start);
+    if (!is_refused) WriteReport(application);
   });
   if (is_refused) return kRefused;
+  if (const std::string refusal = application.runner.Refusal(); !refusal.empty()) {
+    EndRefused(application, refusal);
+    return kRefused;
+  }
   if (ended_well) {
     if (start.TellsEnd() && !missing.empty()) PrintError(missing);
     return CodeOf(RunEnd::kDone, missing);
@@ -240,17 +299,26 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
   MakePathsFull(start, host.files);
   if (const std::optional<int> code = AnswerAtOnce(start, host.files)) return *code;
   if (!start.play.empty()) return PlayAsJob(host, start);
+  std::optional<Openings> openings;
+  if (!ReadOpenings(start, host.files, openings)) return kRefused;
+  if (!start.report.empty() && !MakeReportDirectory(host.files, start.report)) {
+    WriteConsoleError("The directory of the report, '" + start.report + "', cannot be made.\n");
+    return kRefused;
+  }
   const FaultGuard guard;
-  Outputs outputs(WriteConsole, WriteConsoleError, IsOutputTerminal() && ColumnsOfError() > 0);
+  const std::unique_ptr<Terminal> terminal = MakeTerminal();
+  Outputs outputs([&](const std::string& text) { terminal->Write(text); },
+                  [&](const std::string& text) { terminal->WriteError(text); },
+                  IsOutputTerminal() && ColumnsOfError() > 0);
   if (!start.log.empty() && !outputs.AddTimedLog(host, start.log)) {
     WriteConsoleError("--log: '" + start.log + "' cannot be written to.\n");
     return kRefused;
   }
   const LogScope log(host, outputs);
-  Application application(host, outputs, HowToPlay(start), start.resume.empty());
+  Application application(host, *terminal, outputs, start, openings);
   const ExitCode code = Run(application, start);
   if (start.games > 0) TellOfGamesThatGoOn(application);
-  return start.TellsEnd() ? code : kAsEver;
+  return start.TellsEnd() || code == kRefused ? code : kAsEver;
 }
 
 }  // namespace tarvendo

@@ -8,6 +8,7 @@
 #include "console/command_table.h"
 #include "console/line_input.h"
 #include "platform/faults.h"
+#include "platform/terminal.h"
 #include "runner/tourney_room.h"
 
 namespace tarvendo {
@@ -43,7 +44,7 @@ void CommandInterpreter::RunCommandLoop(LineInput& input, bool with_banner) {
   if (with_banner) PrintText(Banner());
   while (true) {
     if (TerminationRequested()) throw Terminated("asked to end between two lines");
-    if (input.IsKeyboard()) Print("\n> ");
+    if (input.IsKeyboard()) PrintText(std::string("\n") + kPrompt);
     const auto read = input.Read();
     if (read && TheLog != nullptr) TheLog->Echo(*read);
     if (input.AtEnd() || !read) return;
@@ -67,20 +68,28 @@ bool CommandInterpreter::RunLine(const std::string& line, CommandArgs& args, Lin
                                   tools_.room.shared};
     command->run_waiting(context);
   } else {
-    TourneyRoom& room = tools_.room;
-    const Hold hold = room.shared.Take();
-    CommandContext context{line,
-                           args,
-                           tools_.players,
-                           room.host,
-                           tools_.program_directory,
-                           *hold,
-                           room.file.With(hold),
-                           room.brackets.With(hold),
-                           room.running.With(hold)};
-    RunAndSave(*command, context);
+    const bool by_pages = command->is_for_reading && input.IsKeyboard() && tools_.terminal;
+    if (by_pages) tools_.terminal->BeginPage();
+    RunHolding(*command, line, args);
+    if (by_pages) tools_.terminal->ShowPage();
   }
   return true;
+}
+
+void CommandInterpreter::RunHolding(const Command& command, const std::string& line,
+                                    const CommandArgs& args) {
+  TourneyRoom& room = tools_.room;
+  const Hold hold = room.shared.Take();
+  CommandContext context{line,
+                         args,
+                         tools_.players,
+                         room.host,
+                         tools_.program_directory,
+                         *hold,
+                         room.file.With(hold),
+                         room.brackets.With(hold),
+                         room.running.With(hold)};
+  RunAndSave(command, context);
 }
 
 }  // namespace tarvendo

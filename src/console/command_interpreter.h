@@ -5,9 +5,14 @@
 
 namespace tarvendo {
 
+/// What stands in front of a line at the keyboard, behind an empty line.
+inline constexpr const char* kPrompt = "> ";
+
+struct Command;
 class CommandArgs;
 class LineInput;
 class PlayerDatabase;
+class Terminal;
 struct TourneyRoom;
 
 /// What the commands work on. All of it outlives the interpreter.
@@ -15,6 +20,7 @@ struct CommandTools {
   TourneyRoom& room;
   PlayerDatabase& players;
   std::string program_directory;  ///< with its separator; the help lies there
+  Terminal* terminal = nullptr;   ///< shows long texts a page at a time; null: nobody does
 };
 
 /// Reads lines and does what they say, on the console thread. Holds no data of its own but what it
@@ -30,6 +36,9 @@ class CommandInterpreter {
   void RunCommandLoop(LineInput& input, bool with_banner);
 
  private:
+  /// Runs a command that holds the tourney.
+  void RunHolding(const Command& command, const std::string& line, const CommandArgs& args);
+
   /// Runs one line, which is not empty and has no blanks in front. False for a quit word.
   bool RunLine(const std::string& line, CommandArgs& args, LineInput& input);
 

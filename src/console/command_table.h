@@ -3,6 +3,8 @@
 #include <span>
 #include <string>
 
+#include "console/word_form.h"
+
 namespace tarvendo {
 
 struct CommandContext;
@@ -11,12 +13,17 @@ struct WaitingCommandContext;
 /// One entry of the command table. At most one of the two is there: the quit word has none.
 struct Command {
   const char* prefix;  ///< how the line begins, in any case
+  const char* name;    ///< the whole word; null for a second beginning of the same command
 
   /// Runs while the tourney is held from start to end.
   void (*run)(CommandContext& context) = nullptr;
 
   /// Waits for the user or for another program, and takes the tourney where it must.
   void (*run_waiting)(WaitingCommandContext& context) = nullptr;
+
+  CommandWords expects = {};
+
+  bool is_for_reading = false;  ///< prints a long text, which a user reads a page at a time
 };
 
 /// The whole table, in its order.

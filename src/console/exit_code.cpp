@@ -14,6 +14,10 @@ namespace {
 /// So many numbers of games are told; who has more of them looks into the list of games.
 constexpr std::size_t kMostTold = 20;
 
+std::string CountOf(const std::vector<int>& games) {
+  return std::to_string(games.size()) + ":";
+}
+
 std::string NumbersOf(const std::vector<int>& games) {
   std::string numbers;
   for (std::size_t i = 0; i < std::min(games.size(), kMostTold); ++i)
@@ -33,10 +37,10 @@ std::string GamesWithoutResult(const Tourney& tourney) {
   }
   std::string lines;
   if (!unplayed.empty()) {
-    lines += Format("Games not played: %zu:", unplayed.size()) + NumbersOf(unplayed) + "\n";
+    lines += "Games not played: " + CountOf(unplayed) + NumbersOf(unplayed) + "\n";
   }
   if (!unknown.empty()) {
-    lines += Format("Games played without a result: %zu:", unknown.size()) + NumbersOf(unknown) +
+    lines += "Games played without a result: " + CountOf(unknown) + NumbersOf(unknown) +
              " ('replay' plays them again)\n";
   }
   return lines;

@@ -7,6 +7,7 @@
 #include "console/command_context.h"
 #include "console/game_options.h"
 #include "console/handlers.h"
+#include "console/word_form.h"
 #include "tourney/game_list.h"
 #include "tourney/rounds.h"
 #include "tourney/standings.h"
@@ -40,6 +41,9 @@ constexpr const char* kResultChoices =
     "Possible choices:\n1-0     = white win\n1/2-1/2 = draw\n0-1     = black win\n";
 constexpr const char* kStatusChoices =
     "Possible choices:\n0 = NOTHING DONE\n1 = SPOOLED\n2 = READY\n";
+
+constexpr WordForm kResult{"result", "res", Operand::kNothing, "1-0,1/2-1/2,0-1,unknown"};
+constexpr WordForm kStatus{"status", "sta", Operand::kNothing, "0,1,2"};
 
 /// "game 7. Alpha - Beta", as the messages name a game.
 std::string Named(const Game& game) {
@@ -82,6 +86,10 @@ void PrintRoundChange(const Tourney& tourney, int former_round) {
 
 }  // namespace
 
+std::vector<WordForm> GameFields() {
+  return {kResult, kStatus};
+}
+
 void DoGame(CommandContext& context) {
   const CommandArgs& args = context.args;
   const std::string number = args.Word(1);
@@ -96,9 +104,9 @@ void DoGame(CommandContext& context) {
   if (command.empty()) {
     Print("You didn't specify a command for game, so here's it's data:\n");
     PrintText(GameData(*game));
-  } else if (BeginsWithNoCase(command, "res")) {
+  } else if (BeginsWithNoCase(command, kResult.prefix)) {
     SetResult(context.tourney, *game, args.Word(3));
-  } else if (BeginsWithNoCase(command, "sta")) {
+  } else if (BeginsWithNoCase(command, kStatus.prefix)) {
     SetStatus(context.tourney, *game, args.Word(3));
   } else {
     PrintText("I don't understand the command '" + command + "'.\n");

@@ -13,9 +13,16 @@ namespace tarvendo {
 namespace {
 
 const std::vector<OptionForm>& SelectionOptions() {
-  static const std::vector<OptionForm> kForms = {{"-all", false}, {"-pla", true}, {"-whi", true},
-                                                 {"-bla", true},  {"-ro", true},  {"-sub", true},
-                                                 {"-sta", true},  {"-res", true}};
+  constexpr Operand kNone = Operand::kNothing;
+  static const std::vector<OptionForm> kForms = {
+      {"-all", false},
+      {"-pla", true, false, "-player"},
+      {"-whi", true, false, "-white"},
+      {"-bla", true, false, "-black"},
+      {"-ro", true, false, "-round"},
+      {"-sub", true, false, "-subround"},
+      {"-sta", true, false, "-status", kNone, "not,spooled,ready"},
+      {"-res", true, false, "-result", kNone, "white,black,draw,unknown"}};
   return kForms;
 }
 
@@ -81,6 +88,12 @@ bool HasWord(const GivenOptions& given, const std::string& word) {
 }
 
 }  // namespace
+
+std::vector<WordForm> SelectionWords() {
+  std::vector<WordForm> words = WordsOf(SelectionOptions());
+  words.push_back({"both", "both"});
+  return words;
+}
 
 std::optional<GameSelection> ReadGameSelection(const CommandArgs& args) {
   const auto given = ReadOptions(args, SelectionOptions());

@@ -70,4 +70,13 @@ std::optional<GivenOptions> ReadOptions(const CommandArgs& args,
   return given;
 }
 
+std::vector<WordForm> WordsOf(const std::vector<OptionForm>& forms) {
+  std::vector<WordForm> words;
+  for (const OptionForm& form : forms) {
+    words.push_back(
+        {form.name.empty() ? form.prefix : form.name, form.prefix, form.value, form.choices});
+  }
+  return words;
+}
+
 }  // namespace tarvendo

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "console/word_form.h"
+
 namespace tarvendo {
 
 class CommandArgs;
@@ -13,7 +15,10 @@ class CommandArgs;
 struct OptionForm {
   std::string_view prefix;
   bool takes_value;
-  bool whole_word = false;  ///< the word must be the prefix, not only begin with it
+  bool whole_word = false;     ///< the word must be the prefix, not only begin with it
+  std::string_view name = {};  ///< the whole word; empty when it is the prefix
+  Operand value = Operand::kNothing;
+  std::string_view choices = {};  ///< the words for its value, a comma between two
 };
 
 /// An option that stands on the line.
@@ -41,5 +46,8 @@ struct GivenOptions {
 /// for the first such word, when one begins with "-" and is no option of the command.
 std::optional<GivenOptions> ReadOptions(const CommandArgs& args,
                                         const std::vector<OptionForm>& forms);
+
+/// The options as words that can be offered.
+std::vector<WordForm> WordsOf(const std::vector<OptionForm>& forms);
 
 }  // namespace tarvendo

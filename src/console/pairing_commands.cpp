@@ -13,13 +13,16 @@ namespace tarvendo {
 namespace {
 
 const std::vector<OptionForm>& PairOptions() {
-  static const std::vector<OptionForm> kForms = {
-      {"-ti", true}, {"-si", true}, {"-do", false}, {"-up", false}};
+  static const std::vector<OptionForm> kForms = {{"-ti", true, false, "-time"},
+                                                 {"-si", true, false, "-size"},
+                                                 {"-do", false, false, "-down"},
+                                                 {"-up", false}};
   return kForms;
 }
 
 const std::vector<OptionForm>& BracketOptions() {
-  static const std::vector<OptionForm> kForms = {{"-si", true}, {"-do", false}, {"-up", false}};
+  static const std::vector<OptionForm> kForms = {
+      {"-si", true, false, "-size"}, {"-do", false, false, "-down"}, {"-up", false}};
   return kForms;
 }
 
@@ -36,6 +39,14 @@ PairingRequest RequestOf(const GivenOptions& given) {
 }
 
 }  // namespace
+
+std::vector<WordForm> PairWords() {
+  return WordsOf(PairOptions());
+}
+
+std::vector<WordForm> BracketWords() {
+  return WordsOf(BracketOptions());
+}
 
 void DoPair(CommandContext& context) {
   Tourney& tourney = context.tourney;

@@ -6,6 +6,7 @@
 #include "console/command_context.h"
 #include "console/handlers.h"
 #include "console/line_input.h"
+#include "console/word_form.h"
 #include "players/player_database.h"
 #include "players/player_file.h"
 #include "tourney/tourney.h"
@@ -16,6 +17,7 @@ namespace {
 /// A field that the Player command can set.
 struct PlayerField {
   const char* prefix;
+  const char* name;  ///< the whole word
   std::string PlayerTexts::*text;
   const char* without_value;  ///< printed when there is no value
   const char* set;            ///< printed in front of the new value
@@ -23,19 +25,19 @@ struct PlayerField {
 };
 
 constexpr std::array<PlayerField, 8> kFields = {{
-    {"dir", &PlayerTexts::dir, "Player dir set to ''.\n", "Player dir set to ", true},
-    {"ini", &PlayerTexts::init_string, "Player init string set to ''.\n",
+    {"dir", "dir", &PlayerTexts::dir, "Player dir set to ''.\n", "Player dir set to ", true},
+    {"ini", "init", &PlayerTexts::init_string, "Player init string set to ''.\n",
      "Player init string set to ", true},
-    {"nam", &PlayerTexts::name, "You must specify a name!\n", "Player name set to ", false},
-    {"whi", &PlayerTexts::white_options, "Player white options set to ''.\n",
+    {"nam", "name", &PlayerTexts::name, "You must specify a name!\n", "Player name set to ", false},
+    {"whi", "white", &PlayerTexts::white_options, "Player white options set to ''.\n",
      "Player white options set to ", true},
-    {"bla", &PlayerTexts::black_options, "Player black options set to ''.\n",
+    {"bla", "black", &PlayerTexts::black_options, "Player black options set to ''.\n",
      "Player black options set to ", true},
-    {"pro", &PlayerTexts::program_exe, "You must specify the program exe!\n",
+    {"pro", "program", &PlayerTexts::program_exe, "You must specify the program exe!\n",
      "Player program exe set to ", false},
-    {"exe", &PlayerTexts::program_exe, "You must specify the program exe!\n",
+    {"exe", "exe", &PlayerTexts::program_exe, "You must specify the program exe!\n",
      "Player program exe set to ", false},
-    {"gro", &PlayerTexts::group, "Player group cleared.\n", "Player group set to ", true},
+    {"gro", "group", &PlayerTexts::group, "Player group cleared.\n", "Player group set to ", true},
 }};
 
 const PlayerField* FindField(const std::string& word) {
@@ -63,6 +65,9 @@ void SetField(PlayerDatabase& players, Player& player, const PlayerField& field,
   PrintText(value.empty() ? std::string(field.without_value) : field.set + value + ".\n");
 }
 
+/// The word by which players are listed by their groups.
+constexpr WordForm kByGroup{"-group", "-gro", Operand::kGroup};
+
 /// Prints a question and reads one line as its answer, trailing white space cut; the end of the
 /// input is an empty answer.
 std::string Ask(LineInput& input, const char* question) {
@@ -74,6 +79,17 @@ std::string Ask(LineInput& input, const char* question) {
 }
 
 }  // namespace
+
+std::vector<WordForm> PlayerFields() {
+  std::vector<WordForm> words;
+  for (const PlayerField& field : kFields)
+    words.push_back({field.name, field.prefix});
+  return words;
+}
+
+std::vector<WordForm> AvailableWords() {
+  return {kByGroup};
+}
 
 void DoPlayer(CommandContext& context) {
   const CommandArgs& args = context.args;
@@ -108,7 +124,7 @@ void DoWritePlayers(CommandContext& context) {
 }
 
 void DoAvailable(CommandContext& context) {
-  const bool by_group = BeginsWithNoCase(context.args.Word(1), "-gro");
+  const bool by_group = BeginsWithNoCase(context.args.Word(1), kByGroup.prefix);
   context.players.ListPlayers(context.args.RestFrom(by_group ? 2 : 1), by_group);
 }
 
@@ -127,7 +143,7 @@ void DoCreatePlayer(WaitingCommandContext& context) {
   texts.program_exe = Ask(context.input, "ProgramExe:");
   if (texts.program_exe.empty()) return Print("You should give the program exe!\n");
   texts.group = Ask(context.input, "Group:");
-  if (!context.players.CreatePlayer(std::move(texts))) Print("There are too many players.\n");
+  context.players.CreatePlayer(std::move(texts));
 }
 
 void DoDeletePlayer(CommandContext& context) {

@@ -23,6 +23,14 @@ std::size_t GamesToBePaired(const Tourney& tourney) {
   return static_cast<std::size_t>(RoundsWithoutGames(tourney)) * pairs * sub_rounds;
 }
 
+std::string Played(const RunCounts& counts) {
+  return std::to_string(counts.played) + "/" + std::to_string(counts.all) + " played";
+}
+
+std::string WithoutResult(const RunCounts& counts) {
+  return std::to_string(counts.without_result) + " without result";
+}
+
 std::string RateText(double rate) {
   return rate < 600 ? Format("%.1f/h", rate) : Format("%.0f/min", rate / 60);
 }
@@ -54,9 +62,8 @@ double Progress::Rate(const RunCounts& counts, TimePoint now) const {
 }
 
 std::string Progress::Line(const RunCounts& counts, TimePoint now) const {
-  std::string line =
-      Format("%zu/%zu played, %zu playing, %zu without result, round %d/%d", counts.played,
-             counts.all, counts.playing, counts.without_result, counts.round, counts.rounds);
+  std::string line = Played(counts) + ", " + std::to_string(counts.playing) + " playing, " +
+                     WithoutResult(counts) + Format(", round %d/%d", counts.round, counts.rounds);
   const double rate = Rate(counts, now);
   if (rate <= 0) return line;
   const double left = static_cast<double>(counts.all - counts.played) / rate;
@@ -67,8 +74,7 @@ std::string Progress::Line(const RunCounts& counts, TimePoint now) const {
 
 std::string Progress::LastLine(const RunCounts& counts, TimePoint now) const {
   const double rate = Rate(counts, now);
-  return Format("%zu/%zu played, %zu without result, in %s", counts.played, counts.all,
-                counts.without_result, SpanText(now - begin_).c_str()) +
+  return Played(counts) + ", " + WithoutResult(counts) + ", in " + SpanText(now - begin_) +
          (rate > 0 ? ", " + RateText(rate) : "");
 }
 

@@ -5,6 +5,7 @@
 #include "console/command_args.h"
 #include "console/command_context.h"
 #include "console/handlers.h"
+#include "console/word_form.h"
 #include "platform/clock.h"
 #include "tourney/runner_switch_commands.h"
 #include "tourney/tourney.h"
@@ -56,6 +57,9 @@ long long ReadMoment(const CommandContext& context) {
   return FromLocalCalendar(time);
 }
 
+/// The word that takes a set time back.
+constexpr WordForm kClear{"clear", "c"};
+
 struct SwitchCommand {
   void (*now)(Tourney& tourney);
   void (*at)(Tourney& tourney, long long time);
@@ -65,7 +69,7 @@ struct SwitchCommand {
 void RunSwitchCommand(const CommandContext& context, const SwitchCommand& command) {
   if (context.args.Count() < 2) {
     command.now(context.tourney);
-  } else if (context.args.Count() == 2 && BeginsWithNoCase(context.args.Word(1), "c")) {
+  } else if (context.args.Count() == 2 && BeginsWithNoCase(context.args.Word(1), kClear.prefix)) {
     command.at(context.tourney, 0);
     PrintText(command.cleared);
   } else {
@@ -74,6 +78,10 @@ void RunSwitchCommand(const CommandContext& context, const SwitchCommand& comman
 }
 
 }  // namespace
+
+std::vector<WordForm> SwitchWords() {
+  return {kClear};
+}
 
 void DoRun(CommandContext& context) {
   RunSwitchCommand(context, {StartRunner, SetStartTime, "Runner start time cleared.\n"});

@@ -7,6 +7,7 @@
 #include "console/command_context.h"
 #include "console/handlers.h"
 #include "console/name_list.h"
+#include "console/word_form.h"
 #include "tourney/runner_switch_commands.h"
 #include "tourney/tourney.h"
 #include "tourney/tourney_file.h"
@@ -133,6 +134,13 @@ void PrintAll(const CommandContext& context) {
 }
 
 }  // namespace
+
+std::vector<WordForm> SettingsToGet() {
+  std::vector<WordForm> words = {{"all", "all"}};
+  for (const char* const name : kReadableSettings)
+    words.push_back({name, name});
+  return words;
+}
 
 void DoGet(CommandContext& context) {
   const CommandArgs& args = context.args;

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <string>
 
@@ -7,6 +8,7 @@
 #include "console/command_context.h"
 #include "console/handlers.h"
 #include "console/name_list.h"
+#include "console/word_form.h"
 #include "platform/paths.h"
 #include "tourney/tourney.h"
 #include "tourney/tourney_file.h"
@@ -132,48 +134,57 @@ bool SetType(CommandContext& context) {
 
 constexpr const char* kWantsValue = "How about specifying a value, too?\n";
 
+constexpr const char* kOnOff = "on,off";
+
 /// A setting with a rule of its own.
 struct RuledSetting {
   const char* prefix;
+  const char* name;
   const char* without_value;  ///< printed when there is no value; null when the setter sees to that
   Setter set;
+  const char* choices = "";  ///< the words for its value, a comma between two
+  Operand value = Operand::kNothing;
 };
 
 /// A setting that is the rest of the line.
 struct TextSetting {
   const char* prefix;
+  const char* name;
   std::string TourneySettings::*text;
   const char* shown;  ///< how the messages name it
   const char* quote;  ///< what stands around a value in its message
   bool may_be_empty;
+  Operand value = Operand::kNothing;
 };
 
 constexpr std::array<RuledSetting, 6> kFirstRuled = {{
-    {"pond", "You want ponder on or off?\n", SetPonder},
-    {"autor", "You want autorun on or off?\n", SetAutoRun},
-    {"autos", "You want autosave on or off?\n", SetAutoSave},
-    {"sav", "Do you want to save winboard.debug-files always, never or automatically?\n",
-     SetSaveDebug},
-    {"sub", kWantsValue, SetSubRounds},
-    {"pgn", kWantsValue, SetPgnFile},
+    {"pond", "Ponder", "You want ponder on or off?\n", SetPonder, kOnOff},
+    {"autor", "AutoRun", "You want autorun on or off?\n", SetAutoRun, kOnOff},
+    {"autos", "AutoSave", "You want autosave on or off?\n", SetAutoSave, kOnOff},
+    {"sav", "SaveDebugFiles",
+     "Do you want to save winboard.debug-files always, never or automatically?\n", SetSaveDebug,
+     "always,never,automatically"},
+    {"sub", "SubRounds", kWantsValue, SetSubRounds},
+    {"pgn", "PgnFile", kWantsValue, SetPgnFile, "", Operand::kFile},
 }};
 
 constexpr std::array<TextSetting, 9> kTexts = {{
-    {"fil", &TourneySettings::files_path, "FilesPath", "", true},
-    {"pic", &TourneySettings::pics_dir, "PicsDir", "", true},
-    {"com", &TourneySettings::computer, "Computer", "", true},
-    {"has", &TourneySettings::hash_tables, "Hashtables", "", true},
-    {"tab", &TourneySettings::tablebases, "Tablebases", "", true},
-    {"name", &TourneySettings::name, "Name", "", true},
-    {"whi", &TourneySettings::white_options, "WhiteOptions", "'", true},
-    {"bla", &TourneySettings::black_options, "BlackOptions", "'", true},
-    {"win", &TourneySettings::winboard_path, "WinBoardPath", "", false},
+    {"fil", "FilesPath", &TourneySettings::files_path, "FilesPath", "", true, Operand::kDirectory},
+    {"pic", "PicsDir", &TourneySettings::pics_dir, "PicsDir", "", true, Operand::kDirectory},
+    {"com", "Computer", &TourneySettings::computer, "Computer", "", true},
+    {"has", "HashTables", &TourneySettings::hash_tables, "Hashtables", "", true},
+    {"tab", "Tablebases", &TourneySettings::tablebases, "Tablebases", "", true},
+    {"name", "Name", &TourneySettings::name, "Name", "", true},
+    {"whi", "WhiteOptions", &TourneySettings::white_options, "WhiteOptions", "'", true},
+    {"bla", "BlackOptions", &TourneySettings::black_options, "BlackOptions", "'", true},
+    {"win", "WinboardPath", &TourneySettings::winboard_path, "WinBoardPath", "", false,
+     Operand::kFile},
 }};
 
 constexpr std::array<RuledSetting, 3> kLastRuled = {{
-    {"tim", "Time control: <Moves per sesion> <Time> <Inc>\n", SetTimeControl},
-    {"rounds", nullptr, SetRounds},
-    {"type", nullptr, SetType},
+    {"tim", "TimeControl", "Time control: <Moves per sesion> <Time> <Inc>\n", SetTimeControl},
+    {"rounds", "Rounds", nullptr, SetRounds},
+    {"type", "Type", nullptr, SetType, "swiss,roundrobin"},
 }};
 
 template <typename Settings>
@@ -220,6 +231,18 @@ bool SetSetting(CommandContext& context) {
 }
 
 }  // namespace
+
+std::vector<WordForm> SettingsToSet() {
+  std::vector<WordForm> words;
+  const auto add_ruled = [&](const RuledSetting& setting) {
+    words.push_back({setting.name, setting.prefix, setting.value, setting.choices});
+  };
+  std::for_each(kFirstRuled.begin(), kFirstRuled.end(), add_ruled);
+  for (const TextSetting& setting : kTexts)
+    words.push_back({setting.name, setting.prefix, setting.value, ""});
+  std::for_each(kLastRuled.begin(), kLastRuled.end(), add_ruled);
+  return words;
+}
 
 void DoSet(CommandContext& context) {
   if (context.args.Count() < 2) return PrintNameList(kChangeableSettings);

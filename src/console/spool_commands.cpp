@@ -11,7 +11,10 @@ namespace tarvendo {
 namespace {
 
 const std::vector<OptionForm>& SpoolOptions() {
-  static const std::vector<OptionForm> kForms = {{"-ro", true}, {"-pla", true}, {"-all", false}};
+  static const std::vector<OptionForm> kForms = {
+      {"-ro", true, false, "-round"},
+      {"-pla", true, false, "-player", Operand::kParticipant},
+      {"-all", false}};
   return kForms;
 }
 
@@ -41,6 +44,10 @@ void SpoolByOption(Tourney& tourney, FileSystem& files, const GivenOption& optio
 }
 
 }  // namespace
+
+std::vector<WordForm> SpoolWords() {
+  return WordsOf(SpoolOptions());
+}
 
 void DoSpool(CommandContext& context) {
   const auto given = ReadOptions(context.args, SpoolOptions());

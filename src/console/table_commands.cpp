@@ -34,6 +34,10 @@ void WriteTableCommand(CommandContext& context, TableOptions options, const char
 
 }  // namespace
 
+std::vector<WordForm> TableWords() {
+  return WordsOf(TableSwitches());
+}
+
 void DoTable(CommandContext& context) {
   WriteTableCommand(context, HtmlTableDefaults(context.tourney), "");
 }

@@ -96,9 +96,10 @@ void ClusterHost::Start(const GameOrder& order, std::unique_ptr<LockedFile> clai
   RemovePlace(host_.files, job.order);
   RemoveIfThere(host_.files, SlurmOutputFile(order));
   if (!claim || !SyncClaim(host_.files, job.order, *claim) ||
-      !MakeTriesDirectory(host_.files, job.order)) {
+      PreparePlace(host_.files, job.order).empty()) {
     return Finish(job, GameEnd::kRefused,
-                  Format("Game no. %d cannot be handed to Slurm: '%s' cannot be written.\n",
+                  Format("Game no. %d cannot be handed to Slurm: its files beside '%s' cannot be "
+                         "read or written.\n",
                          order.number, order.claim_file.c_str()));
   }
   to_submit_.push_back(order.number);

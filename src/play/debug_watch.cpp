@@ -1,5 +1,6 @@
 #include "play/debug_watch.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/line_reader.h"
@@ -12,6 +13,10 @@ namespace {
 constexpr int kHeaderLines = 5;
 constexpr const char* kBoardSetUp = "gameends(0,";
 
+/// So ends a line about the end of a game that is read from a file, with 3 for the file: others
+/// have 2 for the user, 5 and 6 for the engines, and so on.
+constexpr std::string_view kFromFile = ", 3)";
+
 constexpr std::size_t kPart = std::size_t{1} << 20U;  ///< bytes read at a time
 constexpr int kMostParts = 256;                       ///< in one look
 
@@ -20,14 +25,16 @@ std::string_view Visible(const std::string& piece) {
   return std::string_view(piece).substr(0, piece.find('\0'));
 }
 
-bool EndsGame(std::string_view line) {
+bool MayEndGame(std::string_view line) {
   return BeginsWithNoCase(line, "gameends") && !BeginsWithNoCase(line, kBoardSetUp);
 }
 
-/// Whether more bytes could still turn the line, which is being written at this moment, into one
-/// that ends no game.
-bool CouldSetUpBoard(std::string_view line) {
-  return BeginsWithNoCase(kBoardSetUp, line);
+/// The last bytes of a text that may have a line end behind it, as many as are needed to know
+/// whether the line comes from a file.
+std::string LastBytes(std::string text) {
+  while (text.ends_with('\n') || text.ends_with('\r'))
+    text.pop_back();
+  return text.substr(text.size() - std::min(text.size(), kFromFile.size()));
 }
 
 }  // namespace
@@ -39,6 +46,7 @@ void DebugWatch::Begin(std::string path) {
 }
 
 DebugNews DebugWatch::Look(FileSystem& files) {
+  const std::uint64_t seen_before = position_;
   for (int i = 0; i < kMostParts; ++i) {
     const auto added = files.ReadPart(path_, position_, kPart);
     if (!added) return DebugNews::kNoFile;
@@ -46,7 +54,7 @@ DebugNews DebugWatch::Look(FileSystem& files) {
     Take(*added);
     if (is_over_ || added->size() < kPart) break;
   }
-  if (!is_over_) JudgeUnfinishedLine();
+  if (!is_over_) JudgeUnfinishedLine(position_ != seen_before);
   // Only what was there at the first look can be a header.
   if (position_ > 0) header_left_ = 0;
   return is_over_ ? DebugNews::kGameOver : DebugNews::kStillOpen;
@@ -67,21 +75,26 @@ void DebugWatch::Take(std::string_view bytes) {
 void DebugWatch::EndPiece(bool ends_line) {
   if (header_left_ > 0) {
     --header_left_;
-  } else if (is_first_piece_ && EndsGame(Visible(piece_))) {
-    is_over_ = true;
+  } else {
+    if (is_first_piece_) BeginLine();
+    line_end_ = LastBytes(line_end_ + piece_);
+    if (ends_line && may_end_game_ && line_end_ != kFromFile) is_over_ = true;
   }
   is_first_piece_ = ends_line;
+  if (ends_line) may_end_game_ = false;
   piece_.clear();
 }
 
+void DebugWatch::BeginLine() {
+  may_end_game_ = MayEndGame(Visible(piece_));
+  line_end_.clear();
+}
+
 /// A line that is not whole yet is looked at again, unless it has stopped growing.
-void DebugWatch::JudgeUnfinishedLine() {
-  const std::string_view line = Visible(piece_);
-  const bool is_growing = line != unfinished_;
-  if (header_left_ == 0 && is_first_piece_ && EndsGame(line)) {
-    is_over_ = !(is_growing && CouldSetUpBoard(line));
-  }
-  unfinished_ = line;
+void DebugWatch::JudgeUnfinishedLine(bool has_grown) {
+  if (has_grown || header_left_ > 0) return;
+  if (is_first_piece_) BeginLine();
+  is_over_ = may_end_game_ && LastBytes(line_end_ + piece_) != kFromFile;
 }
 
 }  // namespace tarvendo

@@ -16,11 +16,12 @@ enum class DebugNews {
 };
 
 /// Watches the debug file of one game. WinBoard writes a line such as "GameEnds(27, Black mates,
-/// 6)" when the game is over, and "GameEnds(0, (null), 2)" when it sets up the board, which ends no
-/// game. Only what has been added since the last look is read, in parts, and nothing of it is kept
-/// but the first 255 bytes of the line that is not whole yet, however long the file and its lines
-/// are. The first five lines (those that are longer count as several) are WinBoard's header. Used
-/// by one thread.
+/// 6)" when the game is over. It also writes "GameEnds(0, (null), 2)" when it sets up the board,
+/// and "GameEnds(28, , 3)" when it loads the game that is to be played on from a file: neither ends
+/// the game. Only what has been added since the last look is read, in parts, and nothing of it is
+/// kept but the first 255 bytes of the line that is not whole yet, however long the file and its
+/// lines are. The first five lines (those that are longer count as several) are WinBoard's header.
+/// Used by one thread.
 class DebugWatch {
  public:
   /// Watches `path` from its start.
@@ -37,15 +38,17 @@ class DebugWatch {
  private:
   void Take(std::string_view bytes);
   void EndPiece(bool ends_line);
-  void JudgeUnfinishedLine();
+  void BeginLine();
+  void JudgeUnfinishedLine(bool has_grown);
 
   std::string path_;
   std::uint64_t position_ = 0;  ///< bytes read so far
   int header_left_ = 0;         ///< pieces of the header that are still to come
   std::string piece_;           ///< the piece of a line that is being read
   bool is_first_piece_ = true;  ///< it begins its line
+  bool may_end_game_ = false;   ///< the line began as one that ends the game
+  std::string line_end_;        ///< its last bytes so far, without the piece that is being read
   bool is_over_ = false;
-  std::string unfinished_;  ///< the piece that the last look left at the end
 };
 
 }  // namespace tarvendo

@@ -16,6 +16,7 @@
 #include "play/game_files.h"
 #include "play/game_order.h"
 #include "play/job_tries.h"
+#include "play/place.h"
 
 namespace tarvendo {
 namespace {
@@ -71,7 +72,7 @@ class JobPlayer {
   bool TakeOrder(const std::string& claim_file) {
     const auto order = ReadOrder(claim_file);
     if (!order) return false;
-    const auto batch = ReadFile(host_.files, order->batch_file, kGameFileLimit);
+    const auto batch = ReadFile(host_.files, CopyOfBatch(*order), kGameFileLimit);
     if (!batch) return false;
     order_ = *order;
     batch_ = *batch;

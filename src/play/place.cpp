@@ -16,10 +16,6 @@ std::string PlaceOf(const std::string& files_path, int number) {
   return files_path + "g" + std::to_string(number) + std::string(kPlace);
 }
 
-std::string CopyOfBatch(const std::string& directory, const GameOrder& order) {
-  return directory + "\\g" + std::to_string(order.number) + ".BAT";
-}
-
 std::string QuotedWhenBlank(const std::string& path) {
   return path.find(' ') == std::string::npos ? path : "\"" + path + "\"";
 }
@@ -46,33 +42,42 @@ std::string DebugFileOfBegun(FileSystem& files, const std::string& files_path, i
   return has_place ? OwnDebugFile(files_path, number) : FirstDebugFile(files_path);
 }
 
+std::string CopyOfBatch(const GameOrder& order) {
+  const std::string directory = OwnDirectory(order);
+  if (!directory.empty()) return directory + "\\g" + std::to_string(order.number) + ".BAT";
+  return order.pgn_file.substr(0, order.pgn_file.rfind('.')) + ".opening.BAT";
+}
+
 std::string SubmissionFile(const GameOrder& order) {
   return OwnDirectory(order) + "\\sbatch.txt";
 }
 
 std::string PreparePlace(FileSystem& files, const GameOrder& order) {
   const std::string directory = OwnDirectory(order);
-  if (directory.empty()) return order.batch_file;
+  if (directory.empty() && order.more_words.empty()) return order.batch_file;
   const auto text = ReadFile(files, order.batch_file, kGameFileLimit);
-  if (!text || !files.MakeDirectory(directory)) return "";
-  RemoveIfThere(files, order.debug_file);
-  const std::string copy = CopyOfBatch(directory, order);
+  if (!text || (!directory.empty() && !files.MakeDirectory(directory))) return "";
+  std::string words = order.more_words;
+  if (!directory.empty()) {
+    RemoveIfThere(files, order.debug_file);
+    // It stands behind a /debugfile= of the user's own, and the last one counts.
+    words += "/debugfile=" + QuotedWhenBlank(order.debug_file) + " ";
+  }
+  const std::string copy = CopyOfBatch(order);
   const auto file = files.Create(copy);
-  // It stands behind a /debugfile= of the user's own, and the last one counts.
-  const std::string option = "/debugfile=" + QuotedWhenBlank(order.debug_file) + " ";
-  const bool written = file && file->Write(*text + option);
+  const bool written = file && file->Write(*text + words);
   return written && file->Close() ? copy : "";
 }
 
 bool RemovePlace(FileSystem& files, const GameOrder& order) {
   const std::string directory = OwnDirectory(order);
+  RemoveIfThere(files, CopyOfBatch(order));
   if (directory.empty()) return true;
   if (!order.job.empty()) {
     RemoveTries(files, order);
     RemoveIfThere(files, SubmissionFile(order));
   }
   RemoveIfThere(files, order.debug_file);
-  RemoveIfThere(files, CopyOfBatch(directory, order));
   return files.RemoveDirectory(directory) || !files.Exists(directory);
 }
 

@@ -10,8 +10,9 @@ class FileSystem;
 
 // Where WinBoard writes its debug file. One game at a time uses the file winboard.debug in
 // FilesPath; every other one has a directory of its own for it, named after the game, and is
-// started from a copy of its batch file that names it. What a batch file says of paths means the
-// same everywhere, because the current directory is FilesPath for all of them.
+// started from a copy of its batch file that names it. A game with words that its batch file
+// does not have is started from such a copy, too. What a batch file says of paths means the same
+// everywhere, because the current directory is FilesPath for all of them.
 
 /// "winboard.debug" behind FilesPath.
 std::string FirstDebugFile(const std::string& files_path);
@@ -26,15 +27,20 @@ std::string OwnDirectory(const GameOrder& order);
 /// directory.
 std::string DebugFileOfBegun(FileSystem& files, const std::string& files_path, int number);
 
-/// Makes the directory for the order's debug file and the copy of its batch file, when it has one
-/// of its own. Returns the batch file to be started; empty when that could not be made.
+/// Makes the directory for the order's debug file, when it has one of its own, and the copy of its
+/// batch file, when it needs one. Returns the batch file to be started; empty when that could not
+/// be made.
 std::string PreparePlace(FileSystem& files, const GameOrder& order);
+
+/// The copy of the order's batch file, for an order that has a directory of its own or further
+/// words: in that directory, or beside the batch file.
+std::string CopyOfBatch(const GameOrder& order);
 
 /// What a scheduler says when it gets the order's job: a file in the directory of its debug file.
 std::string SubmissionFile(const GameOrder& order);
 
-/// Removes the directory for the order's debug file, when it has one of its own, with what is in
-/// it, the tries of a scheduler's job too. False when it is still there.
+/// Removes that copy, and the directory for the order's debug file, when it has one of its own,
+/// with what is in it, the tries of a scheduler's job too. False when the directory is still there.
 bool RemovePlace(FileSystem& files, const GameOrder& order);
 
 }  // namespace tarvendo

@@ -49,11 +49,6 @@ bool IsBye(const Player& player) {
   return player.texts.program_exe == "bye";
 }
 
-std::string PlayerPointsLine(const Player& player) {
-  return Format("%2d. %-20s: %d points.\n", player.number, player.texts.name.c_str(),
-                player.points);
-}
-
 std::string PlayerGroupLine(const Player& player) {
   const std::string line = Format("%2d. %-20s", player.number, player.texts.name.c_str());
   if (player.texts.group.empty()) return line + "\n";

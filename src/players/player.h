@@ -76,10 +76,6 @@ class Player {
 /// program is exactly "bye".
 bool IsBye(const Player& player);
 
-/// "%2d. %-20s: %d points.\n" with the points as stored, in quarters (the full display divides
-/// them).
-std::string PlayerPointsLine(const Player& player);
-
 /// "%2d. %-20s" and "  Groups: %s" when the player has a group; ends in a line feed.
 std::string PlayerGroupLine(const Player& player);
 

@@ -96,7 +96,8 @@ bool ReadPlayerFile(FileSystem& files, const std::string& path, const std::strin
   }
   const bool read = ReadPlayerText(files, *text, database);
   if (database.IsFull()) {
-    Print("There are %zu players, more are not read.\n", database.Players().size());
+    const auto count = static_cast<int>(database.Players().size());
+    Print("There are %d players, more are not read.\n", count);
   }
   return read;
 }

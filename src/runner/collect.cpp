@@ -44,7 +44,7 @@ void FinishCollection(Tourney& tourney, FileSystem& files, TourneyFile& file, Pg
       DeleteOrTell(tourney, files, name);
     for (const GameOrder& claim : leftovers.claims)
       RemoveClaim(files, claim);
-    DropJournal(tourney, files);
+    group.DropJournals(tourney);
   }
   WriteTable(tourney, files, "", HtmlTableDefaults(tourney));
 }

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 #include "base/log.h"
 #include "base/read_file.h"
@@ -268,7 +269,8 @@ bool WriteJournal(FileSystem& files, const std::string& path, const std::string&
 /// then only a stop of the machine at this moment harms them. But where one is there that tells of
 /// games whose results are not saved, and cannot be replaced, nothing is added: behind what it does
 /// not tell of those games could never be cut.
-bool AddToPgn(const Tourney& tourney, FileSystem& files, std::vector<Entry> added) {
+bool AddToPgn(const Tourney& tourney, FileSystem& files, std::vector<Entry> added,
+              std::set<std::string>& journals) {
   const std::string& path = tourney.Settings().pgn_file;
   if (path.empty() || IsNoOrdinaryFile(files, path)) {
     std::string text;
@@ -301,6 +303,7 @@ bool AddToPgn(const Tourney& tourney, FileSystem& files, std::vector<Entry> adde
   const bool noted =
       WriteJournal(files, journal.path, JournalText(journal, TourneyMark(tourney, files)));
   if (!noted && files.Exists(journal.path)) return false;
+  if (noted) journals.insert(files.FullPath(journal.path));
   if (!AppendDurably(files, path, text)) return false;
   // Without AutoSave no save holds the results, and the PGN file is all that remains of the games.
   if (tourney.Settings().auto_save == 0) RemoveIfThere(files, journal.path);
@@ -325,7 +328,7 @@ void PgnGroup::Write(const Tourney& tourney) {
   std::vector<Entry> entries;
   for (const Piece& piece : pieces_)
     entries.push_back({piece.number, piece.white, piece.black, piece.text, 0});
-  if (!AddToPgn(tourney, files_, std::move(entries))) {
+  if (!AddToPgn(tourney, files_, std::move(entries), journals_)) {
     Print("Error copying pgn-file!\n");
     for (const Piece& piece : pieces_)
       not_added_.push_back(piece.record);
@@ -339,9 +342,17 @@ void PgnGroup::Rescue() {
   not_added_.clear();
 }
 
-void DropJournal(const Tourney& tourney, FileSystem& files) {
-  if (!files.Exists(JournalName(tourney, 1)) && !files.Exists(JournalName(tourney, 2))) return;
-  DeleteOrTell(tourney, files, FindJournal(tourney, files).path);
+void PgnGroup::DropJournals(const Tourney& tourney) {
+  if (files_.Exists(JournalName(tourney, 1)) || files_.Exists(JournalName(tourney, 2))) {
+    const std::string path = FindJournal(tourney, files_).path;
+    journals_.erase(files_.FullPath(path));
+    DeleteOrTell(tourney, files_, path);
+  }
+  for (const std::string& path : std::exchange(journals_, {})) {
+    if (!files_.Exists(path)) continue;
+    const auto read = ParseJournal(ReadFile(files_, path, kTourneyFileLimit).value_or(""));
+    if (read && read->mark == TourneyMark(tourney, files_)) DeleteOrTell(tourney, files_, path);
+  }
 }
 
 void SettleJournal(const Tourney& tourney, FileSystem& files, const TourneyFile& file) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,10 @@ class PgnGroup {
   /// told as above.
   void Write(const Tourney& tourney);
 
+  /// The save that holds the results of all games in the PGN file is on the disk: the journals go,
+  /// also where PgnFile or the current directory was another one when they were written.
+  void DropJournals(const Tourney& tourney);
+
   /// Renames the records that could not be added to gN.rescued.PGN, so that the moves are not lost.
   /// Behind the save that holds the results: before, the next start needs them where they are.
   void Rescue();
@@ -53,11 +58,8 @@ class PgnGroup {
   PgnPace pace_;
   std::vector<Piece> pieces_;
   std::vector<std::string> not_added_;  ///< records
+  std::set<std::string> journals_;      ///< that were written and have not gone yet; full paths
 };
-
-/// The save that holds the results of all games in the PGN file is on the disk, and nothing is left
-/// of the games' own files: the journal goes.
-void DropJournal(const Tourney& tourney, FileSystem& files);
 
 /// What a program that has ended may have left: cuts from the PGN file what the tourney does not
 /// know of. The journal goes when the tourney is as its file is.

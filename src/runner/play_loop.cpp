@@ -51,12 +51,14 @@ bool LeaveJobs(Tourney& tourney, std::vector<GameOrder>& playing) {
 
 }  // namespace
 
-PlayLoop::PlayLoop(TourneyRoom& room, GameHost& host, const PlayPace& pace)
+PlayLoop::PlayLoop(TourneyRoom& room, GameHost& host, const PlayPace& pace,
+                   std::optional<Openings> openings)
     : room_(room),
       host_(host),
       pace_(pace),
       referee_(room.host, pace.referee),
-      directory_(room.host.files) {
+      directory_(room.host.files),
+      openings_(std::move(openings)) {
   const Hold hold = room.shared.Take();
   referee_.GoBeforeSavesOf(room.file.With(hold));
 }
@@ -134,7 +136,7 @@ void PlayLoop::TellOfSilence(TimePoint now) {
 void PlayLoop::StartGames(TimePoint now) {
   look_at_.reset();
   is_idle_ = false;
-  if (!IsSwitchedOn(now) || now < start_at_) return;
+  if (!IsSwitchedOn(now) || now < start_at_ || !Refusal().empty()) return;
   if (now >= blocked_until_) blocked_.clear();
   Attempt attempt = Attempt::kStarted;
   while (attempt == Attempt::kStarted)
@@ -175,6 +177,7 @@ PlayLoop::Attempt PlayLoop::StartOne(TimePoint now) {
     files_path = hold->Settings().files_path;
   }
   if (!TakeDirectory(files_path, now)) return Attempt::kHindered;
+  if (is_fresh_ && !BeginWithOpenings(now)) return Attempt::kHindered;
   if (is_fresh_) AdoptGames();
   if (is_fresh_) return Attempt::kNothingToDo;
   if (!IsPlaceFree(files_path, now)) return Attempt::kHindered;
@@ -199,6 +202,16 @@ bool PlayLoop::TakeDirectory(const std::string& files_path, TimePoint now) {
   const Hold hold = room_.shared.Take();
   room_.file.With(hold).StopIfChangedByOthers(*hold);
   return hold->Switch().IsRunning();
+}
+
+bool PlayLoop::BeginWithOpenings(TimePoint now) {
+  const Hold hold = room_.shared.Take();
+  const auto begun = openings_.Begin(*hold, room_.host.files);
+  if (begun == OpeningsInUse::Begun::kNotWritten) {
+    const std::string file = OpeningsInUse::FileIn(hold->Settings().files_path);
+    Hinder("Error opening file for writing:  " + file + "\n", now);
+  }
+  return begun == OpeningsInUse::Begun::kGood;
 }
 
 void PlayLoop::AdoptGames() {
@@ -292,6 +305,8 @@ PlayLoop::Attempt PlayLoop::StartGame(int number, TimePoint now) {
     if (!is_startable) return Attempt::kAgain;
     const std::string batch_file = game->bat_file;
     const std::string claim_file = ClaimFileOf(game->pgn_file);
+    const auto opening = openings_.WordsFor(*hold, room_.host.files, *game);
+    if (!opening) return Attempt::kHindered;
     // What is being played must be known to the next start, or it would play the game a second
     // time.
     TourneyFile& file = room_.file.With(hold);
@@ -310,6 +325,7 @@ PlayLoop::Attempt PlayLoop::StartGame(int number, TimePoint now) {
         Hinder("Error opening file for writing:  " + claim_file + "\n", now);
         return Attempt::kHindered;
     }
+    prepared.order.more_words = *opening;
     room_.running.With(hold).Add(prepared.order);
   }
   ++games_under_way_;

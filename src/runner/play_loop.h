@@ -10,6 +10,7 @@
 #include "platform/clock.h"
 #include "play/game_host.h"
 #include "runner/directory_lock.h"
+#include "runner/openings_in_use.h"
 #include "runner/plan.h"
 #include "runner/referee.h"
 #include "runner/starter.h"
@@ -34,7 +35,8 @@ struct PlayPace {
 /// searches for a pairing.
 class PlayLoop {
  public:
-  PlayLoop(TourneyRoom& room, GameHost& host, const PlayPace& pace);
+  PlayLoop(TourneyRoom& room, GameHost& host, const PlayPace& pace,
+           std::optional<Openings> openings = std::nullopt);
 
   /// Does what is to be done now. Returns when the next pass is due at the latest; nothing: not
   /// before something happens.
@@ -43,6 +45,11 @@ class PlayLoop {
   /// Whether the last pass found nothing to do and no game is under way: the switch is off, or on
   /// without a game to play.
   bool IsIdle() const { return is_idle_; }
+
+  /// Why no game is started any more, whatever the switch says: those in FilesPath were begun with
+  /// other openings (runner/openings_in_use.h). A line without its line feed; empty when there is
+  /// no such reason.
+  const std::string& Refusal() const { return openings_.Refusal(); }
 
   /// At the end of the program: saves the results that still wait for it, deletes the files of
   /// those games and writes the page.
@@ -72,6 +79,7 @@ class PlayLoop {
   PlanAttempt NewAttempt() const;
   Attempt StartOne(TimePoint now);
   bool TakeDirectory(const std::string& files_path, TimePoint now);
+  bool BeginWithOpenings(TimePoint now);
   void AdoptGames();
   bool IsPlaceFree(const std::string& files_path, TimePoint now);
   void CollectWhatIsThere();
@@ -95,6 +103,7 @@ class PlayLoop {
   PlayPace pace_;
   Referee referee_;
   DirectoryLock directory_;
+  OpeningsInUse openings_;
   bool is_on_ = false;    ///< the switch, as the last pass saw it
   bool is_fresh_ = true;  ///< claims of an earlier process have not been looked for yet
   bool is_idle_ = false;

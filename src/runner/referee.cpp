@@ -198,7 +198,7 @@ void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file, const RunningGam
     // A load between the result and this save has made the game one to be played, and it is.
     return running.HasNumber(settled.order.number) || ClearUp(tourney, settled);
   });
-  DropJournal(tourney, host_.files);
+  pgn_->DropJournals(tourney);
 }
 
 /// A game that was begun anew has taken the claim over: then it is that one's.

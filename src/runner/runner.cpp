@@ -1,5 +1,6 @@
 #include "runner/runner.h"
 
+#include <algorithm>
 #include <functional>
 #include <system_error>
 #include <utility>
@@ -7,9 +8,19 @@
 #include "platform/faults.h"
 #include "play/cluster_host.h"
 #include "play/local_host.h"
+#include "runner/reporter.h"
 #include "runner/tourney_room.h"
 
 namespace tarvendo {
+
+namespace {
+
+std::optional<TimePoint> TheEarlierOf(const std::optional<TimePoint>& a,
+                                      const std::optional<TimePoint>& b) {
+  return a && b ? std::min(*a, *b) : a ? a : b;
+}
+
+}  // namespace
 
 RunnerOptions ManyGames(int places) {
   RunnerOptions options;
@@ -40,7 +51,8 @@ Runner::Runner(TourneyRoom& room, const RunnerOptions& options)
       events_(room.host.clock),
       bell_(MakeDoorbell()),
       host_(MakeGameHost(room.host, options, [this] { events_.Post(Event::kHostNews); })),
-      loop_(room, *host_, options.play) {}
+      loop_(room, *host_, options.play, options.openings),
+      reporter_(options.reporter) {}
 
 Runner::~Runner() {
   room_.shared.SetChangeListener({});
@@ -59,6 +71,20 @@ bool Runner::StartThread() {
   return true;
 }
 
+void Runner::NoteWhatIsUnderWay(std::uint64_t pass) {
+  const std::lock_guard guard(mutex_);
+  counts_ = {loop_.GamesUnderWay(), loop_.GamesJudged()};
+  if (refusal_.empty() && !loop_.Refusal().empty()) {
+    refusal_ = loop_.Refusal();
+    RequestTermination();
+    bell_->Ring();
+  }
+  if (!loop_.IsIdle()) return;
+  idle_pass_ = pass;
+  idle_changes_ = loop_.SwitchChangesSeen();
+  bell_->Ring();
+}
+
 void Runner::RunPasses() {
   const bool ended_well = CallGuarded([&] {
     room_.shared.SetChangeListener([this] { events_.Post(Event::kTourneyChanged); },
@@ -71,13 +97,8 @@ void Runner::RunPasses() {
         pass = ++passes_begun_;
       }
       next = loop_.Pass();
-      const std::lock_guard guard(mutex_);
-      counts_ = {loop_.GamesUnderWay(), loop_.GamesJudged()};
-      if (loop_.IsIdle()) {
-        idle_pass_ = pass;
-        idle_changes_ = loop_.SwitchChangesSeen();
-        bell_->Ring();
-      }
+      NoteWhatIsUnderWay(pass);
+      if (reporter_ != nullptr) next = TheEarlierOf(next, reporter_->Pass());
     } while (!events_.WaitUntil(next).Has(Event::kEnd));
     loop_.SettleAtEnd();
   });
@@ -105,6 +126,11 @@ bool Runner::IsDone(std::uint64_t asked) {
   // A pass that was idle before the switch was moved says nothing of what comes now.
   const bool is_idle = idle_pass_ > asked && idle_changes_ == changes;
   return has_died_ || (is_idle && !has_start_time);
+}
+
+std::string Runner::Refusal() {
+  const std::lock_guard guard(mutex_);
+  return refusal_;
 }
 
 Runner::Counts Runner::CountGames() {

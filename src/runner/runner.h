@@ -7,6 +7,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <string>
 #include <thread>
 
 #include "platform/doorbell.h"
@@ -18,6 +19,7 @@
 
 namespace tarvendo {
 
+class Reporter;
 struct TourneyRoom;
 
 /// How the runner plays.
@@ -25,6 +27,8 @@ struct RunnerOptions {
   int places = 1;  ///< games at a time
   Pace game;
   PlayPace play;
+  Reporter* reporter = nullptr;       ///< is called behind each pass; null: no report is written
+  std::optional<Openings> openings;   ///< from which the games start
   std::optional<SlurmOptions> slurm;  ///< nothing: on this machine
 };
 
@@ -63,24 +67,31 @@ class Runner {
   /// Any thread; it works with a tourney that is broken, too.
   Counts CountGames();
 
+  /// Why the runner plays no game and the program has to end (PlayLoop::Refusal), a line without
+  /// its line feed; empty when there is no such reason. Any thread.
+  std::string Refusal();
+
   /// Whether the thread has ended in a fault, or was never started. Any thread.
   bool HasDied();
 
  private:
   void RunPasses();
+  void NoteWhatIsUnderWay(std::uint64_t pass);
   bool IsDone(std::uint64_t asked);
 
   TourneyRoom& room_;
   EventQueue events_;
   std::unique_ptr<Doorbell> bell_;
   std::unique_ptr<GameHost> host_;
-  PlayLoop loop_;          ///< the thread's own
+  PlayLoop loop_;  ///< the thread's own, as the next one
+  Reporter* reporter_;
   std::mutex mutex_;       ///< guards what follows
   bool has_died_ = false;  ///< the thread has ended before its time, or could not be started
   std::uint64_t passes_begun_ = 0;
   std::uint64_t idle_pass_ = 0;     ///< the last pass that found nothing to do, by its number
   std::uint64_t idle_changes_ = 0;  ///< how often the switch had been moved when that pass looked
   Counts counts_;
+  std::string refusal_;
   std::thread thread_;
 };
 

@@ -125,11 +125,6 @@ void ComputeNameWidth(Tourney& tourney) {
   tourney.name_width = std::max(LongestName(tourney), 4);
 }
 
-std::string GameLine(Tourney& tourney, const Game& game) {
-  EnsureNameWidth(tourney);
-  return LineOfWidth(game, tourney.name_width);
-}
-
 std::string GameData(const Game& game) {
   const std::string sub_round = game.sub_round != 0 ? Format(" - %d\n", game.sub_round) : "\n";
   return Format("Game number %d:\n    Round : %2d", game.number, game.round) + sub_round +

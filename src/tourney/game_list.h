@@ -29,15 +29,12 @@ bool Matches(const Game& game, const GameFilter& filter);
 /// Sets the width of the names in the one-line form of a game: the longest name, but at least 4.
 void ComputeNameWidth(Tourney& tourney);
 
-/// "%3d. Round %d-%d  %2d.%-12s - %2d.%-12s   -" with the names as wide as the tourney's NameWidth
-/// (which is computed anew when it is below 6), and the status and result columns; ends in a line
-/// feed.
-std::string GameLine(Tourney& tourney, const Game& game);
-
 /// The detailed form of a game, several lines.
 std::string GameData(const Game& game);
 
-/// Prints the one-line form of every game that matches.
+/// Prints every game that matches in a line, "%3d. Round %d-%d  %2d.%-12s - %2d.%-12s   -" and the
+/// status and result columns, with the names as wide as the tourney's NameWidth (which is computed
+/// anew when it is below 6).
 void ListGames(Tourney& tourney, const GameFilter& filter);
 
 /// Removes all games that match, in list order, with their files, and prints "Removing game %d..."

@@ -6,15 +6,6 @@
 
 namespace tarvendo {
 
-bool HasMet(const Tourney& tourney, const Player& player, int opponent_number) {
-  if (opponent_number == player.number) return true;
-  return std::any_of(player.games.begin(), player.games.end(), [&](int index) {
-    const Game* game = tourney.GameAt(index);
-    return game != nullptr && game->IsReady() && game->IsPlayedBy(player.number) &&
-           game->IsPlayedBy(opponent_number);
-  });
-}
-
 bool HasGameInRound(const Tourney& tourney, const Player& player, int round,
                     bool must_be_finished) {
   for (const int index : player.games) {

@@ -7,10 +7,6 @@ class Tourney;
 
 // Questions to a participant's history, the games that it takes part in.
 
-/// Whether the two have met: a READY game between them, in either colour. Everybody has met
-/// himself.
-bool HasMet(const Tourney& tourney, const Player& player, int opponent_number);
-
 /// Whether the participant has a game in that round; only the first one of the round in its history
 /// is looked at. With `must_be_finished` that game must also be READY.
 bool HasGameInRound(const Tourney& tourney, const Player& player, int round, bool must_be_finished);

@@ -50,21 +50,10 @@ QuarterPoints Saturated(std::int64_t sum) {
       std::min<std::int64_t>(sum, std::numeric_limits<QuarterPoints>::max()));
 }
 
-/// What the standings tell of a participant.
-struct Standing {
-  int games_played = 0;
-  QuarterPoints sonneborn_berger = 0;
-  QuarterPoints buchholz = 0;
-  QuarterPoints points = 0;
-  int rank = 0;
-
-  bool operator==(const Standing&) const = default;
-};
-
 /// Of all participants, in list order.
-using Standings = std::vector<Standing>;
+using Standings = std::vector<ComputedStanding>;
 
-void AddGameScore(Standing& standing, QuarterPoints score) {
+void AddGameScore(ComputedStanding& standing, QuarterPoints score) {
   ++standing.games_played;
   standing.points += score;
 }
@@ -163,19 +152,20 @@ void AddTieBreaks(Standings& standings, const Meetings& meetings) {
 }
 
 /// Whether `a` stands ahead of `b`.
-bool IsAhead(const Standing& a, const Standing& b, bool is_swiss) {
+bool IsAhead(const ComputedStanding& a, const ComputedStanding& b, bool is_swiss) {
   if (a.points != b.points) return a.points > b.points;
   if (is_swiss && a.buchholz != b.buchholz) return a.buchholz > b.buchholz;
   return a.sonneborn_berger > b.sonneborn_berger;
 }
 
 void SetRanks(Standings& standings, bool is_swiss) {
-  std::vector<Standing*> order;
+  std::vector<ComputedStanding*> order;
   order.reserve(standings.size());
-  for (Standing& standing : standings)
+  for (ComputedStanding& standing : standings)
     order.push_back(&standing);
-  std::sort(order.begin(), order.end(),
-            [&](const Standing* a, const Standing* b) { return IsAhead(*a, *b, is_swiss); });
+  std::sort(order.begin(), order.end(), [&](const ComputedStanding* a, const ComputedStanding* b) {
+    return IsAhead(*a, *b, is_swiss);
+  });
   for (std::size_t i = 0; i < order.size(); ++i) {
     const bool shares_rank = i > 0 && !IsAhead(*order[i - 1], *order[i], is_swiss);
     order[i]->rank = shares_rank ? order[i - 1]->rank : static_cast<int>(i) + 1;
@@ -183,9 +173,9 @@ void SetRanks(Standings& standings, bool is_swiss) {
 }
 
 /// Enters the standing where it is not the one that is there already.
-void Enter(Tourney& tourney, const Player& player, const Standing& standing) {
-  const Standing before{player.games_played, player.sonneborn_berger, player.buchholz,
-                        player.points, player.rank};
+void Enter(Tourney& tourney, const Player& player, const ComputedStanding& standing) {
+  const ComputedStanding before{player.games_played, player.sonneborn_berger, player.buchholz,
+                                player.points, player.rank};
   if (before == standing) return;
   const auto change = tourney.Change(player);
   change->games_played = standing.games_played;
@@ -197,12 +187,17 @@ void Enter(Tourney& tourney, const Player& player, const Standing& standing) {
 
 }  // namespace
 
+std::vector<ComputedStanding> ComputeStandings(const Tourney& tourney) {
+  Standings standings(tourney.Participants().size());
+  const std::vector<CountedGame> games = AddUpPoints(tourney, standings);
+  AddTieBreaks(standings, SortMeetings(standings.size(), games));
+  SetRanks(standings, tourney.IsSwiss());
+  return standings;
+}
+
 bool CalculateStandings(Tourney& tourney) {
   const std::vector<Player>& participants = tourney.Participants();
-  Standings standings(participants.size());
-  const std::vector<CountedGame> games = AddUpPoints(tourney, standings);
-  AddTieBreaks(standings, SortMeetings(participants.size(), games));
-  SetRanks(standings, tourney.IsSwiss());
+  const Standings standings = ComputeStandings(tourney);
   for (std::size_t i = 0; i < participants.size(); ++i)
     Enter(tourney, participants[i], standings[i]);
   AdvanceCurrentRound(tourney);

@@ -1,8 +1,27 @@
 #pragma once
 
+#include <vector>
+
+#include "base/scores.h"
+
 namespace tarvendo {
 
 class Tourney;
+
+/// What the standings tell of a participant.
+struct ComputedStanding {
+  int games_played = 0;  ///< READY games
+  QuarterPoints sonneborn_berger = 0;
+  QuarterPoints buchholz = 0;
+  QuarterPoints points = 0;
+  int rank = 0;  ///< 1 is best
+
+  bool operator==(const ComputedStanding&) const = default;
+};
+
+/// The standings of all participants, in list order, as CalculateStandings would enter them;
+/// changes nothing.
+std::vector<ComputedStanding> ComputeStandings(const Tourney& tourney);
 
 /// Computes every participant's games played, points, Buchholz, Sonneborn-Berger (all three in
 /// quarter points) and rank (1 is best) anew from the READY games, and in a Swiss tourney moves the

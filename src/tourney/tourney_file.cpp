@@ -57,7 +57,7 @@ class TourneyFile::PlaceKeeper {
 bool TourneyFile::IsOfEmergency(const std::string& name) {
   const std::size_t separator = LastSeparator(name);
   const std::string bare = separator == std::string::npos ? name : name.substr(separator + 1);
-  return bare == kEmergencyName || bare == kOldEmergencyName;
+  return bare == kEmergencyName || (bare.starts_with("emergency.old") && bare.ends_with(".ini"));
 }
 
 bool TourneyFile::IsTourneyFile(FileSystem& files, const std::string& path) {
@@ -113,6 +113,12 @@ bool TourneyFile::Load(Tourney& tourney, const std::string& name) {
   PlaceKeeper keeper(place_);
   ChooseName(tourney, name);
   const auto stamp = files_.Stamp(place_.path);
+  // So nobody reads a file without an end that is something else to its limit.
+  if (IsForeign(files_, place_.path)) {
+    keeper.LetGo();
+    Print("Not a tourney file.\n");
+    return false;
+  }
   BoundedText read = ReadUpTo(files_, place_.path, kTourneyFileLimit);
   if (read.is_too_long) {
     PrintText(TooLongMessage(place_.path, kTourneyFileLimit));

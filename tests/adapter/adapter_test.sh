@@ -567,7 +567,7 @@ is_clean 'an engine that stays'
 
 reopen 'thinks'
 wait "$thinks"
-equal 'a board that was set up ends no game' 0 "$?"
+equal 'neither a board that was set up nor a game that was loaded ends the game' 0 "$?"
 says_nothing 'a long game says nothing'
 is_clean 'a long game'
 

@@ -8,7 +8,8 @@ line "file:line: what is wrong" for every breach, and exits with 1 when there is
 
 - Includes go only downwards in the list of rooms; own headers are written from src: "tourney/game.h".
 - The two hosts' folders are included from nowhere but themselves.
-- Headers that are not the standard library's stand only in the two hosts' folders, windows.h only in sources.
+- Headers that are not the standard library's stand only in the two hosts' folders, windows.h only in sources; but for
+  those that are named with the one source that may include them.
 - Neither files, nor units, nor folders include each other in a circle. A unit is a header and the source of its name, which
   are understood together: "play/claim" is claim.h and claim.cpp.
 - No conditional compilation asks for the host outside the platform room and its tests.
@@ -22,7 +23,7 @@ import pathlib
 import re
 import sys
 
-ROOMS = ["platform", "base", "play", "players", "tourney", "reports", "pairing", "runner", "console"]
+ROOMS = ["platform", "base", "play", "players", "tourney", "reports", "publish", "pairing", "runner", "console"]
 HOSTS = ["platform/posix", "platform/windows"]
 
 STANDARD = set("""
@@ -49,6 +50,9 @@ HOST_TYPE = re.compile(
     r"posix_\w+|struct stat)\b")
 TEST_LIBRARIES = ("gtest/", "gmock/", "benchmark/")
 ONE_HOSTS_FILE = re.compile(r"/(?:posix|windows)/|_(?:posix|windows)\.cpp$")
+
+# Of other libraries, and who alone may know of them.
+OTHER_LIBRARIES = {"nlohmann/json.hpp": "publish/json_file.cpp"}
 PAST_THE_PLATFORM = {"filesystem", "fstream", "iostream", "csignal", "ctime"}
 
 
@@ -132,6 +136,9 @@ def what_is_wrong_with_own(include):
 def what_is_wrong_with_other(include):
     if include.target in STANDARD:
         return None
+    if include.target in OTHER_LIBRARIES:
+        user = OTHER_LIBRARIES[include.target]
+        return None if include.path == user else f"<{include.target}> is known to {user} only"
     if host_of(include.path) is None:
         return f"<{include.target}> is not the standard library's; the host is known to {HOSTS} only"
     if include.target.lower() == "windows.h" and include.path.endswith(".h"):

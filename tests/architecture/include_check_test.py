@@ -38,6 +38,11 @@ class IncludeCheck(unittest.TestCase):
         for line, beginning in zip(lines, beginnings):
             self.assertTrue(line.startswith(beginning), line)
 
+    def test_another_library_is_known_to_one_source_only(self):
+        self.expect_good({"src/publish/json_file.cpp": "#include <nlohmann/json.hpp>\n"})
+        self.expect_bad({"src/publish/page.cpp": "#include <nlohmann/json.hpp>\n"},
+                        "src/publish/page.cpp:1: <nlohmann/json.hpp> is known to publish/json_file.cpp only")
+
     def test_includes_that_go_down_or_stay_in_the_room_are_good(self):
         self.expect_good({
             "src/base/a.h": "#pragma once\n#include <string>\n",

@@ -226,9 +226,9 @@ class BusyTourney {
   std::unique_ptr<Runner> runner_;
 };
 
-void ExpectAllPlayed(const RunnerOptions& options) {
+void ExpectAllPlayed(int games, const RunnerOptions& options) {
   unsigned seed = 0;
-  for (int left = GamesToPlay() / 2; left > 0; left -= kGamesOfOneTourney) {
+  for (int left = games; left > 0; left -= kGamesOfOneTourney) {
     BusyTourney tourney(std::min(left, kGamesOfOneTourney), options, ++seed);
     tourney.PlayWhileTyping();
     EXPECT_EQ(tourney.CountOpen(), 0U);
@@ -237,11 +237,11 @@ void ExpectAllPlayed(const RunnerOptions& options) {
 }
 
 TEST(GamesAndCommands, EveryCommandThatIsTypedMeanwhileFindsAWholeTourney) {
-  ExpectAllPlayed(RunnerOptions());
+  ExpectAllPlayed(GamesToPlay() / 4, RunnerOptions());
 }
 
 TEST(GamesAndCommands, TheSameIsTrueWhenManyGamesArePlayedAtOnce) {
-  ExpectAllPlayed(ManyGames(4));
+  ExpectAllPlayed(GamesToPlay(), ManyGames(8));
 }
 
 }  // namespace

@@ -1,13 +1,13 @@
 // Runs a program and meddles with one of its system calls: kills the program at it, as nobody else
 // can so exactly, or has it fail. Only the program's own threads are looked at, not what it starts.
 //
-//     at_call CALLS N kill|killafter|ERROR|ERROR+ PROGRAM WORDS...
+//     at_call CALLS N kill|killafter|ERROR|ERROR+|count PROGRAM WORDS...
 //
 // CALLS is a kind of calls (below), and N tells which of them, counted over all threads from 1.
-// There the program is killed, before the call is made or behind it, or the call, and with "+"
-// every later one of its kind, fails with the error (ENOSPC, EIO, EACCES, EMFILE, EAGAIN). Its exit
-// code is that of the program; 9 when it was killed here, 99 when this machine does not let itself
-// be used so.
+// There the program is killed, before the call is made or behind it; or the call, and with "+"
+// every later one of its kind, fails with the error (ENOSPC, EIO, EACCES, EMFILE, EAGAIN); "count"
+// lets all be made and writes into the file calls.txt how many there were. The exit code is that of
+// the program; 9 when it was killed here, 99 when this machine does not let itself be used so.
 
 #include <fcntl.h>
 #include <sys/ptrace.h>
@@ -76,6 +76,7 @@ struct Deed {
   bool is_behind = false;  ///< the kill comes when the call has been made
   int error = 0;
   bool is_for_good = false;
+  bool only_counts = false;
 };
 
 Deed ReadDeed(char** words) {
@@ -85,6 +86,7 @@ Deed ReadDeed(char** words) {
   std::string what = words[3];
   deed.is_behind = what == "killafter";
   deed.kills = deed.is_behind || what == "kill";
+  deed.only_counts = what == "count";
   deed.is_for_good = what.back() == '+';
   if (deed.is_for_good) what.pop_back();
   deed.error = ErrorOf(what);
@@ -127,6 +129,7 @@ class Tracer {
         Go(thread, status);
       } else if (thread == program_) {
         if (has_killed_) return kKilled;
+        if (deed_.only_counts) WriteCount();
         return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
       }
     }
@@ -158,7 +161,7 @@ class Tracer {
     if (!deed_.calls.contains(call)) return;
     ++count_;
     const bool is_meant = count_ == deed_.number || (deed_.is_for_good && count_ > deed_.number);
-    if (!is_meant) return;
+    if (!is_meant || deed_.only_counts) return;
     if (deed_.kills && !deed_.is_behind) return Kill();
     if (deed_.kills || DropCall(thread)) meddled_.insert(thread);
   }
@@ -166,6 +169,13 @@ class Tracer {
   void Leave(pid_t thread) {
     if (deed_.kills) return Kill();
     ReturnError(thread, deed_.error);
+  }
+
+  void WriteCount() const {
+    std::FILE* const file = std::fopen("calls.txt", "w");
+    if (file == nullptr) return;
+    std::fprintf(file, "%ld\n", count_);
+    std::fclose(file);
   }
 
   void Kill() {
@@ -198,7 +208,8 @@ int main(int count, char** words) {
     return kImpossible;
   }
   const Deed deed = ReadDeed(words);
-  if (deed.calls.empty() || (!deed.kills && deed.error == 0)) return kImpossible;
+  const bool has_sense = deed.kills || deed.only_counts || deed.error != 0;
+  if (deed.calls.empty() || !has_sense) return kImpossible;
   const pid_t program = Start(words + 4);
   int status = 0;
   const bool is_there =

@@ -24,11 +24,12 @@ import sys
 import threading
 import time
 
-from stub_tourney import ENDED, BrokenPromise, Tourney, add_options, games_between, make_ready, result_of
+from stub_tourney import ENDED, BrokenPromise, Tourney, add_options, games_between, make_ready
 
 PLAYERS = ("Alpha", "Beta", "Gamma", "Delta")
 GAMES = games_between(len(PLAYERS))
 LONGEST_GAME = 40  # milliseconds
+KILOBYTES = (0, 0, 5, 20)  # what is longer than four goes into a file in several pieces
 STEPS = 40
 CALLS = 500
 IMPOSSIBLE = 99  # says at_call
@@ -88,8 +89,7 @@ class Storm:
         self.tourney = Tourney(options, name, PLAYERS, options.games)
         self.tourney.copy_from(prepared)
         lasts = [self.random.choice((0, self.random.randrange(LONGEST_GAME))) for _ in range(GAMES)]
-        plan = "".join(f"g{n} {result_of(n)} ms={ms}\n" for n, ms in enumerate(lasts, 1))
-        self.tourney.write("stub_plan.txt", plan)
+        self.tourney.plan_games(lasts, [self.random.choice(KILOBYTES) for _ in lasts])
 
     def seconds_up_to(self, most):
         return self.random.random() * most * self.slowness
@@ -175,7 +175,7 @@ def main(words):
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     add_options(parser)
     parser.add_argument("--kills", type=int, default=200, help="how often the program ends (or TARVENDO_KILLS)")
-    parser.add_argument("--at-call", help="the program at_call: the kills come at system calls (then TARVENDO_CALL_KILLS)")
+    parser.add_argument("--at-call", type=os.path.abspath, help="the program at_call: the kills come at system calls (then TARVENDO_CALL_KILLS)")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--games", type=int, default=1, help="games at a time")
     parser.add_argument("--workers", type=int, default=4, help="tourneys at a time")

@@ -27,11 +27,13 @@ import subprocess
 import sys
 import time
 
-from stub_tourney import ENDED, BrokenPromise, Tourney, add_options, games_between, make_ready, read_tourney, result_of
+from stub_tourney import ENDED, BrokenPromise, Tourney, add_options, games_between, make_ready, read_tourney
 
 PLAYERS = ("Alpha", "Beta", "Gamma", "Delta")
 GAMES = games_between(len(PLAYERS))
+PATIENCE = 20  # seconds
 LONGEST_GAME = 40  # milliseconds
+KILOBYTES = (0, 0, 5, 20)  # what is longer than four goes into a file in several pieces
 LATEST_CUT = 0.4  # seconds behind the start
 CALLS = 500
 KILLED = (-signal.SIGKILL, 9, 99)
@@ -76,8 +78,16 @@ class Disk:
         run("mount", "-o", "loop", self.image, self.mount_point)
 
     def unmount(self):
-        self.end_users()
-        run("umount", self.mount_point)
+        end = time.monotonic() + PATIENCE
+        while True:
+            self.end_users()
+            try:
+                return run("umount", self.mount_point)
+            except Impossible as refused:
+                # Somebody is still on his way out.
+                if time.monotonic() > end:
+                    raise BrokenPromise(str(refused)) from refused
+                time.sleep(0.01)
 
     def write_all(self):
         run("sync", "-f", self.mount_point)
@@ -103,17 +113,17 @@ class Disk:
                         break
 
     def end_users(self):
-        end = time.monotonic() + 10
+        end = time.monotonic() + PATIENCE
         while users := list(self.users()):
             if time.monotonic() > end:
-                raise Impossible(f"processes do not leave {self.mount_point}: {users}")
+                raise BrokenPromise(f"processes do not leave {self.mount_point}: {users}")
             for process in users:
                 with contextlib.suppress(ProcessLookupError):
                     os.kill(process, signal.SIGKILL)
             time.sleep(0.005)
 
     def remove(self):
-        with contextlib.suppress(Impossible):
+        with contextlib.suppress(BrokenPromise):
             self.unmount()
         self.image.unlink()
 
@@ -141,7 +151,7 @@ class Cutter:
         for file in ("tourney.ini", "players.txt"):
             shutil.copy(self.prepared / file, tourney.directory)
         lasts = [self.random.choice((0, self.random.randrange(LONGEST_GAME))) for _ in range(GAMES)]
-        tourney.write("stub_plan.txt", "".join(f"g{n} {result_of(n)} ms={ms}\n" for n, ms in enumerate(lasts, 1)))
+        tourney.plan_games(lasts, [self.random.choice(KILOBYTES) for _ in lasts])
         self.disk.write_all()
         return tourney
 
@@ -224,7 +234,7 @@ def see_whether_possible():
 def main(words):
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     add_options(parser)
-    parser.add_argument("--at-call", help="the program at_call")
+    parser.add_argument("--at-call", type=os.path.abspath, help="the program at_call")
     parser.add_argument("--cuts", type=int, default=10, help="of each file system (or TARVENDO_POWER_CUTS)")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--games", type=int, default=1, help="games at a time")

@@ -35,14 +35,15 @@ def result_of(number):
     return {0: "1/2-1/2", 1: "1-0", 2: "0-1"}[number % 3]
 
 
-def merged_pgn(game):
+def merged_pgn(game, kilobytes=0):
     """The game as it stands in the tourney's PGN file."""
+    comments = kilobytes * ("{" + 1021 * "k" + "}\n")
     result = result_of(game["number"])
     return (
         f'[Event "My Own Winboard Tourney"]\n[Site "stub"]\n[Date "2001.09.25"]\n'
         f'[Round "{game["round"]}"]\n[Number "{game["number"]}"]\n'
         f'[White "{game["white"]}"]\n[Black "{game["black"]}"]\n[Result "{result}"]\n\n'
-        f'1. e4 e5 2. Nf3 Nc6\n{{g{game["number"]}}} {result}\n\n'
+        f'1. e4 e5 2. Nf3 Nc6\n{comments}{{g{game["number"]}}} {result}\n\n'
     )
 
 
@@ -92,6 +93,7 @@ class Tourney:
         self.launcher = options.launcher.split()
         self.games_at_once = games_at_once
         self.players = players
+        self.kilobytes = {}  # of comments, by the game's number
         self.directory = options.scratch / name
         self.directory.mkdir(parents=True)
         self.program = self.directory / options.program.name
@@ -143,6 +145,18 @@ class Tourney:
         for name in ("tourney.ini", "players.txt"):
             shutil.copy(prepared.directory / name, self.directory)
 
+    def plan_games(self, lasts, kilobytes):
+        """How many milliseconds each game lasts, and how many kilobytes of comments its record holds."""
+        self.kilobytes = dict(enumerate(kilobytes, 1))
+        plan = [
+            f"g{number} {result_of(number)} ms={milliseconds} kb={self.kilobytes[number]}\n"
+            for number, milliseconds in enumerate(lasts, 1)
+        ]
+        self.write("stub_plan.txt", "".join(plan))
+
+    def merged(self, game):
+        return merged_pgn(game, self.kilobytes.get(game["number"], 0))
+
     def check(self, must_be_over):
         """Raises when a game that was played to its end is lost."""
         games = read_tourney(self.directory / "tourney.ini")
@@ -157,9 +171,10 @@ class Tourney:
                 continue
             if RESULTS.get(game["result"]) != result_of(number):
                 raise BrokenPromise(f"game {number} has the result {game['result']}")
-            if merged_pgn(game) not in collected:
+            text = self.merged(game)
+            if text not in collected:
                 raise BrokenPromise(f"game {number} is READY, but not in the PGN file")
-            collected = collected.replace(merged_pgn(game), "", 1)
+            collected = collected.replace(text, "", 1)
         if must_be_over and collected:
             raise BrokenPromise(f"the PGN file holds something twice or in halves: {collected!r}")
 
@@ -167,10 +182,10 @@ class Tourney:
         """Raises when the tourney's PGN file is not made of all games, each once."""
         collected = self.read("default.pgn")
         for game in read_tourney(self.directory / "tourney.ini"):
-            times = collected.count(merged_pgn(game))
+            times = collected.count(self.merged(game))
             if times != 1:
                 raise BrokenPromise(f"game {game['number']} stands in the PGN file {times} times")
-            collected = collected.replace(merged_pgn(game), "")
+            collected = collected.replace(self.merged(game), "")
         if collected:
             raise BrokenPromise("something else stands in the PGN file")
 

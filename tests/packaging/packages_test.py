@@ -35,8 +35,10 @@ Rank|No  |Name     |1|2|3|Pts |S-B  |
 
 DOCUMENTS = [f"docs/{path.name}" for path in (pathlib.Path(__file__).parents[2] / "docs").glob("*.md")]
 COMMON_FILES = """README.txt TourneyHelp.txt first-tourney.txt
-    docs/table.png pics/break.gif pics/full.gif pics/half.gif""".split() + DOCUMENTS
-FILES_FOR_LINUX = sorted(COMMON_FILES + ["docs/xboard.md", "tarvendo", "winboard.exe"])
+    docs/report.png docs/table.png pics/break.gif pics/full.gif pics/half.gif""".split() + DOCUMENTS
+EXAMPLES = [f"examples/{path.name}" for path in (pathlib.Path(__file__).parents[2] / "examples").glob("*.txt")]
+FILES_FOR_LINUX = sorted(
+    COMMON_FILES + EXAMPLES + ["docs/libedit-licences.txt", "docs/xboard.md", "tarvendo", "tarvendo.bash-completion", "winboard.exe"])
 FILES_FOR_WINDOWS = sorted(COMMON_FILES + ["docs/mingw-w64-licences.txt", "tarvendo.exe"])
 
 # What is read with an editor, and where the project has it.
@@ -149,6 +151,12 @@ class DebianPackage(LinuxPackage, unittest.TestCase):
         self.assertTrue((self.installed.desk / "tourney.ini").exists())
         self.assertIn("Name = My Own Winboard Tourney", self.installed.type("get name"))
 
+    def test_the_examples_and_bashs_completion_are_where_they_are_looked_for(self):
+        share = OPTIONS.scratch / "system/usr/share"
+        for example in EXAMPLES:
+            self.assertTrue((share / "doc/tarvendo" / example).is_file(), example)
+        self.assertIn("_tarvendo", (share / "bash-completion/completions/tarvendo").read_text())
+
     def test_lintian_finds_nothing_to_complain_about(self):
         package, _ = the_package("*.deb")
         run("lintian", "--allow-root", "--fail-on", "error,warning", package)
@@ -158,7 +166,9 @@ class DebianPackage(LinuxPackage, unittest.TestCase):
 
     def test_it_asks_for_what_it_needs(self):
         package, _ = the_package("*.deb")
-        self.assertIn("libstdc++6", run("dpkg-deb", "-f", package, "Depends"))
+        depends = run("dpkg-deb", "-f", package, "Depends")
+        self.assertIn("libstdc++6", depends)
+        self.assertIn("libedit2", depends)
         self.assertEqual(run("dpkg-deb", "-f", package, "Recommends"), "xboard, xvfb\n")
 
     def test_nothing_is_left_when_it_is_removed(self):
@@ -197,6 +207,16 @@ class LinuxArchive(LinuxPackage, unittest.TestCase):
 
     def test_no_link_of_its_texts_leads_nowhere(self):
         self.assertEqual(dead_links(self.program), [])
+
+    def test_its_program_needs_nothing_but_the_compilers_libraries(self):
+        told = run("objdump", "-p", self.program / "tarvendo")
+        needed = {line.split()[-1].split(".so")[0] for line in told.splitlines() if "NEEDED" in line}
+        self.assertLessEqual(needed, {"libstdc++", "libgcc_s", "libm", "libc", "ld-linux-x86-64"})
+
+    def test_the_licences_of_what_it_has_in_it_are_there(self):
+        licences = (self.program / "docs/libedit-licences.txt").read_text(encoding="utf-8")
+        for library in ("libedit", "libbsd", "libmd", "libncurses"):
+            self.assertIn(f"== {library} ==", licences)
 
     def test_a_start_up_tourney_beside_the_program_is_loaded_by_itself(self):
         other = OPTIONS.scratch / "another place"

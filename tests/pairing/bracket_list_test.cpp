@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "pairing/hand_made_field.h"
 #include "tourney/small_tourney.h"
 #include "tourney/standings.h"
 
@@ -232,29 +231,6 @@ TEST_F(BracketListGames, ATimeOutPrintsTheBannerAndPairsNobody) {
   brackets.clock.SetLimit(1);
   EXPECT_FALSE(PairAll(field, brackets));
   EXPECT_EQ(Output(), "\n*********************\nTimeout!!!\n*********************\n\n");
-}
-
-TEST_F(BracketListGames, InTheLastRoundNobodyHasAWishForAColour) {
-  EnterMany(2);
-  for (Player& player : tourney.ChangeParticipants())
-    player.colour_state = kMustHaveWhite;
-  tourney.ChangeSettings()->rounds = 1;
-  EXPECT_EQ(MakePairingField(tourney).Get(1).colour_state, kNoColourWish);
-  EXPECT_EQ(tourney.FindParticipant(1)->colour_state, kMustHaveWhite);
-  tourney.ChangeSettings()->rounds = 2;
-  EXPECT_EQ(MakePairingField(tourney).Get(1).colour_state, kMustHaveWhite);
-}
-
-TEST_F(BracketListGames, OnlyAReadyGameForbidsARematch) {
-  EnterMany(4);
-  Add(1, 2);
-  AddReady(3, 4, kUnfinished);
-  AddReady(1, 3, kBothLose);
-  const PairingField field = MakePairingField(tourney);
-  EXPECT_FALSE(HasMet(field, 1, 2));
-  EXPECT_TRUE(HasMet(field, 3, 4));
-  EXPECT_TRUE(HasMet(field, 3, 1));
-  EXPECT_TRUE(HasMet(field, 2, 2));
 }
 
 }  // namespace

@@ -45,7 +45,10 @@ class Cluster : public ::testing::Test {
     return order;
   }
 
-  void Start(int number) { host_->Start(Order(number), MakeClaim(machine_.files, Order(number))); }
+  void Start(int number) {
+    machine_.files.Put(Order(number).batch_file, "@winboard.exe ");
+    host_->Start(Order(number), MakeClaim(machine_.files, Order(number)));
+  }
 
   /// What another process of the program would find.
   std::vector<GameOrder> Claims() {
@@ -385,13 +388,15 @@ TEST_F(Cluster, ASubmissionThatOnlySeemsToFailIsNotMadeTwice) {
 }
 
 TEST_F(Cluster, AGameWhoseClaimCannotBeWrittenIsNotSubmitted) {
+  machine_.files.Put("/t/g1.BAT", "@winboard.exe ");
   auto claim = MakeClaim(machine_.files, Order(1));
   machine_.files.FailFrom(FileOperation::kSync, 1);
   host_->Start(Order(1), std::move(claim));
   PassTime(seconds(5));
   ASSERT_EQ(outcomes_.size(), 1U);
   EXPECT_EQ(outcomes_[0].end, GameEnd::kRefused);
-  EXPECT_NE(outcomes_[0].reason.find("'/t/g1.run' cannot be written"), std::string::npos);
+  EXPECT_NE(outcomes_[0].reason.find("beside '/t/g1.run' cannot be read or written"),
+            std::string::npos);
   EXPECT_EQ(slurm_.submissions, 0);
 }
 
@@ -515,6 +520,7 @@ TEST_F(Cluster, ThePlaceOfAGameGoesWithAllItsTriesAndTheLastOnesReasonsAreKept) 
   RemovePlace(machine_.files, order);
   machine_.files.Remove("/t/g1.err");
   machine_.files.Remove("/t/g1.run");
+  machine_.files.Remove("/t/g1.BAT");
   EXPECT_TRUE(machine_.files.FileNames().empty()) << machine_.files.FileNames().front();
   EXPECT_FALSE(machine_.files.Exists("/t/g1.place"));
 }

@@ -90,7 +90,42 @@ TEST_F(DebugFile, AfterTheEndTheSameLineIsFoundAgain) {
 TEST_F(DebugFile, ALineIsRecognisedAlthoughItArrivesInPieces) {
   EXPECT_EQ(NewsOf("Game"), DebugNews::kStillOpen);
   files_.PutMore(kPath, "Ends(2");
+  EXPECT_EQ(Look(), DebugNews::kStillOpen) << "what is still being written is looked at again";
+  files_.PutMore(kPath, "7, Black mates, 6)\n");
   EXPECT_EQ(Look(), DebugNews::kGameOver);
+}
+
+TEST_F(DebugFile, TheEndOfAGameThatIsLoadedFromAFileEndsNoGame) {
+  EXPECT_EQ(NewsOf("GameEnds(28, , 3)\n"), DebugNews::kStillOpen);
+  EXPECT_EQ(NewsOf("gameends(26, White resigns, 3)\r\n"), DebugNews::kStillOpen);
+  EXPECT_EQ(NewsOf("GameEnds(26, x, 3)\nmore\nGameEnds(27, Black mates, 6)\n"),
+            DebugNews::kGameOver);
+}
+
+TEST_F(DebugFile, OnlyTheLastNumberTellsThatALineComesFromAFile) {
+  for (const char* line : {"GameEnds(3, x, 2)\n", "GameEnds(27, x, 3), 6)\n",
+                           "GameEnds(27, x, 13)\n", "GameEnds(27, x, 3) \n", "gameends3)\n"})
+    EXPECT_EQ(NewsOf(line), DebugNews::kGameOver) << line;
+}
+
+TEST_F(DebugFile, ALoadedGameMayEndWithALongComment) {
+  for (std::size_t length = 230; length < 520; ++length) {
+    const std::string comment(length, 'c');
+    EXPECT_EQ(NewsOf("GameEnds(26, " + comment + ", 3)\n"), DebugNews::kStillOpen) << length;
+    EXPECT_EQ(NewsOf("GameEnds(26, " + comment + ", 6)\n"), DebugNews::kGameOver) << length;
+  }
+}
+
+TEST_F(DebugFile, ALoadedGameIsKnownHoweverItArrives) {
+  const std::string line = "GameEnds(29, , 3)\n";
+  for (std::size_t length = 1; length < line.size(); ++length) {
+    EXPECT_EQ(NewsOf(line.substr(0, length)), DebugNews::kStillOpen) << length;
+    files_.PutMore(kPath, line.substr(length));
+    EXPECT_EQ(Look(), DebugNews::kStillOpen) << length;
+    EXPECT_EQ(Look(), DebugNews::kStillOpen) << length;
+  }
+  EXPECT_EQ(NewsOf("GameEnds(29, , 3)"), DebugNews::kStillOpen);
+  EXPECT_EQ(Look(), DebugNews::kStillOpen) << "it has stopped growing, and is whole";
 }
 
 TEST_F(DebugFile, AHalfWrittenSetUpOfTheBoardEndsNoGame) {

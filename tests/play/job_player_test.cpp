@@ -29,7 +29,7 @@ class PlayedJob : public ::testing::Test {
     order_.claim_file = "/t/g7.run";
     order_.job = "tarvendo-t-1f3a9c-g7-1";
     PutClaim();
-    machine_.files.Put("/t/g7.BAT",
+    machine_.files.Put("/t/g7.place/g7.BAT",
                        "@rem Round 1\n"
                        "@if NOT EXIST /t\\g7.PGN winboard.exe /cp /sgf=/t\\g7.PGN /fcp='a b' "
                        "/debugfile=mine /debug\n");

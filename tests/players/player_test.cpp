@@ -88,10 +88,6 @@ TEST(PlayerTest, ACountLargerThanTheFileGivesTheGamesThatAreThere) {
   EXPECT_EQ(Read(front + "2000000000\n5\n6\n").games, (std::vector<int>{5, 6}));
 }
 
-TEST(PlayerTest, ThePointsLineShowsThePointsInQuarters) {
-  EXPECT_EQ(PlayerPointsLine(SamplePlayer()), " 7. Alpha 100%          : 14 points.\n");
-}
-
 TEST(PlayerTest, TheGroupLineShowsTheGroupWhenThereIsOne) {
   Player player = SamplePlayer();
   EXPECT_EQ(PlayerGroupLine(player), " 7. Alpha 100%            Groups: top old\n");

@@ -21,9 +21,8 @@ class PgnJournal : public ::testing::Test, protected SmallTourney {
   }
 
   void Append(int number, const std::string& text) {
-    PgnGroup group(machine.files, PgnPace::kAtOnce);
-    group.Add(tourney, GameNumber(number), text, "/t/g1.PGN");
-    group.Rescue();
+    group_.Add(tourney, GameNumber(number), text, "/t/g1.PGN");
+    group_.Rescue();
     MakeReady(number);
   }
 
@@ -31,6 +30,8 @@ class PgnJournal : public ::testing::Test, protected SmallTourney {
   void Forget(int number) { tourney.Change(GameNumber(number))->status = kSpooled; }
   void Settle() { SettleJournal(tourney, machine.files, file); }
   std::string Pgn() { return machine.files.Bytes(kPgn); }
+
+  PgnGroup group_{machine.files, PgnPace::kAtOnce};
 
   /// The program ends when so many bytes of what it wrote are in the PGN file.
   void LeaveOnly(std::size_t bytes) { ASSERT_TRUE(machine.files.CutTo(kPgn, bytes)); }
@@ -41,8 +42,22 @@ TEST_F(PgnJournal, StandsBesideThePgnFileUntilTheResultsAreSaved) {
   EXPECT_EQ(Pgn(), "old\none\n");
   EXPECT_EQ(machine.files.Bytes(kJournal),
             "PGN_JOURNAL\n/t\n4\n1\n1\nAlpha\nBeta\n4\none\n\nEND_JOURNAL\n");
-  DropJournal(tourney, machine.files);
+  group_.DropJournals(tourney);
   EXPECT_FALSE(machine.files.Has(kJournal));
+}
+
+TEST_F(PgnJournal, GoesAlsoWhereThePgnFileIsAnotherOneMeanwhile) {
+  machine.files.ChangeDirectory("/t");
+  tourney.ChangeSettings()->pgn_file = "all.pgn";
+  Append(1, "one\n");
+  machine.files.PutDirectory("/u");
+  machine.files.ChangeDirectory("/u");
+  Append(2, "two\n");
+  EXPECT_TRUE(machine.files.Has(kJournal));
+  EXPECT_TRUE(machine.files.Has("/u/all.pgn.journal"));
+  group_.DropJournals(tourney);
+  EXPECT_FALSE(machine.files.Has(kJournal));
+  EXPECT_FALSE(machine.files.Has("/u/all.pgn.journal"));
 }
 
 TEST_F(PgnJournal, HalfAGameIsCut) {

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "play/local_host.h"
@@ -53,7 +54,7 @@ class PlayGames : public ::testing::Test, protected SmallTourney {
     while (!running.IsEmpty())
       running.Remove(GameOrder(running.Orders().front()));
     local_host_ = std::make_unique<LocalHost>(machine.host, game_pace_, places, [] {});
-    loop_ = std::make_unique<PlayLoop>(room, *local_host_, play_pace_);
+    loop_ = std::make_unique<PlayLoop>(room, *local_host_, play_pace_, openings_);
   }
 
   /// One pass. Returns the milliseconds until the next one is due.
@@ -99,6 +100,7 @@ class PlayGames : public ::testing::Test, protected SmallTourney {
 
   Pace game_pace_;
   PlayPace play_pace_;
+  std::optional<Openings> openings_;  ///< of the next process
   std::unique_ptr<LocalHost> local_host_;
   std::unique_ptr<PlayLoop> loop_;
 };

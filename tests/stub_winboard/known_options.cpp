@@ -30,7 +30,8 @@ constexpr std::array kWithValue = {
     "fn", "sn", "firstProtocolVersion", "secondProtocolVersion", "variant", "firstOptions",
     "secondOptions", "firstTimeOdds", "secondTimeOdds",
     // of all engines, and for openings
-    "defaultHashSize", "defaultPathEGTB", "lgf", "lgi", "lpf", "lpi",
+    "defaultHashSize", "defaultPathEGTB", "smpCores", "adjudicateLossThreshold",
+    "adjudicateDrawMoves", "lgf", "lgi", "lpf", "lpi",
     // for viewing, and what the script for XBoard adds
     "td", "nameOfDebugFile", "soundProgram", "saveSettingsFile", "saveSettingsOnExit",
     "firstComputerString", "secondComputerString"};

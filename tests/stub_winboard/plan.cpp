@@ -39,6 +39,7 @@ bool IsResult(const std::string& word) {
 Plan PlanOf(const PlanLine& line) {
   const std::string from = "pgn=";
   const std::string lasts = "ms=";
+  const std::string comments = "kb=";
   Plan plan;
   for (const std::string& word : line.words) {
     if (IsResult(word)) {
@@ -47,6 +48,8 @@ Plan PlanOf(const PlanLine& line) {
       plan.pgn_from = word.substr(from.size());
     } else if (word.compare(0, lasts.size(), lasts) == 0) {
       plan.milliseconds = std::atoi(word.c_str() + lasts.size());
+    } else if (word.compare(0, comments.size(), comments) == 0) {
+      plan.kilobytes = std::atoi(word.c_str() + comments.size());
     } else {
       plan.words.insert(word);
     }

@@ -10,6 +10,7 @@ struct Plan {
   std::string result = "1-0";  ///< as the PGN file tells it
   std::string pgn_from;  ///< the file whose bytes become the PGN file; empty: the stub writes one
   int milliseconds = 0;  ///< how long the game lasts
+  int kilobytes = 0;     ///< of comments in the PGN file
   std::set<std::string> words;  ///< everything else that the plan says, see README.md
 
   bool Says(const std::string& word) const { return words.count(word) != 0; }

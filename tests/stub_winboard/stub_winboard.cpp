@@ -134,6 +134,10 @@ std::string Complaints(const Words& words) {
   for (const char* needed : {"/sgf=", "/fcp=", "/scp="}) {
     if (ValueOf(words, needed).empty()) complaints += std::string("  MISSING ") + needed + "\n";
   }
+  for (const char* file : {"/lgf=", "/lpf="}) {
+    const std::string name = HostName(ValueOf(words, file));
+    if (!name.empty() && !Exists(name)) complaints += std::string("  NO FILE FOR ") + file + "\n";
+  }
   if (Exists(HostName(ValueOf(words, "/sgf=")))) complaints += "  THE GAME HAS A RECORD ALREADY\n";
   if (Exists(DebugFile(words))) complaints += "  A DEBUG FILE IS THERE ALREADY\n";
   if (Exists(kRunningFile)) complaints += "  ANOTHER GAME IS BEING PLAYED\n";
@@ -154,6 +158,8 @@ std::string Pgn(const GameKey& key, const Plan& plan) {
   if (plan.Says("upper")) tags = UpperCase(tags);
   std::string moves = "\n1. e4 e5 2. Nf3 Nc6\n";
   if (plan.Says("long")) moves.append("{").append(600, 'x').append("}\n");
+  for (int i = 0; i < plan.kilobytes; ++i)
+    moves.append("{").append(1021, 'k').append("}\n");
   return tags + moves.append("{").append(key.name).append("} ") + plan.result + "\n\n";
 }
 
@@ -165,15 +171,18 @@ std::string Garbage() {
   return bytes + "\n";
 }
 
-/// What WinBoard writes before the first move. It sets up the board, which ends no game.
-std::string Opening(const Plan& plan) {
+/// What WinBoard writes before the first move. It sets up the board and loads the game that is to
+/// be played on, neither of which ends the game.
+std::string Opening(const Plan& plan, const Words& words) {
   std::string text =
       "Reset(1, 0) from gameMode 0\nrecognized 'normal' (-1) as variant normal\n"
       "shuffleOpenings = 0\nTimeControl\nEngines are started\n";
   if (plan.Says("early")) text = "Reset(1, 0)\nGameEnds(27, White mates, 6)\nThree\nFour\nFive\n";
   if (plan.Says("garbage")) text += Garbage();
   if (plan.Says("long")) text += std::string(1000, 'l') + "\n" + std::string(254, 'm') + "\n";
-  return text + "GameEnds(0, (null), 2)\nReset(0, 1) from gameMode 2\nGameEnds(0, (null), 2)\n";
+  text += "GameEnds(0, (null), 2)\nReset(0, 1) from gameMode 2\nGameEnds(0, (null), 2)\n";
+  const bool is_loading = !ValueOf(words, "/lgf=").empty();
+  return is_loading ? text + "Parsed game end: 1/2-1/2\nGameEnds(28, , 3)\n" : text;
 }
 
 /// Asks whoever plays the clock to let the runner look at the files as they are now.
@@ -188,10 +197,11 @@ class Player {
       : key_(std::move(key)),
         plan_(std::move(plan)),
         pgn_file_(HostName(ValueOf(words, "/sgf="))),
-        debug_file_(DebugFile(words)) {}
+        debug_file_(DebugFile(words)),
+        opening_(Opening(plan_, words)) {}
 
   int Play() const {
-    Debug(Opening(plan_));
+    Debug(opening_);
     if (plan_.Says("hold")) Hold();
     if (plan_.Says("look")) AskForLook();
     std::this_thread::sleep_for(std::chrono::milliseconds(plan_.milliseconds));
@@ -237,6 +247,7 @@ class Player {
   Plan plan_;
   std::string pgn_file_;
   std::string debug_file_;
+  std::string opening_;
 };
 
 /// Whether WinBoard understands its words. When it does not, it says so and does nothing.

@@ -32,11 +32,20 @@ class GameListTest : public TourneyTest {
     return numbers;
   }
 
+  /// The line of a game; it is then the only one.
+  std::string LineOf(Game game) {
+    tourney.ChangeGames().clear();
+    tourney.ChangeGames().push_back(std::move(game));
+    Output();
+    ListGames(tourney, {});
+    return Output();
+  }
+
   std::string LineWith(int status, int result) {
     Game game;
     game.status = status;
     game.result = result;
-    const std::string line = GameLine(tourney, game);
+    const std::string line = LineOf(game);
     return line.substr(line.find("   -") + 4);
   }
 
@@ -51,25 +60,23 @@ class GameListTest : public TourneyTest {
 
 TEST_F(GameListTest, TheLineOfAGameHasTheNamesAsWideAsTheLongest) {
   AddThree();
-  EXPECT_EQ(GameLine(tourney, tourney.Games()[0]),
-            "  1. Round 1-1   1.Alphas -  2.Betas    -NOTHING DONE\n");
+  const Game third = tourney.Games()[2];
+  EXPECT_EQ(LineOf(tourney.Games()[0]), "  1. Round 1-1   1.Alphas -  2.Betas    -NOTHING DONE\n");
   tourney.name_width = 12;
-  EXPECT_EQ(GameLine(tourney, tourney.Games()[2]),
-            "  3. Round 2-2   2.Betas        -  3.Gammas         -NOTHING DONE\n");
+  EXPECT_EQ(LineOf(third), "  3. Round 2-2   2.Betas        -  3.Gammas         -NOTHING DONE\n");
 }
 
 TEST_F(GameListTest, AWidthBelowSixIsComputedAnew) {
   AddThree();
   tourney.name_width = 5;
-  GameLine(tourney, tourney.Games()[0]);
+  LineOf(tourney.Games()[0]);
   EXPECT_EQ(tourney.name_width, 6);
   tourney.name_width = 9;
-  GameLine(tourney, tourney.Games()[0]);
+  LineOf(tourney.Games()[0]);
   EXPECT_EQ(tourney.name_width, 9);
   tourney.ChangeParticipants().clear();
   tourney.name_width = -20;
-  EXPECT_EQ(GameLine(tourney, Game()),
-            "  0. Round 0-0   0.WhitePlayer -  0.BlackPlayer   -NOTHING DONE\n");
+  EXPECT_EQ(LineOf(Game()), "  0. Round 0-0   0.WhitePlayer -  0.BlackPlayer   -NOTHING DONE\n");
   EXPECT_EQ(tourney.name_width, 4);
 }
 
@@ -91,10 +98,7 @@ TEST_F(GameListTest, PercentSignsInNamesAreNoFormats) {
   game.white_player = "100%s";
   game.black_player = "%n%d";
   tourney.name_width = 6;
-  EXPECT_EQ(GameLine(tourney, game), "  0. Round 0-0   0.100%s  -  0.%n%d     -NOTHING DONE\n");
-  tourney.ChangeGames().push_back(game);
-  ListGames(tourney, {});
-  EXPECT_EQ(Output(), "  0. Round 0-0   0.100%s  -  0.%n%d     -NOTHING DONE\n");
+  EXPECT_EQ(LineOf(game), "  0. Round 0-0   0.100%s  -  0.%n%d     -NOTHING DONE\n");
 }
 
 TEST_F(GameListTest, TheDetailedFormHasALineForEachPart) {

@@ -12,30 +12,6 @@ class HistoryTest : public TourneyTest {
   const Player& One() { return *tourney.FindParticipant(1); }
 };
 
-TEST_F(HistoryTest, EverybodyHasMetHimself) {
-  EXPECT_TRUE(HasMet(tourney, One(), 1));
-}
-
-TEST_F(HistoryTest, AReadyGameInEitherColourIsAMeeting) {
-  AddReady(1, 2, kDraw);
-  AddReady(3, 1, kUnknown);
-  EXPECT_TRUE(HasMet(tourney, One(), 2));
-  EXPECT_TRUE(HasMet(tourney, One(), 3));
-  EXPECT_FALSE(HasMet(tourney, *tourney.FindParticipant(2), 3));
-}
-
-TEST_F(HistoryTest, AGameThatIsNotReadyIsNoMeeting) {
-  Add(1, 2);
-  Add(1, 3).status = kSpooled;
-  EXPECT_FALSE(HasMet(tourney, One(), 2));
-  EXPECT_FALSE(HasMet(tourney, One(), 3));
-}
-
-TEST_F(HistoryTest, AGameThatBothLoseIsAMeeting) {
-  AddReady(1, 2, kBothLose);
-  EXPECT_TRUE(HasMet(tourney, One(), 2));
-}
-
 TEST_F(HistoryTest, AGameInTheRoundIsFound) {
   Add(1, 2, 3);
   EXPECT_TRUE(HasGameInRound(tourney, One(), 3, false));
@@ -75,7 +51,6 @@ TEST_F(HistoryTest, NoSubRoundsCountAsOne) {
 
 TEST_F(HistoryTest, PlacesThatNoGameHasAreLeftOut) {
   tourney.Change(*tourney.FindParticipant(1))->games = {-1, 5, 2147483647, -2147483647};
-  EXPECT_FALSE(HasMet(tourney, One(), 2));
   EXPECT_FALSE(HasGameInRound(tourney, One(), 0, false));
   EXPECT_FALSE(RoundComplete(tourney, One(), 0, false));
 }

@@ -3,7 +3,8 @@
 
     message_check.py ROOT
 
-takes every string literal below ROOT/src (but the platform room) that reads like a message: three letters in a
+takes every string literal below ROOT/src (but the platform room, and the report's pages, which are held against their data
+in a browser) that reads like a message: three letters in a
 row, and a blank or a line feed. Each must be found in what some folder of ROOT/tests/transcripts expects on the
 console, in the log, on standard error or in a file; printf's placeholders stand for anything on their line. What
 no run can show is listed in EXCEPTIONS with the reason; an exception that is no longer one is wrong, too.
@@ -16,30 +17,40 @@ import sys
 NEVER_SHOWN = "the text of an exception, which nobody is shown"
 EXCEPTIONS = {
     "asked to end between two lines": NEVER_SHOWN,
+    "' holds more than a tourney can, so it is not read.\n": "such a file is too large for a transcript; a unit test has it",
+    "There are %d players, more are not read.\n": "a million players are too many for a transcript; a unit test has fewer",
     "asked to end while the runner was playing": NEVER_SHOWN,
     "a thread has died while it worked on the tourney": NEVER_SHOWN,
     "the thread holds the tourney already": NEVER_SHOWN,
     "Tourney reset failed!\n": "a reset cannot fail; the command looks at its answer all the same",
     "This is not a swiss tourney, so no swiss round can be paired!\n":
         "who pairs a round has asked for the type before; a unit test asks the driver itself",
-    "%2d. %-20s: %d points.\n": "no command asks for this form of a player; a unit test does",
     "Game %d: its debug file '%s' has not grown for 30 minutes.\n": "half an hour is too long; a unit test does",
     "', so it is written in place:\nshould the machine stop meanwhile, it is lost.\n":
         "the superuser, who runs the tests, may write everywhere; a unit test says it",
     "No file can be made beside '": "likewise",
     "%lld players have more games to play than the %d that a tourney can hold.\n":
         "two thousand players are too many for a transcript; a unit test has them",
+    " playing, ": "a minute is too long for a transcript; unit tests show it",
+    ", round %d/%d": "likewise",
+    "%7d  in other ways\n": "sixteen different ends are too many for a transcript; a unit test has them",
     "Error deleting file:  ": "the superuser, who runs the tests, may delete everything; a unit test says it",
-    "%zu/%zu played, %zu playing, %zu without result, round %d/%d":
-        "a minute is too long for a transcript; unit tests show it",
+    "The 'emergency.ini' of an earlier time is replaced.\n": "likewise, of a file that cannot be renamed",
     " /ncp /td 0 ": "a part of a command line, not printed",
+    '/lgf="%s" /lgi=%zu ': "likewise",
+    '/lpf="%s" /lpi=%zu ': "likewise",
+    "has a name that WinBoard cannot be told.":
+        "a name with a double quote is none on every host; a unit test gives one",
     '[white "': "looked for in the files of games, not printed",
     '[black "': "looked for in the files of games, not printed",
 }
 
+# Parts of files that are looked at by other means.
+NOT_LOOKED_AT = re.compile("platform/|publish/(?!report_files)")
+
 TOKEN = re.compile(r'//[^\n]*|/\*.*?\*/|\'(?:\\.|[^\'\\\n])*\'|"(?:\\.|[^"\\\n])*"', re.S)
 INCLUDE = re.compile(r"^\s*#.*$", re.M)
-PLACEHOLDER = re.compile(r"(%[-*.\d]*z?[dsu])")
+PLACEHOLDER = re.compile(r"(%[-*.\d]*[dsu])")
 ESCAPES = {"n": "\n", "t": "\t", '"': '"', "\\": "\\", "'": "'"}
 
 
@@ -74,7 +85,7 @@ def messages(root):
     """(file, text) of everything that reads like a message."""
     for path in sorted((root / "src").rglob("*.cpp")):
         name = path.relative_to(root / "src").as_posix()
-        if name.startswith("platform/"):
+        if NOT_LOOKED_AT.match(name):
             continue
         for text in literals(path.read_text(encoding="utf-8")):
             if reads_like_a_message(text):

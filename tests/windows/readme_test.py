@@ -20,7 +20,7 @@ import sys
 SECONDS = 100
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 STARTER = ROOT / "packaging/first-tourney-windows.txt"
-DOCUMENTS = ("README.md", "help/TourneyHelp.txt", "adapters/xboard/README.md", "docs/files.md", "docs/behaviour.md", *(
+DOCUMENTS = ("README.md", "help/TourneyHelp.txt", "adapters/xboard/README.md", "docs/files.md", "docs/behaviour.md", "docs/guide.md", *(
     f"packaging/{name}" for name in ("first-tourney-windows.txt", "first-tourney-linux.txt", "tarvendo.1")))
 KNOWN_OPTIONS = ROOT / "tests/stub_winboard/known_options.cpp"
 OPTION = re.compile(r"(?<![\w/\\.<])/([A-Za-z]\w*)(=|(?![\w/\\]))")
@@ -37,7 +37,7 @@ FIRST_LINE = "set winboardpath "
 def first_tourney(readme):
     """The lines that the README wants typed."""
     section = readme.read_text().split("\n## Windows\n")[1].split("\n## ")[0]
-    blocks = re.findall(r"```\n(.*?)```", section, re.DOTALL)
+    blocks = re.findall(r"```\w*\n(.*?)```", section, re.DOTALL)
     return next(block for block in blocks if block.startswith(FIRST_LINE))
 
 

@@ -42,6 +42,10 @@ void ChildSetup::ReadNothing() {
   posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
 }
 
+void ChildSetup::ReadFrom(int descriptor) {
+  posix_spawn_file_actions_adddup2(&actions_, descriptor, STDIN_FILENO);
+}
+
 void ChildSetup::WriteTo(int descriptor) {
   posix_spawn_file_actions_adddup2(&actions_, descriptor, STDOUT_FILENO);
 }
@@ -66,8 +70,8 @@ std::optional<pid_t> ChildSetup::Spawn(char* const* arguments) {
 }
 
 void ResetChildSignals() {
-  constexpr std::array kHandled = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT,
-                                   SIGTERM, SIGHUP, SIGINT, SIGALRM};
+  constexpr std::array kHandled = {SIGSEGV, SIGBUS, SIGFPE,  SIGILL,  SIGABRT, SIGTERM,
+                                   SIGHUP,  SIGINT, SIGALRM, SIGTSTP, SIGWINCH};
   for (const int number : kHandled) {
     struct sigaction action {};
     sigaction(number, nullptr, &action);

@@ -20,6 +20,9 @@ class ChildSetup {
   /// The child finds the end when it reads its standard input.
   void ReadNothing();
 
+  /// The child's standard input comes from `descriptor`.
+  void ReadFrom(int descriptor);
+
   /// The child's standard output goes to `descriptor`.
   void WriteTo(int descriptor);
 

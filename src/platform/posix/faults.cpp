@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "platform/posix/ctrl_c.h"
 #include "platform/posix/termination.h"
 
 namespace tarvendo {
@@ -61,6 +62,13 @@ void OnRequest(int /*request*/) {
   NoteTermination();
 }
 
+/// The key may mean something else; what another program sends never does.
+void OnInterrupt(int request, siginfo_t* info, void* /*context*/) {
+  if (info->si_code == SI_KERNEL && TakeCtrlC(PressTime())) return;
+  signal(request, SIG_DFL);
+  NoteTermination();
+}
+
 void OnDeadline(int /*alarm*/) {
   _exit(1);
 }
@@ -83,8 +91,13 @@ void CatchRequest(int request) {
   sigaction(request, nullptr, &action);
   if (action.sa_handler == SIG_IGN) return;  // nohup, or a shell's background job
   action = {};
-  action.sa_handler = OnRequest;
-  action.sa_flags = SA_RESTART | (request == SIGHUP ? 0 : static_cast<int>(SA_RESETHAND));
+  if (request == SIGINT) {
+    action.sa_sigaction = OnInterrupt;
+    action.sa_flags = SA_RESTART | SA_SIGINFO;
+  } else {
+    action.sa_handler = OnRequest;
+    action.sa_flags = SA_RESTART | (request == SIGHUP ? 0 : static_cast<int>(SA_RESETHAND));
+  }
   sigemptyset(&action.sa_mask);
   sigaction(request, &action, nullptr);
 }
@@ -92,7 +105,9 @@ void CatchRequest(int request) {
 void ReleaseRequest(int request) {
   struct sigaction action {};
   sigaction(request, nullptr, &action);
-  if (action.sa_handler == OnRequest) signal(request, SIG_DFL);
+  const bool is_ours = (action.sa_flags & SA_SIGINFO) != 0 ? action.sa_sigaction == OnInterrupt
+                                                           : action.sa_handler == OnRequest;
+  if (is_ours) signal(request, SIG_DFL);
 }
 
 /// Gives the thread a stack for its signal handlers as long as it lives, unless it has one already.

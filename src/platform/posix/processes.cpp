@@ -22,6 +22,7 @@
 #include "platform/posix/batch_child.h"
 #include "platform/posix/batch_watch.h"
 #include "platform/posix/child_setup.h"
+#include "platform/posix/ctrl_c.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/file_lock.h"
 #include "platform/posix/termination.h"
@@ -145,6 +146,7 @@ class PosixProcesses : public Processes {
     ChildSetup setup;
     const Descriptor file(output.empty() ? -1 : OpenOutput(output));
     if (!output.empty() && !file.IsOpen()) return ShellOutcome::kNoOutputFile;
+    const CtrlCMeans for_the_command(CtrlC::kEndsCommand);
     if (file.IsOpen()) setup.WriteTo(file.Get());
     std::array<std::string, 4> words = {"/bin/sh", "-c", "--", line};
     const std::array<char*, 5> arguments = {words[0].data(), words[1].data(), words[2].data(),

@@ -99,6 +99,19 @@ TEST_F(EmergencyDeathTest, AnEarlierEmergencySaveIsKept) {
       testing::ExitedWithCode(0), "^$");
 }
 
+TEST_F(EmergencyDeathTest, AnEarlierEmergencySaveIsKeptAlsoWhereItsOldNameIsTaken) {
+  files_.Put("emergency.ini", "TOURNEY_FILE\nof yesterday\n");
+  files_.PutDirectory("/home/emergency.old.ini");
+  files_.Put("emergency.old2.ini", "TOURNEY_FILE\nof last week\n");
+  PutPlayers();
+  const std::string script = std::string("readplayers players\naddall\n") + kBug;
+  EXPECT_EXIT(Run(script, "emergency.old3.ini", "of yesterday"), testing::ExitedWithCode(0), "^$");
+  EXPECT_EXIT(Run(script, "emergency.old2.ini", "of last week"), testing::ExitedWithCode(0), "^$");
+  files_.Deny(FileOperation::kRename, "/home/emergency.ini");
+  EXPECT_EXIT(Run(script, "emergency.ini", "Alpha"), testing::ExitedWithCode(0),
+              "^The 'emergency.ini' of an earlier time is replaced.\n$");
+}
+
 TEST_F(EmergencyDeathTest, ATourneyWithoutPlayersAndGamesLeavesAnEarlierOneAlone) {
   files_.Put("emergency.ini", "TOURNEY_FILE\nof yesterday\n");
   files_.Put("emergency.old.ini", "TOURNEY_FILE\nof last week\n");
