@@ -69,7 +69,6 @@ RunnerOptions HowToPlay(const StartUp& start, const std::optional<Openings>& ope
   }
   options.openings = openings;
   options.reporter = reporter;
-  options.openings = std::move(openings);
   return options;
 }
 
