@@ -63,7 +63,6 @@ RunnerOptions HowToPlay(const StartUp& start, const std::optional<Openings>& ope
   options.game.patience = std::chrono::minutes(start.patience);
   options.openings = openings;
   options.reporter = reporter;
-  options.openings = std::move(openings);
   return options;
 }
 
