@@ -25,6 +25,8 @@
 #include "platform/paths.h"
 #include "platform/processes.h"
 #include "platform/terminal.h"
+#include "play/job_player.h"
+#include "play/slurm.h"
 #include "players/player_database.h"
 #include "publish/report_files.h"
 #include "runner/reporter.h"
@@ -61,9 +63,12 @@ RunnerOptions HowToPlay(const StartUp& start, const std::optional<Openings>& ope
   RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
   options.play.replays = start.resume.empty();
   options.game.patience = std::chrono::minutes(start.patience);
+  if (!start.cluster.empty()) {
+    options.slurm =
+        SlurmOptions{ExecutablePath(), SplitSlurmWords(start.cluster_options), start.patience};
+  }
   options.openings = openings;
   options.reporter = reporter;
-  options.openings = std::move(openings);
   return options;
 }
 
@@ -148,6 +153,13 @@ bool ReadOpenings(const StartUp& start, FileSystem& files, std::optional<Opening
   openings = Openings::Read(files, start.openings, error);
   if (!openings) WriteConsoleError(error + "\n");
   return openings.has_value();
+}
+
+/// As a job of a scheduler: there is no tourney here, and no log. The exit code tells how it ended.
+int PlayAsJob(const Host& host, const StartUp& start) {
+  JobPace pace;
+  pace.patience = std::chrono::minutes(start.patience);
+  return static_cast<int>(PlayJob(host, JobOfEnvironment(), start.play, pace, WriteConsole));
 }
 
 /// Games that are being played are left to themselves. Who plays many wants to know how many.
@@ -285,6 +297,7 @@ int RunProgram(Host& host, const std::vector<std::string>& words) {
   StartUp start = ReadCommandLine(words);
   MakePathsFull(start, host.files);
   if (const std::optional<int> code = AnswerAtOnce(start, host.files)) return *code;
+  if (!start.play.empty()) return PlayAsJob(host, start);
   std::optional<Openings> openings;
   if (!ReadOpenings(start, host.files, openings)) return kRefused;
   if (!start.report.empty() && !MakeReportDirectory(host.files, start.report)) {

@@ -1,5 +1,6 @@
 #include "console/command_line.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <utility>
@@ -7,6 +8,7 @@
 
 #include "base/text.h"
 #include "console/long_options.h"
+#include "platform/processes.h"
 
 namespace tarvendo {
 namespace {
@@ -17,10 +19,18 @@ int NumberUpTo(int largest, const std::string& text) {
   return number >= 1 && number <= largest ? number : 0;
 }
 
+/// The one scheduler that is known.
+constexpr const char* kSlurm = "slurm";
+
+bool IsCluster(const std::string& word) {
+  return word == "--cluster" || word.starts_with("--cluster=");
+}
+
 /// Reads the words one behind the other.
 class CommandLineReader {
  public:
-  explicit CommandLineReader(const std::vector<std::string>& words) : words_(words) {}
+  explicit CommandLineReader(const std::vector<std::string>& words)
+      : words_(words), has_cluster_(std::any_of(words.begin(), words.end(), IsCluster)) {}
 
   StartUp Read() {
     while (next_ < words_.size()) {
@@ -32,7 +42,10 @@ class CommandLineReader {
       }
     }
     TakeOthers();
-    if (!start_.wants_help && !start_.wants_version) FailWhatDoesNotFit();
+    if (!start_.wants_help && !start_.wants_version) {
+      FailWhatDoesNotFit();
+      FailClusterThatDoesNotFit();
+    }
     return start_;
   }
 
@@ -59,9 +72,11 @@ class CommandLineReader {
 
   void Take(const LongOption& option, const NumberValue& number, std::optional<std::string> value) {
     if (!value) value = NextWord();
-    start_.*number.field = value ? NumberUpTo(number.largest, *value) : 0;
+    const bool is_larger = has_cluster_ && number.largest_on_cluster != 0;
+    const int largest = is_larger ? number.largest_on_cluster : number.largest;
+    start_.*number.field = value ? NumberUpTo(largest, *value) : 0;
     if (start_.*number.field != 0) return;
-    Fail(std::string(option.word) + " takes a number from 1 to " + std::to_string(number.largest) +
+    Fail(std::string(option.word) + " takes a number from 1 to " + std::to_string(largest) +
          (value ? ", not '" + *value + "'." : "."));
   }
 
@@ -100,6 +115,18 @@ class CommandLineReader {
     }
   }
 
+  void FailClusterThatDoesNotFit() {
+    if (start_.cluster.empty()) {
+      if (!start_.cluster_options.empty()) Fail("--cluster-options goes with --cluster.");
+    } else if (start_.cluster != kSlurm) {
+      Fail("--cluster knows '" + std::string(kSlurm) + "' alone, not '" + start_.cluster + "'.");
+    } else if (!KnowsSchedulers()) {
+      Fail("--cluster is not known on this system.");
+    } else if (start_.games == 0) {
+      Fail("--cluster goes with --games: how many games are queued or played at a time.");
+    }
+  }
+
   void FailWhatDoesNotFit() {
     if (!start_.resume.empty() && !others_.empty()) {
       Fail("--resume takes no script and no keyboard, so '" + others_.front() +
@@ -116,6 +143,7 @@ class CommandLineReader {
   }
 
   const std::vector<std::string>& words_;
+  bool has_cluster_;  ///< somewhere among the words
   std::size_t next_ = 0;
   std::vector<std::string> others_;  ///< the words that are neither long options nor their values
   StartUp start_;

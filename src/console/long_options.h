@@ -12,6 +12,7 @@ namespace tarvendo {
 struct NumberValue {
   int StartUp::*field;
   int largest;
+  int largest_on_cluster = 0;  ///< in place of `largest` where --cluster is given; 0: the same
 };
 
 /// Any text but an empty one.

@@ -15,8 +15,11 @@ struct StartUp {
   bool gives_code = false;  ///< the exit code tells how the run has ended
   int games = 0;     ///< so many at a time, without waits between them; 0: one at a time, unhurried
   int patience = 0;  ///< minutes with a silent debug file; 0 is for ever
-  std::string report;    ///< the directory that the report goes to; empty: none is written
-  std::string openings;  ///< the file from whose lines the games start; empty for none
+  std::string report;           ///< the directory that the report goes to; empty: none is written
+  std::string openings;         ///< the file from whose lines the games start; empty for none
+  std::string cluster;          ///< the scheduler that gets the games; empty: none
+  std::string cluster_options;  ///< further words for it
+  std::string play;             ///< a claim: as a scheduler's job, play its game and nothing else
   bool wants_help = false;
   bool wants_version = false;
   std::string error;  ///< why the words make no sense, a line; empty when they do

@@ -42,7 +42,7 @@ void DoReset(CommandContext& context) {
   // What cannot be taken back is saved before.
   context.file.AutoSave(context.tourney);
   context.brackets.Clear();
-  DeleteErrorFiles(context.tourney, context.host.files);
+  DeleteReasonFiles(context.tourney, context.host.files);
   Print(context.tourney.Reset() ? "Tourney reseted.\n" : "Tourney reset failed!\n");
 }
 

@@ -17,8 +17,8 @@ struct BracketWidth {
   int quarter_points = 0;
 };
 
-/// Less than nothing counts as nothing. A size that no two scores are apart may become another such
-/// width, so that every size has one.
+/// Less than nothing counts as nothing. What is far wider than any two scores lie apart is cut to a
+/// width that still is.
 BracketWidth WidthOf(BracketSize size);
 
 /// How the players are put into brackets.

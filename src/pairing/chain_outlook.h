@@ -54,8 +54,7 @@ class ChainOutlook {
   /// `index` to it cannot be paired among themselves, so that they must float out of it.
   std::vector<std::size_t> MustFloat(std::size_t index);
 
-  /// Whether nobody has to float where the limits forbid it. `must_float` is that of the
-  /// bracket.
+  /// Whether nobody has to float where the limits forbid it. `must_float` is MustFloat(index).
   bool LimitsSuffice(std::size_t index, const std::vector<std::size_t>& must_float,
                      const FloaterLimits& limits);
 
@@ -63,24 +62,24 @@ class ChainOutlook {
   /// among themselves, so that as many must come from above.
   std::size_t NeededFromAbove(std::size_t index);
 
-  /// While floaters are chosen in that bracket: whether everybody from there on could
-  /// still be paired. Those floated already may only be paired behind the bracket, the other
-  /// entries before `decided` only in it. A floater may go as far as it likes.
+  /// While floaters are chosen in that bracket: whether everybody from there on could still be
+  /// paired. Those floated already may only be paired behind the bracket, the other entries before
+  /// `decided` only in it. A floater may go as far as it likes.
   bool ChoiceCanWork(std::size_t index, std::size_t decided);
 
  private:
   void CountNeededFromAbove();
   void CountLeftOver();
 
-  /// Whether so few players are left over by each run of brackets behind `index` that they can
-  /// float out of it, or others in.
+  /// Whether each run of brackets behind `index` leaves so few players over that they can float out
+  /// of it, or be paired with others who float in.
   bool RunsSuffice(std::size_t index, const FloaterLimits& limits) const;
 
   const PairGraph& graph_;
   const std::vector<Bracket>& brackets_;
   std::vector<PlayerSet> own_;   ///< the players of each bracket as it was made
   std::vector<PlayerSet> from_;  ///< and of all behind it
-  // Both empty until they are asked for.
+  // These two are empty until they are asked for.
   std::vector<std::size_t> needed_from_above_;
   /// [i][n]: how many players of the n + 1 brackets from i on cannot be paired among themselves.
   std::vector<std::vector<std::size_t>> left_over_;

@@ -187,8 +187,8 @@ class ChainSearch {
     return PairChain(choice.index + 1, choice.mode, choice.most);
   }
 
-  /// In full mode only, where it proves that a choice is final. The other modes have limits, which
-  /// tell nearly as much at once.
+  /// Looks in full mode only, where it saves what no limit does. In the other modes it costs more
+  /// than it saves.
   bool ChoiceCanWork(const FloaterChoice& choice, std::size_t decided) {
     return choice.mode != SearchMode::kFull || outlook_.ChoiceCanWork(choice.index, decided);
   }

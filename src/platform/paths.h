@@ -15,6 +15,9 @@ bool IsBareName(const std::string& name);
 /// std::string::npos when there is none.
 std::size_t LastSeparator(const std::string& path);
 
+/// The running executable: a full path.
+std::string ExecutablePath();
+
 /// The directory in which the running executable lies, ending in its separator.
 std::string ExecutableDirectory();
 

@@ -9,6 +9,7 @@
 
 namespace tarvendo {
 
+struct BatchStep;
 class LockedFile;
 
 /// A batch file that this program has started; never used twice.
@@ -40,6 +41,17 @@ class Processes {
   /// ends. Nothing when it could not be started.
   virtual std::optional<BatchId> StartBatch(const std::string& path, const LockedFile* lock) = 0;
 
+  /// Starts a command line of the host's command processor without waiting for it. Its standard
+  /// output goes to the file `output`, and it reads nothing. `lock` as in StartBatch. What is said
+  /// of started batch files below holds for it too. Nothing when it could not be started or the
+  /// file cannot be made, and always on Windows.
+  virtual std::optional<BatchId> StartShell(const std::string& line, const std::string& output,
+                                            const LockedFile* lock) = 0;
+
+  /// Starts the steps of a batch file by the batch reader, whatever COMSPEC says, as StartBatch
+  /// does. Nothing when they could not be started, and always on Windows.
+  virtual std::optional<BatchId> StartSteps(const std::vector<BatchStep>& steps) = 0;
+
   /// Whether the process that was started with that id (not those that it has started) still runs.
   virtual bool IsRunning(BatchId batch) = 0;
 
@@ -66,6 +78,9 @@ class Processes {
 };
 
 std::unique_ptr<Processes> MakeProcesses();
+
+/// Whether the host can hand games to a batch scheduler.
+bool KnowsSchedulers();
 
 /// Puts the executable's directory at the end of the search path that child processes get and,
 /// where the host needs it, opens the null device for standard streams that are closed. Called

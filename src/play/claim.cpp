@@ -13,6 +13,8 @@ namespace {
 
 constexpr const char* kHeader = "GAME_CLAIM";
 constexpr std::string_view kExtension = ".run";
+constexpr std::string_view kJob = "job ";
+constexpr std::size_t kLines = 7;  ///< of a claim without a job
 
 /// The lines of a text, without their line feeds.
 std::vector<std::string> LinesOf(const std::string& text) {
@@ -40,6 +42,14 @@ int NumberOfClaim(const std::string& path, const std::string& files_path) {
   return rest.empty() ? 0 : NumberIn(rest);
 }
 
+std::optional<GameOrder> ReadClaim(FileSystem& files, const std::string& path) {
+  return ReadClaimText(ReadFile(files, path, kGameFileLimit).value_or(""), path);
+}
+
+bool NamesJob(const std::optional<GameOrder>& order) {
+  return order && !order->job.empty();
+}
+
 }  // namespace
 
 std::string ClaimFileOf(const std::string& pgn_file) {
@@ -53,12 +63,14 @@ std::string ClaimText(const GameOrder& order) {
        {&order.white, &order.black, &order.batch_file, &order.pgn_file, &order.debug_file}) {
     text += *line + "\n";
   }
+  if (!order.job.empty()) text += std::string(kJob) + order.job + "\n";
   return text;
 }
 
 std::optional<GameOrder> ReadClaimText(const std::string& text, const std::string& claim_file) {
   const std::vector<std::string> lines = LinesOf(text);
-  if (lines.size() != 7 || lines[0] != kHeader) return std::nullopt;
+  const bool has_job = lines.size() == kLines + 1 && lines.back().starts_with(kJob);
+  if ((lines.size() != kLines && !has_job) || lines[0] != kHeader) return std::nullopt;
   GameOrder order;
   order.number = NumberIn(lines[1]);
   if (order.number == 0) return std::nullopt;
@@ -68,6 +80,7 @@ std::optional<GameOrder> ReadClaimText(const std::string& text, const std::strin
   order.pgn_file = lines[5];
   order.debug_file = lines[6];
   order.claim_file = claim_file;
+  if (has_job) order.job = lines.back().substr(kJob.size());
   return order;
 }
 
@@ -83,9 +96,16 @@ bool HasClaim(FileSystem& files, const std::string& pgn_file) {
   return !claim.empty() && files.IsPlainFile(claim);
 }
 
+bool SyncClaim(FileSystem& files, const GameOrder& order, LockedFile& claim) {
+  if (!claim.Replace(ClaimText(order))) return false;
+  const auto file = files.Append(order.claim_file);
+  return file && file->Sync() && file->Close() && files.SyncName(order.claim_file);
+}
+
 bool IsBeingPlayed(FileSystem& files, const std::string& pgn_file) {
   const std::string claim = ClaimFileOf(pgn_file);
-  return !claim.empty() && files.IsLocked(claim);
+  if (claim.empty() || !files.IsPlainFile(claim)) return false;
+  return files.IsLocked(claim) || NamesJob(ReadClaim(files, claim));
 }
 
 std::vector<FoundClaim> FindClaims(FileSystem& files, const std::string& files_path) {
@@ -95,9 +115,9 @@ std::vector<FoundClaim> FindClaims(FileSystem& files, const std::string& files_p
     claim.number = NumberOfClaim(path, files_path);
     if (claim.number == 0) continue;
     claim.path = path;
-    claim.is_held = files.IsLocked(path);
-    claim.order = ReadClaimText(ReadFile(files, path, kGameFileLimit).value_or(""), path);
+    claim.order = ReadClaim(files, path);
     if (claim.order && claim.order->number != claim.number) claim.order.reset();
+    claim.is_held = files.IsLocked(path) || NamesJob(claim.order);
     claims.push_back(std::move(claim));
   }
   return claims;

@@ -24,12 +24,16 @@ class LockedFile;
 //     /t/g7.BAT         batch file, PGN file, debug file: full paths
 //     /t/g7.PGN
 //     /t/winboard.debug
+//     job tarvendo-t-1f3a9c-g7-6b02.1     of a game that was handed to a scheduler, and no other
+//
+// The lock does not reach the machines on which a scheduler's jobs run: there the claim that names
+// a job is enough, and the scheduler is asked what has become of that.
 
 /// A claim that lies in a directory.
 struct FoundClaim {
   int number = 0;                  ///< as the file's name tells it
   std::string path;                ///< of the claim file
-  bool is_held = false;            ///< the game is still being played
+  bool is_held = false;            ///< the game is still being played, or a scheduler has it
   std::optional<GameOrder> order;  ///< nothing when its text cannot be read or understood
 };
 
@@ -50,7 +54,12 @@ std::unique_ptr<LockedFile> MakeClaim(FileSystem& files, const GameOrder& order)
 /// or whose end nobody has judged yet.
 bool HasClaim(FileSystem& files, const std::string& pgn_file);
 
-/// Whether the game with that PGN file is being played: somebody holds its claim.
+/// Makes the claim tell the order as it is now, and waits until that is on the disk. The order's
+/// claim file is there. False when that is not possible.
+bool SyncClaim(FileSystem& files, const GameOrder& order, LockedFile& claim);
+
+/// Whether the game with that PGN file is being played: somebody holds its claim, or the claim
+/// names a scheduler's job.
 bool IsBeingPlayed(FileSystem& files, const std::string& pgn_file);
 
 /// The claims in the directory of `files_path`, in the order of their names. `files_path` is put in

@@ -40,6 +40,9 @@ class GameHost {
   /// one outcome follows.
   virtual void Start(const GameOrder& order, std::unique_ptr<LockedFile> claim) = 0;
 
+  /// Whether it takes over games that a scheduler has (GameOrder::job).
+  virtual bool AdoptsJobs() const { return false; }
+
   /// Takes over games that an earlier process has begun and that are still being played: they are
   /// watched and never started again. Exactly one outcome follows for each.
   virtual void Adopt(const std::vector<GameOrder>& orders) = 0;

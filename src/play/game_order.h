@@ -17,6 +17,7 @@ struct GameOrder {
   std::string claim_file;       ///< play/claim.h
   std::string more_words = {};  ///< put behind those of the batch file, a blank behind them; not
                                 ///< known of an adopted game
+  std::string job = {};  ///< what a scheduler knows it by; empty for one played on this machine
 };
 
 /// Whether both mean the same game: the number and both names agree.

@@ -197,7 +197,7 @@ GameOutcome LocalGame::TakeOutcome() {
   std::optional<std::string> record = Record();
   // What was read a moment ago is not lost when it cannot be read again.
   if (!record && !record_.empty()) record = record_;
-  return {order_, end_, std::move(record)};
+  return {order_, end_, std::move(record), {}};
 }
 
 }  // namespace tarvendo

@@ -4,6 +4,7 @@
 #include "base/whole_file.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "play/job_tries.h"
 
 namespace tarvendo {
 namespace {
@@ -13,14 +14,6 @@ constexpr std::string_view kPlace = ".place";
 
 std::string PlaceOf(const std::string& files_path, int number) {
   return files_path + "g" + std::to_string(number) + std::string(kPlace);
-}
-
-/// The copy of the order's batch file: in the directory of its debug file, if that is the order's
-/// own, and beside the batch file otherwise.
-std::string CopyOfBatch(const GameOrder& order) {
-  const std::string directory = OwnDirectory(order);
-  if (!directory.empty()) return directory + "\\g" + std::to_string(order.number) + ".BAT";
-  return order.pgn_file.substr(0, order.pgn_file.rfind('.')) + ".opening.BAT";
 }
 
 std::string QuotedWhenBlank(const std::string& path) {
@@ -49,6 +42,16 @@ std::string DebugFileOfBegun(FileSystem& files, const std::string& files_path, i
   return has_place ? OwnDebugFile(files_path, number) : FirstDebugFile(files_path);
 }
 
+std::string CopyOfBatch(const GameOrder& order) {
+  const std::string directory = OwnDirectory(order);
+  if (!directory.empty()) return directory + "\\g" + std::to_string(order.number) + ".BAT";
+  return order.pgn_file.substr(0, order.pgn_file.rfind('.')) + ".opening.BAT";
+}
+
+std::string SubmissionFile(const GameOrder& order) {
+  return OwnDirectory(order) + "\\sbatch.txt";
+}
+
 std::string PreparePlace(FileSystem& files, const GameOrder& order) {
   const std::string directory = OwnDirectory(order);
   if (directory.empty() && order.more_words.empty()) return order.batch_file;
@@ -70,6 +73,10 @@ bool RemovePlace(FileSystem& files, const GameOrder& order) {
   const std::string directory = OwnDirectory(order);
   RemoveIfThere(files, CopyOfBatch(order));
   if (directory.empty()) return true;
+  if (!order.job.empty()) {
+    RemoveTries(files, order);
+    RemoveIfThere(files, SubmissionFile(order));
+  }
   RemoveIfThere(files, order.debug_file);
   return files.RemoveDirectory(directory) || !files.Exists(directory);
 }

@@ -32,8 +32,15 @@ std::string DebugFileOfBegun(FileSystem& files, const std::string& files_path, i
 /// be made.
 std::string PreparePlace(FileSystem& files, const GameOrder& order);
 
+/// The copy of the order's batch file, for an order that has a directory of its own or further
+/// words: in that directory, or beside the batch file.
+std::string CopyOfBatch(const GameOrder& order);
+
+/// What a scheduler says when it gets the order's job: a file in the directory of its debug file.
+std::string SubmissionFile(const GameOrder& order);
+
 /// Removes that copy, and the directory for the order's debug file, when it has one of its own,
-/// with what is in it. False when the directory is still there.
+/// with what is in it, the tries of a scheduler's job too. False when the directory is still there.
 bool RemovePlace(FileSystem& files, const GameOrder& order);
 
 }  // namespace tarvendo

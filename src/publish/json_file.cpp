@@ -112,32 +112,42 @@ Json HeadJson(const Report& report) {
   return json;
 }
 
-/// A row for each participant, a place in it for each participant, in list order.
-Json ChancesJson(const Report& report) {
-  Json rows = Json::array();
-  for (std::size_t a = 0; a < report.participants.size(); ++a) {
-    Json row = Json::array();
-    for (std::size_t b = 0; b < report.participants.size(); ++b) {
-      const auto chance = report.elo.ChanceOfSuperiority(a, b);
-      row.push_back(chance ? Json(Rounded(*chance, 10000)) : Json(nullptr));
-    }
-    rows.push_back(std::move(row));
+/// The row of a participant: a place for each participant, in list order.
+Json ChancesJson(const Report& report, std::size_t a) {
+  Json row = Json::array();
+  for (std::size_t b = 0; b < report.participants.size(); ++b) {
+    const auto chance = report.elo.ChanceOfSuperiority(a, b);
+    row.push_back(chance ? Json(Rounded(*chance, 10000)) : Json(nullptr));
   }
-  return rows;
+  return row;
+}
+
+/// Adds a list to the object that is being written, one thing a line.
+template <typename Make>
+void AddList(std::string& text, const char* name, std::size_t count, const Make& make) {
+  text += std::string(",\n\"") + name + "\": [";
+  for (std::size_t i = 0; i < count; ++i)
+    text += (i == 0 ? "\n" : ",\n") + make(i).dump();
+  text += "\n]";
 }
 
 }  // namespace
 
 std::string ReportJson(const Report& report) {
-  Json json = HeadJson(report);
-  json["participants"] = Json::array();
-  for (std::size_t place = 0; place < report.participants.size(); ++place)
-    json["participants"].push_back(ParticipantJson(report, place));
-  json["games"] = Json::array();
-  for (const ReportGame& game : report.games)
-    json["games"].push_back(GameJson(report, game));
-  if (report.counts.participants <= kMostForChances) json["superiority"] = ChancesJson(report);
-  return json.dump(1, ' ') + "\n";
+  // Object by object: all of them together would take many times the memory of the text.
+  const Json head = HeadJson(report);
+  std::string text = "{";
+  for (const auto& [name, value] : head.items())
+    text += (text.size() == 1 ? "\n\"" : ",\n\"") + name + "\": " + value.dump();
+  AddList(text, "participants", report.participants.size(),
+          [&](std::size_t place) { return ParticipantJson(report, place); });
+  AddList(text, "games", report.games.size(),
+          [&](std::size_t game) { return GameJson(report, report.games[game]); });
+  if (report.counts.participants <= kMostForChances) {
+    AddList(text, "superiority", report.participants.size(),
+            [&](std::size_t place) { return ChancesJson(report, place); });
+  }
+  return text + "\n}\n";
 }
 
 }  // namespace tarvendo

@@ -106,13 +106,15 @@ std::vector<GameOrder> FindGamesToAdopt(Tourney& tourney, FileSystem& files,
   for (const FoundClaim& claim : FindClaims(files, tourney.Settings().files_path)) {
     const GameOrder order = OrderOf(tourney, files, claim);
     if (running.HasNumber(claim.number)) continue;
-    if (!claim.is_held) {
+    const Game* game = SameGame(tourney, order);
+    const bool is_judged = game != nullptr && game->IsReady();
+    // A job is judged only when its scheduler says that it has ended.
+    if (!claim.is_held || (is_judged && !order.job.empty())) {
       SettleClaim(tourney, files, order);
       continue;
     }
-    const Game* game = SameGame(tourney, order);
     // One that was judged already, its WinBoard still hanging, must not keep others waiting.
-    if (game != nullptr && game->IsReady()) continue;
+    if (is_judged) continue;
     if (game != nullptr) SpoolAgain(tourney, *game);
     playing.push_back(order);
   }
@@ -124,7 +126,8 @@ std::optional<GameOrder> FreeClaimOf(const Tourney& tourney, FileSystem& files, 
   FoundClaim claim;
   claim.number = game_number;
   claim.path = GameFileName(files_path, game_number, ".run");
-  if (!files.IsPlainFile(claim.path) || files.IsLocked(claim.path)) return std::nullopt;
+  if (!files.IsPlainFile(claim.path)) return std::nullopt;
+  if (IsBeingPlayed(files, GameFileName(files_path, game_number, ".PGN"))) return std::nullopt;
   claim.order = ReadClaimText(ReadFile(files, claim.path, kGameFileLimit).value_or(""), claim.path);
   return OrderOf(tourney, files, claim);
 }

@@ -57,10 +57,6 @@ std::string GameFileName(const std::string& files_path, int game_number,
   return files_path + "g" + std::to_string(game_number) + extension;
 }
 
-std::string GameFileBeside(const std::string& pgn_file, const std::string& extension) {
-  return pgn_file.substr(0, pgn_file.rfind('.')) + extension;
-}
-
 std::string BatchText(const Tourney& tourney, const Game& game) {
   const TourneySettings& settings = tourney.Settings();
   const PlayerTexts white = TextsOf(tourney, game.white);

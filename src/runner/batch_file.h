@@ -11,9 +11,6 @@ class Tourney;
 std::string GameFileName(const std::string& files_path, int game_number,
                          const std::string& extension);
 
-/// Another file of the same game, beside its PGN file: "/t/g7.debug" for "/t/g7.PGN".
-std::string GameFileBeside(const std::string& pgn_file, const std::string& extension);
-
 /// The text of the game's batch file: a remark with the round, and the command that lets WinBoard
 /// play the game unless its PGN file is there already. A participant that is not found contributes
 /// empty texts.

@@ -9,6 +9,7 @@
 #include "platform/faults.h"
 #include "platform/files.h"
 #include "play/claim.h"
+#include "play/game_files.h"
 #include "reports/table_driver.h"
 #include "runner/adoption.h"
 #include "runner/batch_file.h"
@@ -94,7 +95,9 @@ void CollectAll(Tourney& tourney, FileSystem& files, TourneyFile& file,
     if (claim) leftovers.claims.push_back(*claim);
     TakeResult(tourney, group, game, *pgn, pgn_file);
     // Why a game has no result shall be read the next morning.
-    if (!game.LacksResult()) leftovers.files.push_back(GameFileBeside(pgn_file, ".err"));
+    if (game.LacksResult()) continue;
+    for (const std::string& reason_file : ReasonFiles(pgn_file))
+      leftovers.files.push_back(reason_file);
   }
   tourney.RecomputeGamesState();
   if (leftovers.files.empty()) return;

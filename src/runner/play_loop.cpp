@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "platform/files.h"
 #include "play/claim.h"
+#include "play/game_files.h"
 #include "runner/adoption.h"
 #include "runner/batch_file.h"
 #include "runner/collect.h"
@@ -30,6 +31,22 @@ std::string Framed(const std::string& message) {
 
 std::string AccessMessage(const std::string& file) {
   return Framed("Something is accessing '" + file + "',\ncan't run a game before it's free.\n");
+}
+
+/// Takes the games that a scheduler has out of `playing`. When there are any, nothing can be played
+/// without knowing what has become of them: the runner is stopped.
+bool LeaveJobs(Tourney& tourney, std::vector<GameOrder>& playing) {
+  const auto has_job = [](const GameOrder& order) { return !order.job.empty(); };
+  const auto first = std::find_if(playing.begin(), playing.end(), has_job);
+  if (first == playing.end()) return false;
+  PrintText(Framed(
+      Format("Games that were handed to a scheduler: %d,\nthe first is game no. %d. "
+             "Start the program with '--cluster' to\ntake them over. Stopping "
+             "runner.\n",
+             static_cast<int>(std::count_if(first, playing.end(), has_job)), first->number)));
+  std::erase_if(playing, has_job);
+  tourney.ChangeSwitch()->SetRunning(false);
+  return true;
 }
 
 }  // namespace
@@ -96,6 +113,7 @@ void PlayLoop::JudgeEnded(TimePoint now) {
 }
 
 void PlayLoop::CountFailure(Tourney& tourney, const GameOutcome& outcome) {
+  if (outcome.IsGivenBack()) return;
   failures_ = outcome.ShowedLife() && outcome.pgn ? 0 : failures_ + 1;
   if (pace_.failures_allowed == 0 || failures_ < pace_.failures_allowed) return;
   const std::string reason_file = GameFileBeside(outcome.order.pgn_file, ".err");
@@ -161,6 +179,7 @@ PlayLoop::Attempt PlayLoop::StartOne(TimePoint now) {
   if (!TakeDirectory(files_path, now)) return Attempt::kHindered;
   if (is_fresh_ && !BeginWithOpenings(now)) return Attempt::kHindered;
   if (is_fresh_) AdoptGames();
+  if (is_fresh_) return Attempt::kNothingToDo;
   if (!IsPlaceFree(files_path, now)) return Attempt::kHindered;
   CollectWhatIsThere();
   PlanAttempt tried = NewAttempt();
@@ -196,19 +215,22 @@ bool PlayLoop::BeginWithOpenings(TimePoint now) {
 }
 
 void PlayLoop::AdoptGames() {
+  const bool adopts_jobs = host_.AdoptsJobs();
   std::vector<GameOrder> playing;
+  bool leaves_jobs = false;
   {
     const Hold hold = room_.shared.Take();
     RemoveHalfSaved(*hold, room_.host.files, room_.file.With(hold));
     RunningGames& running = room_.running.With(hold);
     playing = FindGamesToAdopt(*hold, room_.host.files, running);
     SettleJournal(*hold, room_.host.files, room_.file.With(hold));
+    leaves_jobs = !adopts_jobs && LeaveJobs(*hold, playing);
     for (const GameOrder& order : playing)
       running.Add(order);
   }
   games_under_way_ += playing.size();
   host_.Adopt(playing);
-  is_fresh_ = false;
+  is_fresh_ = leaves_jobs;
   has_collected_ = false;
 }
 

@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "base/whole_file.h"
 #include "platform/files.h"
+#include "play/game_files.h"
 #include "play/place.h"
 #include "reports/table_driver.h"
 #include "runner/adoption.h"
@@ -44,16 +45,21 @@ void AnnounceUnwatchable() {
   PrintText(stars + "Error running game. I can't access winboard.debug, stopping runner." + stars);
 }
 
-void AnnounceNoResult(const Game& game) {
+void AnnounceNoResult(const Game& game, const std::string& reason) {
   PrintText(std::string("\n") + Stars(79) + "\n" +
             Format("Game %d: %s - %s result not found, and therefore set to UNKNOWN.\n",
                    game.number, game.white_player.c_str(), game.black_player.c_str()) +
-            Stars(79) + "\n> ");
+            reason + Stars(79) + "\n> ");
+}
+
+void AnnounceRefusal(const std::string& reason) {
+  PrintText(std::string("\n") + Stars(79) + "\n" + reason +
+            "Stopping runner. What was not begun stays to be played.\n" + Stars(79) + "\n> ");
 }
 
 /// What is said of a game that did not end by itself.
-void AnnounceEnd(GameEnd end) {
-  switch (end) {
+void AnnounceEnd(const GameOutcome& outcome) {
+  switch (outcome.end) {
     case GameEnd::kNotStarted:
     case GameEnd::kNoSignOfLife:
       return AnnounceNoSignOfLife();
@@ -63,7 +69,10 @@ void AnnounceEnd(GameEnd end) {
     case GameEnd::kEnded:
     case GameEnd::kDiedSilently:
     case GameEnd::kOutOfPatience:
+    case GameEnd::kNeverBegun:
       return;
+    case GameEnd::kRefused:
+      return AnnounceRefusal(outcome.reason);
   }
 }
 
@@ -103,8 +112,14 @@ void Referee::GoBeforeSavesOf(TourneyFile& file) {
 
 bool Referee::Judge(Tourney& tourney, TourneyFile& file, RunningGames& running,
                     const GameOutcome& outcome) {
-  AnnounceEnd(outcome.end);
+  AnnounceEnd(outcome);
   running.Remove(outcome.order);
+  if (outcome.IsGivenBack()) {
+    // As if it had never been ordered: it is SPOOLED as it was.
+    RemoveClaim(host_.files, outcome.order);
+    if (outcome.end == GameEnd::kRefused) tourney.ChangeSwitch()->SetRunning(false);
+    return false;
+  }
   if (outcome.end == GameEnd::kCannotBeWatched) {
     // The claim stays: WinBoard may be playing all the same, and whoever starts next learns of it.
     tourney.ChangeSwitch()->StopItself();
@@ -129,7 +144,7 @@ bool Referee::Judge(Tourney& tourney, TourneyFile& file, RunningGames& running,
 void Referee::TakeOver(Tourney& tourney, const GameOutcome& outcome) {
   const Game& game = *tourney.FindGame(outcome.order.number);
   if (!outcome.pgn) {
-    AnnounceNoResult(game);
+    AnnounceNoResult(game, outcome.reason);
     tourney.Change(game)->status = kReady;
     return;
   }
@@ -227,7 +242,8 @@ bool Referee::DropFiles(const Tourney& tourney, const Settled& settled) {
   const bool has_record = !DeleteOrTell(tourney, files, order.pgn_file, settled.is_told);
   // Why a game has no result shall be read the next morning.
   if (game != nullptr && game->IsFinished()) {
-    RemoveIfThere(files, GameFileBeside(order.pgn_file, ".err"));
+    for (const std::string& reason_file : ReasonFiles(order.pgn_file))
+      RemoveIfThere(files, reason_file);
   }
   return !has_batch && !has_record;
 }

@@ -38,9 +38,10 @@ class Referee {
 
   /// Judges one outcome and takes the game out of `running`. A game that the tourney no longer has
   /// SPOOLED under that number and with these players is left alone: its record is kept as
-  /// gN.left.PGN, and the console names it. Then the step behind a finished game: the log is cut
-  /// down, and in a Swiss tourney whose round is complete Rounds and the current round are brought
-  /// up to date. Either the tourney is finished ("Tourney finished.\n", AutoRun goes off), or with
+  /// gN.left.PGN, and the console names it. One that nobody has begun is still to be played; when
+  /// it was refused, the runner stops. Then the step behind a finished game: the log is cut down,
+  /// and in a Swiss tourney whose round is complete Rounds and the current round are brought up to
+  /// date. Either the tourney is finished ("Tourney finished.\n", AutoRun goes off), or with
   /// AutoRun on the next round is to be paired: then true.
   bool Judge(Tourney& tourney, TourneyFile& file, RunningGames& running,
              const GameOutcome& outcome);

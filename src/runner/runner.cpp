@@ -1,9 +1,12 @@
 #include "runner/runner.h"
 
 #include <algorithm>
+#include <functional>
 #include <system_error>
+#include <utility>
 
 #include "platform/faults.h"
+#include "play/cluster_host.h"
 #include "play/local_host.h"
 #include "runner/reporter.h"
 #include "runner/tourney_room.h"
@@ -30,12 +33,24 @@ RunnerOptions ManyGames(int places) {
   return options;
 }
 
+namespace {
+
+std::unique_ptr<GameHost> MakeGameHost(const Host& host, const RunnerOptions& options,
+                                       std::function<void()> on_news) {
+  if (!options.slurm) {
+    return std::make_unique<LocalHost>(host, options.game, options.places, std::move(on_news));
+  }
+  return std::make_unique<ClusterHost>(host, options.game, ClusterPace(), *options.slurm,
+                                       options.places, std::move(on_news));
+}
+
+}  // namespace
+
 Runner::Runner(TourneyRoom& room, const RunnerOptions& options)
     : room_(room),
       events_(room.host.clock),
       bell_(MakeDoorbell()),
-      host_(std::make_unique<LocalHost>(room.host, options.game, options.places,
-                                        [this] { events_.Post(Event::kHostNews); })),
+      host_(MakeGameHost(room.host, options, [this] { events_.Post(Event::kHostNews); })),
       loop_(room, *host_, options.play, options.openings),
       reporter_(options.reporter) {}
 

@@ -14,6 +14,7 @@
 #include "platform/events.h"
 #include "play/game_host.h"
 #include "play/pace.h"
+#include "play/slurm.h"
 #include "runner/play_loop.h"
 
 namespace tarvendo {
@@ -26,8 +27,9 @@ struct RunnerOptions {
   int places = 1;  ///< games at a time
   Pace game;
   PlayPace play;
-  Reporter* reporter = nullptr;      ///< is called behind each pass; null: no report is written
-  std::optional<Openings> openings;  ///< from which the games start
+  Reporter* reporter = nullptr;       ///< is called behind each pass; null: no report is written
+  std::optional<Openings> openings;   ///< from which the games start
+  std::optional<SlurmOptions> slurm;  ///< nothing: on this machine
 };
 
 /// Many games at a time, without waits between them; `places` is at least 1.

@@ -65,8 +65,7 @@ bool SpoolSilently(Tourney& tourney, FileSystem& files, const Game& game) {
   // played.
   const bool is_anothers = HasClaim(files, spooled.pgn_file);
   if (!is_anothers && files.IsReadable(spooled.pgn_file)) files.Remove(spooled.pgn_file);
-  const std::string error_file = ErrorFileName(tourney, spooled);
-  if (!is_anothers) RemoveIfThere(files, error_file);
+  if (!is_anothers) DeleteReasonFilesOf(tourney, files, spooled);
   if (ResultByBye(tourney, game)) {
     if (!is_anothers) ForgetFiles(files, spooled);
   } else if (!WriteBatchFile(files, spooled.bat_file, BatchText(tourney, spooled), is_anothers)) {

@@ -9,6 +9,7 @@
 #include "platform/faults.h"
 #include "platform/files.h"
 #include "play/claim.h"
+#include "play/game_files.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {
@@ -170,24 +171,29 @@ void RemoveGamesOf(Tourney& tourney, FileSystem& files, int player_number) {
   RemoveAt(tourney, files, places);
 }
 
-std::string ErrorFileName(const Tourney& tourney, const Game& game) {
+std::array<std::string, 2> ReasonFilesOf(const Tourney& tourney, const Game& game) {
   constexpr std::string_view kPgn = ".PGN";
   std::string name = game.pgn_file;
   if (name.empty()) name = tourney.Settings().files_path + "g" + std::to_string(game.number);
-  if (name.ends_with(kPgn)) name.erase(name.size() - kPgn.size());
-  return name + ".err";
+  if (!name.ends_with(kPgn)) name += kPgn;
+  return ReasonFiles(name);
 }
 
-void DeleteErrorFiles(const Tourney& tourney, FileSystem& files) {
+void DeleteReasonFilesOf(const Tourney& tourney, FileSystem& files, const Game& game) {
+  for (const std::string& name : ReasonFilesOf(tourney, game))
+    RemoveIfThere(files, name);
+}
+
+void DeleteReasonFiles(const Tourney& tourney, FileSystem& files) {
   for (const Game& game : tourney.Games()) {
     EndWhenAsked();
-    if (!HasClaim(files, game.pgn_file)) RemoveIfThere(files, ErrorFileName(tourney, game));
+    if (!HasClaim(files, game.pgn_file)) DeleteReasonFilesOf(tourney, files, game);
   }
 }
 
 void DeleteGameFiles(Tourney& tourney, FileSystem& files, const Game& game) {
   if (!HasClaim(files, game.pgn_file)) {
-    RemoveIfThere(files, ErrorFileName(tourney, game));
+    DeleteReasonFilesOf(tourney, files, game);
     RemoveIfThere(files, game.bat_file);
     RemoveIfThere(files, game.pgn_file);
   }

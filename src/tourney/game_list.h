@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -49,12 +50,14 @@ int RemoveFirstGame(Tourney& tourney, FileSystem& files, int number, const GameF
 /// first.
 void RemoveGamesOf(Tourney& tourney, FileSystem& files, int player_number);
 
-/// The file beside the game's PGN into which the script that stands where WinBoard stands writes
-/// why the game failed: "/t/g7.err". The program itself only deletes it.
-std::string ErrorFileName(const Tourney& tourney, const Game& game);
+/// The files beside the game's PGN that tell why the game failed (play/game_files.h).
+std::array<std::string, 2> ReasonFilesOf(const Tourney& tourney, const Game& game);
 
-/// Deletes the error files of all games, for a tourney that is about to forget them.
-void DeleteErrorFiles(const Tourney& tourney, FileSystem& files);
+/// Deletes them.
+void DeleteReasonFilesOf(const Tourney& tourney, FileSystem& files, const Game& game);
+
+/// Deletes those of all games, for a tourney that is about to forget them.
+void DeleteReasonFiles(const Tourney& tourney, FileSystem& files);
 
 /// Deletes the game's batch file and PGN file and forgets their names; deletes its error file. The
 /// files of a game that is being played, or whose end nobody has judged yet, stay.

@@ -372,6 +372,15 @@ equal 'where none can be shared a game has its own' ':42' "$(cat "$FAKE/displays
 equal 'and is played' 0 "$status"
 is_clean "a game's own display"
 
+begin 'display_of_a_job'
+display=''
+SLURM_JOB_NAME=tarvendo-t-1f3a9c-g7-1
+export SLURM_JOB_NAME
+run /cp /sgf=g7.PGN
+unset SLURM_JOB_NAME
+equal "a scheduler's job has a display of its own" no "$([ -e "$FAKE/game/.xvfb" ] && echo yes || echo no)"
+is_clean "a display of a scheduler's job"
+
 begin 'claim'
 display=''
 xboard_mode=lists_files

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "console/long_options.h"
+#include "platform/processes.h"
 
 namespace tarvendo {
 namespace {
@@ -69,6 +70,37 @@ TEST(CommandLine, NonsenseBehindANumberOptionIsTold) {
   EXPECT_EQ(ReadCommandLine({"--games"}).error, "--games takes a number from 1 to 512.");
   EXPECT_EQ(ReadCommandLine({"--patience=0"}).error,
             "--patience takes a number from 1 to 100000, not '0'.");
+}
+
+TEST(CommandLine, AClusterTakesManyGamesAtATime) {
+  const StartUp start =
+      ReadCommandLine({"--cluster", "slurm", "--games=10000", "--cluster-options", "-p x --y"});
+  if (!KnowsSchedulers()) {
+    EXPECT_EQ(start.error, "--cluster is not known on this system.");
+    return;
+  }
+  EXPECT_EQ(start.error, "");
+  EXPECT_EQ(start.cluster, "slurm");
+  EXPECT_EQ(start.cluster_options, "-p x --y");
+  EXPECT_EQ(start.games, 10000);
+  EXPECT_EQ(ReadCommandLine({"--games", "10001", "--cluster=slurm"}).error,
+            "--games takes a number from 1 to 10000, not '10001'.");
+  EXPECT_EQ(ReadCommandLine({"--games", "10000"}).error,
+            "--games takes a number from 1 to 512, not '10000'.");
+}
+
+TEST(CommandLine, AClusterWithoutGamesOrWithAnotherWordIsRefused) {
+  const auto error = [](const std::vector<std::string>& words) {
+    return ReadCommandLine(words).error;
+  };
+  EXPECT_EQ(error({"--games", "4", "--cluster", "pbs"}),
+            "--cluster knows 'slurm' alone, not 'pbs'.");
+  EXPECT_EQ(error({"--cluster"}), "--cluster takes a value: SCHEDULER.");
+  EXPECT_EQ(error({"--games", "4", "--cluster-options", "-p x"}),
+            "--cluster-options goes with --cluster.");
+  if (!KnowsSchedulers()) return;
+  EXPECT_EQ(error({"--cluster", "slurm"}),
+            "--cluster goes with --games: how many games are queued or played at a time.");
 }
 
 TEST(CommandLine, AWordOfTwoDashesThatIsNoOptionIsAnErrorThatNamesTheNearest) {

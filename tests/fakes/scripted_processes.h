@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "fakes/memory_file_system.h"
+#include "platform/batch_plan.h"
 #include "platform/files.h"
 #include "platform/processes.h"
 
@@ -36,6 +37,17 @@ class ScriptedProcesses : public Processes {
   /// Does what a started batch file does; false when it cannot be started. Without it every batch
   /// file starts and does nothing. It has its id already (LastBatch), and may be ended.
   std::function<bool(const std::string& path)> on_batch;
+
+  /// Does what a line that is started aside (StartShell) does: its output, and whether it has ended
+  /// by then; nothing when it cannot be started. Without it nothing can be.
+  struct AsideAnswer {
+    std::string output;
+    bool has_ended = true;
+  };
+  std::function<std::optional<AsideAnswer>(const std::string& line)> on_aside;
+
+  /// Does what the steps of a batch file do; false when they cannot be started.
+  std::function<bool(const std::vector<BatchStep>& steps)> on_steps;
 
   /// What RunShell says. With kNoOutputFile the file is not made, with kNotStarted it stays empty.
   ShellOutcome shell_outcome = ShellOutcome::kRan;
@@ -70,6 +82,34 @@ class ScriptedProcesses : public Processes {
     const std::lock_guard guard(mutex_);
     running_.erase(id);
     locks_.erase(id);
+    return std::nullopt;
+  }
+
+  /// Written down with RunShell's lines. Runs until the test ends it, unless its answer says that
+  /// it has ended.
+  std::optional<BatchId> StartShell(const std::string& line, const std::string& output,
+                                    const LockedFile* lock) override {
+    Note(shell_calls_, ShellCall{line, output});
+    const BatchId id = BeginAnother(lock);
+    const auto answer = on_aside ? on_aside(line) : std::nullopt;
+    const auto file = answer ? files_.Create(output) : nullptr;
+    if (file) {
+      file->Write(answer->output);
+      file->Close();
+    }
+    if (file && !answer->has_ended) return id;
+    const std::lock_guard guard(mutex_);
+    running_.erase(id);
+    locks_.erase(id);
+    return file ? std::optional(id) : std::nullopt;
+  }
+
+  /// They run until the test ends them.
+  std::optional<BatchId> StartSteps(const std::vector<BatchStep>& steps) override {
+    const BatchId id = BeginAnother(nullptr);
+    if (on_steps && on_steps(steps)) return id;
+    const std::lock_guard guard(mutex_);
+    running_.erase(id);
     return std::nullopt;
   }
 
@@ -138,6 +178,14 @@ class ScriptedProcesses : public Processes {
   }
 
  private:
+  BatchId BeginAnother(const LockedFile* lock) {
+    const std::lock_guard guard(mutex_);
+    const BatchId id = ++last_batch_;
+    running_.insert(id);
+    if (lock != nullptr) locks_[id] = MemoryFileSystem::ShareOf(*lock);
+    return id;
+  }
+
   void LetGo(BatchId batch) {
     const std::lock_guard guard(mutex_);
     locks_.erase(batch);

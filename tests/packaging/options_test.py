@@ -49,11 +49,13 @@ class Options(unittest.TestCase):
             for words in ((option, ""), (option, "="), (option, "=", "")):
                 with self.subTest(words=words):
                     offered = completed(self.directory, *words)
-                    if value in ("N", "MINUTES"):
+                    if value in ("N", "MINUTES", "WORDS"):
                         self.assertEqual(offered, set())
                     elif value == "DIR":
                         self.assertEqual(offered, {"pages"})
-                    elif value == "FILE" or not value:
+                    elif value == "SCHEDULER":
+                        self.assertEqual(offered, {"slurm"})
+                    elif value in ("FILE", "CLAIM", ""):
                         self.assertEqual(offered, {"my first.ini", "pages"})
                     else:
                         self.fail(f"what is offered behind {option} {value}?")

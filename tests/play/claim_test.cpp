@@ -43,6 +43,33 @@ TEST_F(Claims, TellTheWholeOrder) {
   EXPECT_EQ(order->claim_file, "/t/g7.run");
 }
 
+TEST_F(Claims, TellTheJobOfAGameThatASchedulerHas) {
+  GameOrder order = OrderSeven();
+  order.job = "tarvendo-t-1f3a9c-g7-1";
+  const std::string text = ClaimText(order);
+  EXPECT_EQ(text, ClaimText(OrderSeven()) + "job tarvendo-t-1f3a9c-g7-1\n");
+  EXPECT_EQ(ReadClaimText(text, "x")->job, order.job);
+  EXPECT_EQ(ReadClaimText(ClaimText(OrderSeven()), "x")->job, "");
+  // It was not on the disk whole, so the job was never submitted.
+  for (std::size_t cut = 1; cut <= order.job.size() + 4; ++cut)
+    EXPECT_EQ(ReadClaimText(text.substr(0, text.size() - cut), "x")->job, "") << cut;
+}
+
+TEST_F(Claims, ThatNameAJobAreHeldThoughNobodyHasTheirLock) {
+  GameOrder order = OrderSeven();
+  order.job = "tarvendo-t-1f3a9c-g7-1";
+  {
+    auto claim = MakeClaim(files_, OrderSeven());
+    EXPECT_TRUE(SyncClaim(files_, order, *claim));
+  }
+  EXPECT_FALSE(files_.IsLocked("/t/g7.run"));
+  EXPECT_TRUE(IsBeingPlayed(files_, "/t/g7.PGN"));
+  const auto claims = FindClaims(files_, "/t\\");
+  ASSERT_EQ(claims.size(), 1U);
+  EXPECT_TRUE(claims[0].is_held);
+  EXPECT_EQ(claims[0].order->job, order.job);
+}
+
 TEST_F(Claims, OfGarbageAreNotUnderstood) {
   const std::string text = ClaimText(OrderSeven());
   for (std::size_t size = 0; size < text.size(); ++size)

@@ -71,12 +71,15 @@ class Browser:
 
     def message(self, deadline):
         while b"\0" not in self.rest:
-            ready, _, _ = select.select([self.input], [], [], max(deadline - time.monotonic(), 0))
+            left = deadline - time.monotonic()
+            ready = select.select([self.input], [], [], left)[0] if left > 0 else []
             piece = os.read(self.input, 1 << 20) if ready else b""
             if not piece:
                 raise BrowserError("the browser does not answer")
             self.rest += piece
         text, _, self.rest = self.rest.partition(b"\0")
+        if time.monotonic() > deadline:
+            raise BrowserError("the browser talks of other things only")
         return json.loads(text)
 
     def call(self, method, session=None, **parameters):

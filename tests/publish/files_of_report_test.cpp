@@ -57,8 +57,8 @@ TEST(Json, OfNamesThatAreNoUtf8IsUtf8) {
       {"Gr\xF6\xDF"
        "e",
        "\"q\"\\"});
-  EXPECT_TRUE(Holds(ReportJson(made.Made()), "\"name\": \"Größe\""));
-  EXPECT_TRUE(Holds(ReportJson(made.Made()), "\"name\": \"\\\"q\\\"\\\\\""));
+  EXPECT_TRUE(Holds(ReportJson(made.Made()), "\"name\":\"Größe\""));
+  EXPECT_TRUE(Holds(ReportJson(made.Made()), "\"name\":\"\\\"q\\\"\\\\\""));
 }
 
 TEST(Page, OfNothingIsAPageToo) {

@@ -37,7 +37,8 @@ class Collect : public ::testing::Test, protected SmallTourney {
                      game->bat_file,
                      game->pgn_file,
                      "/t/winboard.debug",
-                     "/t/g" + std::to_string(number) + ".run"};
+                     "/t/g" + std::to_string(number) + ".run",
+                     ""};
     outcome.pgn = machine.files.ReadText(game->pgn_file);
     if (!outcome.pgn) return false;
     Referee(machine.host, RefereePace::kAtOnce).Judge(tourney, file, running, outcome);

@@ -34,6 +34,13 @@ class QuickProcesses : public Processes {
     if (batch) started_.push_back(*batch);
     return batch;
   }
+  std::optional<BatchId> StartShell(const std::string& line, const std::string& output,
+                                    const LockedFile* lock) override {
+    return processes_.StartShell(line, output, lock);
+  }
+  std::optional<BatchId> StartSteps(const std::vector<BatchStep>& steps) override {
+    return processes_.StartSteps(steps);
+  }
   bool IsRunning(BatchId batch) override { return processes_.IsRunning(batch); }
   void EndBatch(BatchId batch) override { processes_.EndBatch(batch); }
   void EndHolders(const std::string& lock_path) override { processes_.EndHolders(lock_path); }

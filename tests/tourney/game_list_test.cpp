@@ -251,11 +251,11 @@ TEST_F(GameListTest, TheFilesOfAGameAreDeletedAndForgotten) {
 TEST_F(GameListTest, TheErrorFileOfAGameLiesBesideItsPgnFile) {
   AddThree();
   tourney.ChangeSettings()->files_path = "t\\";
-  EXPECT_EQ(ErrorFileName(tourney, tourney.Games()[1]), "t\\g2.err");
+  EXPECT_EQ(ReasonFilesOf(tourney, tourney.Games()[1])[0], "t\\g2.err");
   tourney.ChangeGames()[1].pgn_file = "old\\g2.PGN";
-  EXPECT_EQ(ErrorFileName(tourney, tourney.Games()[1]), "old\\g2.err");
+  EXPECT_EQ(ReasonFilesOf(tourney, tourney.Games()[1])[0], "old\\g2.err");
   tourney.ChangeGames()[1].pgn_file = "x";
-  EXPECT_EQ(ErrorFileName(tourney, tourney.Games()[1]), "x.err");
+  EXPECT_EQ(ReasonFilesOf(tourney, tourney.Games()[1])[0], "x.err");
 }
 
 TEST_F(GameListTest, TheErrorFileIsDeletedWithTheFilesOfAGame) {

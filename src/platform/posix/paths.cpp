@@ -20,14 +20,18 @@ std::size_t LastSeparator(const std::string& path) {
   return path.find_last_of("\\/");
 }
 
-std::string ExecutableDirectory() {
+std::string ExecutablePath() {
   std::vector<char> buffer(256);
   ssize_t length = 0;
   while ((length = readlink("/proc/self/exe", buffer.data(), buffer.size())) ==
          static_cast<ssize_t>(buffer.size())) {
     buffer.resize(buffer.size() * 2);  // A name that fills the buffer may have been cut.
   }
-  const std::string path(buffer.data(), static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
+  return {buffer.data(), static_cast<std::size_t>(std::max<ssize_t>(length, 0))};
+}
+
+std::string ExecutableDirectory() {
+  const std::string path = ExecutablePath();
   const std::size_t separator = path.rfind('/');
   return separator == std::string::npos ? "./" : path.substr(0, separator + 1);
 }

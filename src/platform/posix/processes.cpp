@@ -167,6 +167,25 @@ class PosixProcesses : public Processes {
     return batches_.Add(*child, lock == nullptr ? std::nullopt : std::optional(IdentityOf(*lock)));
   }
 
+  std::optional<BatchId> StartShell(const std::string& line, const std::string& output,
+                                    const LockedFile* lock) override {
+    const Descriptor file(OpenOutput(output));
+    if (!file.IsOpen()) return std::nullopt;
+    const std::lock_guard<std::mutex> guard(batches_.Starting());
+    if (!batches_.Start()) return std::nullopt;
+    const std::optional<pid_t> child = SpawnShell(line, file, lock);
+    if (!child) return std::nullopt;
+    return batches_.Add(*child, std::nullopt);
+  }
+
+  std::optional<BatchId> StartSteps(const std::vector<BatchStep>& steps) override {
+    const std::lock_guard<std::mutex> guard(batches_.Starting());
+    if (!batches_.Start()) return std::nullopt;
+    const std::optional<pid_t> child = ForkSteps(steps, nullptr);
+    if (!child) return std::nullopt;
+    return batches_.Add(*child, std::nullopt);
+  }
+
   bool IsRunning(BatchId batch) override { return batches_.IsRunning(batch); }
 
   void EndBatch(BatchId batch) override { batches_.End(batch); }
@@ -204,7 +223,25 @@ class PosixProcesses : public Processes {
                                               const LockedFile* lock) {
     const std::string processor = BatchProcessor();
     if (!processor.empty()) return SpawnBatchProcessor(processor, path, lock);
-    return ForkBatch(BatchChild(ParseBatch(text), ExecutableDirectory(), SearchPath()), lock);
+    return ForkSteps(ParseBatch(text), lock);
+  }
+
+  static std::optional<pid_t> ForkSteps(const std::vector<BatchStep>& steps,
+                                        const LockedFile* lock) {
+    return ForkBatch(BatchChild(steps, ExecutableDirectory(), SearchPath()), lock);
+  }
+
+  static std::optional<pid_t> SpawnShell(const std::string& line, const Descriptor& output,
+                                         const LockedFile* lock) {
+    ChildSetup setup;
+    setup.ReadNothing();
+    setup.WriteTo(output.Get());
+    setup.LeaveProcessGroup();
+    if (lock != nullptr) setup.HandOn(DescriptorOf(lock));
+    std::array<std::string, 4> words = {"/bin/sh", "-c", "--", line};
+    const std::array<char*, 5> arguments = {words[0].data(), words[1].data(), words[2].data(),
+                                            words[3].data(), nullptr};
+    return setup.Spawn(arguments.data());
   }
 
   BatchWatch batches_{kGrace};
@@ -214,6 +251,10 @@ class PosixProcesses : public Processes {
 
 std::unique_ptr<Processes> MakeProcesses() {
   return std::make_unique<PosixProcesses>();
+}
+
+bool KnowsSchedulers() {
+  return true;
 }
 
 void PrepareChildEnvironment() {

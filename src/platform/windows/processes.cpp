@@ -99,6 +99,15 @@ class WindowsProcesses : public Processes {
     return batches_.Add(std::move(child), std::move(job));
   }
 
+  std::optional<BatchId> StartShell(const std::string& /*line*/, const std::string& /*output*/,
+                                    const LockedFile* /*lock*/) override {
+    return std::nullopt;
+  }
+
+  std::optional<BatchId> StartSteps(const std::vector<BatchStep>& /*steps*/) override {
+    return std::nullopt;
+  }
+
   bool IsRunning(BatchId batch) override { return batches_.IsRunning(batch); }
 
   void EndBatch(BatchId batch) override { batches_.End(batch); }
@@ -134,6 +143,10 @@ class WindowsProcesses : public Processes {
 
 std::unique_ptr<Processes> MakeProcesses() {
   return std::make_unique<WindowsProcesses>();
+}
+
+bool KnowsSchedulers() {
+  return false;
 }
 
 void PrepareChildEnvironment() {
