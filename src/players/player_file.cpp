@@ -10,6 +10,7 @@
 #include "platform/faults.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "players/engines_json.h"
 #include "players/player_database.h"
 #include "players/winboard_import.h"
 
@@ -47,11 +48,14 @@ void SkipToBlock(LineReader& lines) {
   }
 }
 
-bool ReadPlayerText(FileSystem& files, const std::string& text, PlayerDatabase& database) {
+/// `name` is that of the file.
+bool ReadPlayerText(FileSystem& files, const std::string& name, const std::string& text,
+                    PlayerDatabase& database) {
   LineReader lines(text);
   const auto first = lines.Read(kRecordLine);
   if (!first || !first->starts_with("PLAYER_FILE")) {
-    return ImportWinboardIni(files, text, database);
+    return IsEnginesJson(text) ? ImportEnginesJson(text, name, database)
+                               : ImportWinboardIni(files, text, database);
   }
   while (!lines.AtEnd() && !database.IsFull() && ReadPlayerBlock(lines, database))
     EndWhenAsked();
@@ -95,7 +99,7 @@ bool ReadPlayerFile(FileSystem& files, const std::string& path, const std::strin
     PrintText("Error opening file '" + name + "'\n");
     return false;
   }
-  const bool read = ReadPlayerText(files, *text, database);
+  const bool read = ReadPlayerText(files, name, *text, database);
   if (database.IsFull()) {
     const auto count = static_cast<int>(database.Players().size());
     Print("There are %d players, more are not read.\n", count);
