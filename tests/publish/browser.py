@@ -8,11 +8,13 @@
 """
 
 import base64
+import ctypes
 import json
 import os
 import pathlib
 import select
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -22,6 +24,8 @@ BROWSERS = ("chromium", "chromium-browser", "google-chrome")
 OPTIONS = ("--headless", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--disable-background-networking",
            "--disable-component-update", "--disable-sync", "--no-first-run", "--remote-debugging-pipe")
 PATIENCE = 400  # seconds; a machine may have much else to do
+PR_SET_PDEATHSIG = 1
+LIBC = ctypes.CDLL(None)
 
 
 class BrowserError(Exception):
@@ -38,6 +42,9 @@ class Browser:
         self.input, from_browser = os.pipe()
 
         def hand_over():
+            # However this program ends, the browser ends with it; meanwhile others come first.
+            LIBC.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
+            os.nice(5)
             # The protocol is spoken on the descriptors 3 and 4. Both are moved away first, for one may be the other's.
             reading, writing = os.dup(to_browser), os.dup(from_browser)
             high = max(reading, writing, 10)
@@ -48,7 +55,8 @@ class Browser:
 
         self.process = subprocess.Popen(
             [program, *OPTIONS, f"--user-data-dir={self.directory.name}/profile"], preexec_fn=hand_over,
-            close_fds=False, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            close_fds=False, start_new_session=True, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL)
         os.close(to_browser)
         os.close(from_browser)
         self.number = 0
@@ -63,11 +71,19 @@ class Browser:
             self.call("Browser.close")
             self.process.wait(PATIENCE)
         except (BrowserError, OSError, subprocess.TimeoutExpired):
-            self.process.kill()
-            self.process.wait()
+            pass
+        self.end_processes()
         os.close(self.out)
         os.close(self.input)
         self.directory.cleanup()
+
+    def end_processes(self):
+        """Ends the browser and whatever it has started, if anything of it is left."""
+        try:
+            os.killpg(self.process.pid, signal.SIGKILL)
+        except ProcessLookupError:
+            pass
+        self.process.wait()
 
     def message(self, deadline):
         while b"\0" not in self.rest:
