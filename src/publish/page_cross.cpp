@@ -139,8 +139,8 @@ void AddRoundRobinRow(std::string& html, const Report& report, const RoundRobinC
 void AddRoundRobin(std::string& html, const Report& report) {
   const std::size_t size = report.order.size();
   BeginSection(html, "cross", "Cross table",
-               "Points of the row against each column, in the order of rank. Point at a cell to "
-               "see its games: result and colour.");
+               "Points of the row against each column, in the order of rank. "
+               "<span class=screen>Point at a cell to see its games: result and colour.</span>");
   if (size > kPageLimits.cross_table) {
     html += Format(
         "<p>A cross table of %d participants would be too large for a page: all games are in "

@@ -115,11 +115,11 @@ class Browser:
                 return message["result"]
             self.events.append(message)
 
-    def await_event(self, method, session):
+    def await_event(self, is_wanted):
         deadline = time.monotonic() + PATIENCE
         while True:
             for place, message in enumerate(self.events):
-                if message.get("method") == method and message.get("sessionId") == session:
+                if is_wanted(message):
                     return self.events.pop(place)
             self.events.append(self.message(deadline))
 
@@ -138,6 +138,7 @@ class Page:
         self.call("Page.enable")
         self.call("Runtime.enable")
         self.call("Log.enable")
+        self.call("Page.setLifecycleEventsEnabled", enabled=True)
         self.call("Emulation.setDeviceMetricsOverride", width=width, height=height, deviceScaleFactor=1,
                   mobile=width < 600)
         self.call("Emulation.setEmulatedMedia", media="print" if paper else "",
@@ -147,12 +148,24 @@ class Page:
         if not script:
             self.call("Emulation.setScriptExecutionDisabled", value=True)
         began = time.monotonic()
-        self.call("Page.navigate", url=path.resolve().as_uri())
-        browser.await_event("Page.loadEventFired", self.session)
+        # The empty page that was there first may tell late that it is loaded.
+        self.await_load(self.call("Page.navigate", url=path.resolve().as_uri())["loaderId"])
         self.seconds = time.monotonic() - began
 
     def call(self, method, **parameters):
         return self.browser.call(method, self.session, **parameters)
+
+    def is_load(self, message, loader=None):
+        told = message.get("params", {})
+        return (message.get("method") == "Page.lifecycleEvent" and message.get("sessionId") == self.session
+                and told["name"] == "load" and loader in (None, told["loaderId"]))
+
+    def await_load(self, loader=None):
+        """Until a page is loaded, of this loader or of any since forget_loads()."""
+        self.browser.await_event(lambda message: self.is_load(message, loader))
+
+    def forget_loads(self):
+        self.browser.events = [message for message in self.browser.events if not self.is_load(message)]
 
     def close(self):
         self.browser.call("Target.closeTarget", targetId=self.target)
