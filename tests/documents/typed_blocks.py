@@ -57,7 +57,7 @@ def sections_of(text):
 
 
 class Desk:
-    """A home of its own, with the program and its stand-in for WinBoard, and what the package puts beside."""
+    """A home of its own, with the program and its stand-in for WinBoard, and what package and sources put beside."""
 
     def __init__(self, directory, program, stub, root):
         self.home = directory / "home"
@@ -74,6 +74,11 @@ class Desk:
         self.add_command("tarvendo", PROGRAM.format(program=installed / "tarvendo"))
         for name, text in STAND_INS.items():
             self.add_command(name, text)
+        built = self.home / "build"
+        built.mkdir()
+        (built / "tarvendo").symlink_to(self.commands / "tarvendo")
+        (self.home / "packaging").mkdir()
+        shutil.copy(root / "packaging/first-tourney-linux.txt", self.home / "packaging")
         self.shared = directory / "srv" / "cup"
         self.shared.mkdir(parents=True)
         self.place = self.home
