@@ -168,7 +168,7 @@ void TourneyFile::StopIfChangedByOthers(Tourney& tourney) {
   PrintText("The tourney file '" + place_.name +
             "' was changed by another program, so it is not saved.\n"
             "Save by hand replaces it, Load takes what is in it.\n");
-  if (tourney.Switch().IsRunning()) StopRunner(tourney);
+  if (tourney.Switch().IsRunning()) SwitchRunnerOff(tourney);
   tourney.ChangeSwitch()->StopItself();
 }
 
