@@ -18,11 +18,6 @@ double Rounded(double value, double steps) {
   return std::round(value * steps) / steps + 0.0;
 }
 
-template <typename Value>
-Json OrNull(const std::optional<Value>& value) {
-  return value ? Json(*value) : Json(nullptr);
-}
-
 Json RatingJson(const EloRating& rating) {
   Json json;
   switch (rating.kind) {
