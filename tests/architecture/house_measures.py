@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Measures the house: how large its rooms, files and functions are, and what in it is needless.
 
-    house_measures.py ROOT [--table] [--list] [--dead BUILD]
+    house_measures.py ROOT [--table] [--list] [--dead BUILD] [--before OTHER]
 
 looks at every .h and .cpp file below ROOT/src, which may be any checkout, and prints for each room and for the whole:
 
@@ -13,7 +13,8 @@ looks at every .h and .cpp file below ROOT/src, which may be any checkout, and p
 Then the circles of files, of units and of folders (include_check.py tells what they are). With --dead, the program is built in
 the directory BUILD, without optimisation and every function in a section of its own, and the functions are counted that the
 linker throws away because nothing in the program calls them. --table prints a table for docs/measurements.md, --list also
-prints which files, functions, duplicates and functions nobody calls are meant.
+prints which files, functions, duplicates and functions nobody calls are meant. With --before, another checkout is measured
+too, and the table tells both: "before → now".
 """
 
 import argparse
@@ -218,6 +219,18 @@ def print_table(rows, with_dead):
         print("| " + " | ".join(row) + " |")
 
 
+def both(before, now):
+    """The rows of two houses as one; a room that is new has no figures of before."""
+    earlier = {row[0]: row for row in before}
+    for row in now:
+        old = earlier.get(row[0], row)
+        yield [is_now if was == is_now else f"{was} → {is_now}" for was, is_now in zip(old, row)]
+
+
+def circles_in_words(house):
+    return ", ".join(f"{len(found)} of {what}" for what, found in house.circles().items())
+
+
 def print_plainly(rows):
     for row in rows:
         print(f"{row[0]:10} {row[1]:>4} files {row[2]:>6} lines ({row[3]})  {row[4]:>5} functions ({row[5]})  "
@@ -241,6 +254,7 @@ def main(arguments):
     parser.add_argument("--table", action="store_true")
     parser.add_argument("--list", action="store_true")
     parser.add_argument("--dead", type=pathlib.Path, metavar="BUILD")
+    parser.add_argument("--before", type=pathlib.Path, metavar="OTHER")
     options = parser.parse_args(arguments)
     house = House(options.root)
     if not house.files:
@@ -248,13 +262,18 @@ def main(arguments):
         return 2
     dead = functions_nobody_calls(options.root.resolve(), options.dead.resolve()) if options.dead else None
     rows = list(rows_of(house, dead))
-    if options.table:
+    if options.before:
+        other = House(options.before)
+        build = options.dead.resolve() / "before" if options.dead else None
+        other_dead = functions_nobody_calls(options.before.resolve(), build) if build else None
+        print_table(both(rows_of(other, other_dead), rows), dead is not None)
+        print("Circles before: " + circles_in_words(other) + ".")
+    elif options.table:
         print_table(rows, dead is not None)
     else:
         print_plainly(rows)
-    circles = house.circles()
-    print("Circles: " + ", ".join(f"{len(found)} of {what}" for what, found in circles.items()) + ".")
-    for found in circles.values():
+    print("Circles: " + circles_in_words(house) + ".")
+    for found in house.circles().values():
         for breach in found:
             print(breach)
     if options.list:
