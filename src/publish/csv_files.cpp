@@ -95,12 +95,12 @@ std::string StandingsCsv(const Report& report) {
     CsvLine line(text);
     line.Number(shown.is_bye ? std::nullopt : std::optional(shown.rank));
     line.Number(shown.number).Text(shown.name).Text(shown.is_bye ? "yes" : "no");
-    line.Decimal(shown.points / 4.0, 1);
+    line.Decimal(InPoints(shown.points), 1);
     for (const int count : {shown.games, shown.wins, shown.draws, shown.losses})
       line.Number(count);
     line.Decimal(shown.Percent(), 1);
     AddRating(line, report.elo.Of(place));
-    line.Decimal(shown.buchholz / 4.0, 2).Decimal(shown.sonneborn_berger / 4.0, 2).End();
+    line.Decimal(InPoints(shown.buchholz), 2).Decimal(InPoints(shown.sonneborn_berger), 2).End();
   }
   return text;
 }

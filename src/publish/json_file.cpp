@@ -53,7 +53,7 @@ Json ParticipantJson(const Report& report, std::size_t place) {
   json["name"] = shown.name;
   json["bye"] = shown.is_bye;
   json["rank"] = shown.is_bye ? Json(nullptr) : Json(shown.rank);
-  json["points"] = shown.points / 4.0;
+  json["points"] = InPoints(shown.points);
   json["games"] = shown.games;
   json["won"] = shown.wins;
   json["drawn"] = shown.draws;
@@ -61,8 +61,8 @@ Json ParticipantJson(const Report& report, std::size_t place) {
   const auto percent = shown.Percent();
   json["percent"] = percent ? Json(Rounded(*percent, 100)) : Json(nullptr);
   json["rating"] = RatingJson(report.elo.Of(place));
-  json["buchholz"] = shown.buchholz / 4.0;
-  json["sonnebornBerger"] = shown.sonneborn_berger / 4.0;
+  json["buchholz"] = InPoints(shown.buchholz);
+  json["sonnebornBerger"] = InPoints(shown.sonneborn_berger);
   return json;
 }
 

@@ -123,10 +123,8 @@ std::vector<double> PointsByRound(const Report& report, std::size_t place, int r
     const bool is_white = game.white == static_cast<int>(place);
     if (!is_white && game.black != static_cast<int>(place)) continue;
     if (game.state != ReportGameState::kPlayed || game.round < 1 || game.round > rounds) continue;
-    Game scored;
-    scored.result = game.result;
     const auto round = static_cast<std::size_t>(game.round);
-    gained[round] += (is_white ? WhiteScore(scored) : BlackScore(scored)) / double{kWinPoints};
+    gained[round] += InPoints(is_white ? WhiteScore(game.result) : BlackScore(game.result));
     last = std::max(last, round);
   }
   gained.resize(last + 1);

@@ -37,9 +37,7 @@ void Enter(CrossCell& cell, const ReportGame& game, bool is_white) {
   cell.is_bye = game.is_bye;
   cell.is_playing = cell.is_playing || game.state == ReportGameState::kPlaying;
   if (game.state != ReportGameState::kPlayed) return;
-  Game scored;
-  scored.result = game.result;
-  const QuarterPoints points = is_white ? WhiteScore(scored) : BlackScore(scored);
+  const QuarterPoints points = is_white ? WhiteScore(game.result) : BlackScore(game.result);
   if (!cell.singles.empty()) cell.singles += ' ';
   cell.singles += ResultMark(game, points);
   cell.singles += is_white ? 'w' : 'b';

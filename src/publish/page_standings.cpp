@@ -56,8 +56,8 @@ void AddRow(std::string& html, const Report& report, std::size_t place) {
   const auto percent = shown.Percent();
   html += percent ? Format("<td>%.1f", *percent) : "<td class=none>–";
   AddElo(html, report.elo.Of(place), report.elo.Groups() > 1);
-  if (report.is_swiss) html += Format("<td>%.2f", shown.buchholz / 4.0);
-  html += Format("<td>%.2f\n", shown.sonneborn_berger / 4.0);
+  if (report.is_swiss) html += Format("<td>%.2f", InPoints(shown.buchholz));
+  html += Format("<td>%.2f\n", InPoints(shown.sonneborn_berger));
 }
 
 /// A bye stands below the others, with nothing but its name.

@@ -174,10 +174,8 @@ void Count(Report& report) {
       ++report.counts.without_result;
       continue;
     }
-    Game scored;
-    scored.result = game.result;
-    CountFor(report, game.white, WhiteScore(scored));
-    CountFor(report, game.black, BlackScore(scored));
+    CountFor(report, game.white, WhiteScore(game.result));
+    CountFor(report, game.black, BlackScore(game.result));
   }
   report.counts.all += GamesToCome(report);
 }
@@ -186,12 +184,10 @@ void Count(Report& report) {
 std::vector<PairScore> ScoresOf(const Report& report) {
   std::vector<PairScore> scores;
   for (const ReportGame& game : report.games) {
-    Game scored;
-    scored.result = game.result;
-    if (game.is_bye || game.state != ReportGameState::kPlayed || !IsDecidedOnBoard(scored))
-      continue;
+    const bool is_played = game.state == ReportGameState::kPlayed && !game.is_bye;
+    if (!is_played || !IsDecidedOnBoard(game.result)) continue;
     if (game.white < 0 || game.black < 0 || game.white == game.black) continue;
-    const double white = WhiteScore(scored) / double{kWinPoints};
+    const double white = InPoints(WhiteScore(game.result));
     const auto first = static_cast<std::size_t>(std::min(game.white, game.black));
     const auto second = static_cast<std::size_t>(std::max(game.white, game.black));
     scores.push_back({first, second, game.white < game.black ? white : 1 - white, 1});

@@ -140,12 +140,4 @@ CrossTable BuildCrossTable(const Tourney& tourney, const TableOptions& options) 
   return table;
 }
 
-int WholePoints(QuarterPoints score) {
-  return score / 4;
-}
-
-bool HasHalfPoint(QuarterPoints score) {
-  return (static_cast<unsigned>(score) & 2U) != 0;
-}
-
 }  // namespace tarvendo

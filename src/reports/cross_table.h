@@ -54,10 +54,4 @@ struct CrossTable {
 /// its time grows with the number of cells and games. Changes and prints nothing.
 CrossTable BuildCrossTable(const Tourney& tourney, const TableOptions& options);
 
-/// The points of a bar: one piece for each whole point.
-int WholePoints(QuarterPoints score);
-
-/// Whether the bar has a piece for a half point.
-bool HasHalfPoint(QuarterPoints score);
-
 }  // namespace tarvendo
