@@ -71,7 +71,7 @@ void DoPair(CommandContext& context) {
 void DoCreateBrackets(CommandContext& context) {
   const auto given = ReadOptions(context.args, BracketOptions());
   if (!given) return;
-  CalculateStandings(context.tourney);
+  UpdateStandingsAndRound(context.tourney);
   const BracketMode mode = given->Has("-up") ? BracketMode::kPairUp : BracketMode::kPairDown;
   const BracketWidth width = WidthOf(BracketSize{given->Number("-si")});
   if (!CreateBrackets(context.tourney, context.brackets, width, mode)) {

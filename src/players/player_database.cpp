@@ -36,7 +36,7 @@ bool PlayerDatabase::CreatePlayer(PlayerTexts texts) {
   return true;
 }
 
-bool PlayerDatabase::DeletePlayer(int number) {
+void PlayerDatabase::DeletePlayer(int number) {
   const auto found = std::find_if(players_.begin(), players_.end(),
                                   [&](const Player& player) { return player.number == number; });
   if (found != players_.end()) {
@@ -47,17 +47,15 @@ bool PlayerDatabase::DeletePlayer(int number) {
   int next = 1;
   for (Player& player : players_)
     player.number = next++;
-  return true;
 }
 
-bool PlayerDatabase::ListPlayers(const std::string& pattern, bool by_group) const {
+void PlayerDatabase::ListPlayers(const std::string& pattern, bool by_group) const {
   for (const Player& player : players_) {
     EndWhenAsked();
     const bool listed =
         by_group ? player.texts.group == pattern : BeginsWithNoCase(player.texts.name, pattern);
     if (listed) PrintText(PlayerGroupLine(player));
   }
-  return true;
 }
 
 Player* PlayerDatabase::FindByNumber(int number) {

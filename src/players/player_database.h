@@ -34,12 +34,11 @@ class PlayerDatabase {
 
   /// Deletes the player with that number (1-based) and prints "Player '%s' deleted from player
   /// list.\n"; the players are numbered anew. An unknown number deletes nobody and prints nothing.
-  /// Always true.
-  bool DeletePlayer(int number);
+  void DeletePlayer(int number);
 
   /// Prints a line for every player whose name begins with `pattern` (any case) or, by group, whose
-  /// whole group text is `pattern`. Always true.
-  bool ListPlayers(const std::string& pattern, bool by_group) const;
+  /// whole group text is `pattern`.
+  void ListPlayers(const std::string& pattern, bool by_group) const;
 
   /// The player with that number or that exact name; null when there is none. The name is changed
   /// by Rename only.

@@ -195,13 +195,12 @@ std::vector<ComputedStanding> ComputeStandings(const Tourney& tourney) {
   return standings;
 }
 
-bool CalculateStandings(Tourney& tourney) {
+void UpdateStandingsAndRound(Tourney& tourney) {
   const std::vector<Player>& participants = tourney.Participants();
   const Standings standings = ComputeStandings(tourney);
   for (std::size_t i = 0; i < participants.size(); ++i)
     Enter(tourney, participants[i], standings[i]);
   AdvanceCurrentRound(tourney);
-  return true;
 }
 
 }  // namespace tarvendo

@@ -42,7 +42,7 @@ int StateOf(const std::vector<Game>& games) {
 
 }  // namespace
 
-bool Tourney::Reset() {
+void Tourney::Reset() {
   TourneySettings fresh;
   fresh.pics_dir = settings_.pics_dir;
   fresh.winboard_path = settings_.winboard_path;
@@ -55,7 +55,6 @@ bool Tourney::Reset() {
   *state = TourneyState();
   if (!games_.empty()) ChangeGames().clear();
   if (!participants_.empty()) ChangeParticipants().clear();
-  return true;
 }
 
 std::vector<Player>& Tourney::ChangeParticipants() {

@@ -88,8 +88,8 @@ class Tourney {
 
   /// Sets everything back to the defaults of a new tourney, which are not in all places those of a
   /// new program (5 minutes a game, debug files AUTOMATICALLY, a Computer). Keeps WinboardPath,
-  /// PicsDir and the runner's switch. Always true.
-  bool Reset();
+  /// PicsDir and the runner's switch.
+  void Reset();
 
   // The record as it stands in the tourney file (docs/files.md), behind its header line.
   // `save_file` is the name for saving that stands in it.

@@ -50,7 +50,7 @@ TEST_F(TourneyTest, ResetGivesTheDefaultsOfANewTourney) {
   tourney.ChangeState()->games_state = 3;
   Enter({"A", "B"});
   Add(1, 2);
-  EXPECT_TRUE(tourney.Reset());
+  tourney.Reset();
   EXPECT_EQ(tourney.Settings().save_debug_files, kSaveAutomatically);
   EXPECT_EQ(tourney.Settings().time_control.seconds, 300);
   EXPECT_EQ(tourney.Settings().time_control.mps, 0);
