@@ -31,7 +31,7 @@ bool PlayerDatabase::CreatePlayer(PlayerTexts texts) {
   if (player.texts.program_exe.empty() || IsFull()) return false;
   player.number = static_cast<int>(players_.size()) + 1;
   PrintText("Player " + player.texts.name + " created.\n");
-  places_.emplace(player.texts.name, players_.size());
+  index_of_.emplace(player.texts.name, players_.size());
   players_.push_back(std::move(player));
   return true;
 }
@@ -42,7 +42,7 @@ void PlayerDatabase::DeletePlayer(int number) {
   if (found != players_.end()) {
     PrintText("Player '" + found->texts.name + "' deleted from player list.\n");
     players_.erase(found);
-    NotePlaces();
+    NoteIndices();
   }
   int next = 1;
   for (Player& player : players_)
@@ -64,19 +64,19 @@ Player* PlayerDatabase::FindByNumber(int number) {
 }
 
 Player* PlayerDatabase::FindByName(const std::string& name) {
-  const auto found = places_.find(name);
-  return found == places_.end() ? nullptr : &players_[found->second];
+  const auto found = index_of_.find(name);
+  return found == index_of_.end() ? nullptr : &players_[found->second];
 }
 
 void PlayerDatabase::Rename(Player& player, const std::string& name) {
   player.texts.name = name;
-  NotePlaces();
+  NoteIndices();
 }
 
-void PlayerDatabase::NotePlaces() {
-  places_.clear();
-  for (std::size_t place = 0; place < players_.size(); ++place)
-    places_.emplace(players_[place].texts.name, place);
+void PlayerDatabase::NoteIndices() {
+  index_of_.clear();
+  for (std::size_t index = 0; index < players_.size(); ++index)
+    index_of_.emplace(players_[index].texts.name, index);
 }
 
 }  // namespace tarvendo

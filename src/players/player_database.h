@@ -49,12 +49,12 @@ class PlayerDatabase {
   void Rename(Player& player, const std::string& name);
 
  private:
-  /// Finds every name's place anew.
-  void NotePlaces();
+  /// Finds every name's index anew.
+  void NoteIndices();
 
   std::size_t most_;
   std::vector<Player> players_;
-  std::unordered_map<std::string, std::size_t> places_;  ///< in the list, by name
+  std::unordered_map<std::string, std::size_t> index_of_;  ///< in the list, by name
 };
 
 }  // namespace tarvendo

@@ -90,8 +90,8 @@ std::string StandingsCsv(const Report& report) {
   std::string text =
       "rank,number,name,bye,points,games,won,drawn,lost,percent,"
       "rating,elo,elo_low,elo_high,group,buchholz,sonneborn_berger\n";
-  for (const std::size_t place : report.order) {
-    const ReportParticipant& shown = report.participants[place];
+  for (const std::size_t index : report.order) {
+    const ReportParticipant& shown = report.participants[index];
     CsvLine line(text);
     line.Number(shown.is_bye ? std::nullopt : std::optional(shown.rank));
     line.Number(shown.number).Text(shown.name).Text(shown.is_bye ? "yes" : "no");
@@ -99,7 +99,7 @@ std::string StandingsCsv(const Report& report) {
     for (const int count : {shown.games, shown.wins, shown.draws, shown.losses})
       line.Number(count);
     line.Decimal(shown.Percent(), 1);
-    AddRating(line, report.elo.Of(place));
+    AddRating(line, report.elo.Of(index));
     line.Decimal(InPoints(shown.buchholz), 2).Decimal(InPoints(shown.sonneborn_berger), 2).End();
   }
   return text;

@@ -77,9 +77,9 @@ double VarianceOf(const EloRating& rating) {
 int GroupPlayedMost(const std::vector<std::pair<int, double>>& games_by_group) {
   std::vector<double> games;
   for (const auto& [group, count] : games_by_group) {
-    const auto place = static_cast<std::size_t>(group);
-    if (games.size() <= place) games.resize(place + 1, 0.0);
-    if (group > 0) games[place] += count;
+    const auto index = static_cast<std::size_t>(group);
+    if (games.size() <= index) games.resize(index + 1, 0.0);
+    if (group > 0) games[index] += count;
   }
   const auto most = std::max_element(games.begin(), games.end());
   return most == games.end() || *most == 0 ? 0 : static_cast<int>(most - games.begin());
@@ -92,15 +92,15 @@ EloTable::EloTable(EloTable&&) noexcept = default;
 EloTable& EloTable::operator=(EloTable&&) noexcept = default;
 
 EloTable::EloTable(std::size_t players, std::vector<PairScore> pairs)
-    : ratings_(players), place_(players, 0) {
+    : ratings_(players), index_in_group_(players, 0) {
   const auto groups = EloGroups(players, pairs);
   for (const auto& group : groups) {
     if (group.size() < 2) break;
     covariances_.emplace_back();
-    for (std::size_t place = 0; place < group.size(); ++place) {
-      place_[group[place]] = place;
-      ratings_[group[place]].group = Groups();
-      ratings_[group[place]].kind = EloKind::kRated;
+    for (std::size_t index = 0; index < group.size(); ++index) {
+      index_in_group_[group[index]] = index;
+      ratings_[group[index]].group = Groups();
+      ratings_[group[index]].kind = EloKind::kRated;
     }
   }
   std::vector<std::vector<PairScore>> pairs_of_group(covariances_.size());
@@ -108,7 +108,7 @@ EloTable::EloTable(std::size_t players, std::vector<PairScore> pairs)
     const int group = ratings_[pair.first].group;
     if (group == 0 || ratings_[pair.second].group != group) continue;
     pairs_of_group[static_cast<std::size_t>(group) - 1].push_back(
-        {place_[pair.first], place_[pair.second], pair.score, pair.games});
+        {index_in_group_[pair.first], index_in_group_[pair.second], pair.score, pair.games});
   }
   for (std::size_t i = 0; i < covariances_.size(); ++i)
     RateGroup(groups[i], std::move(pairs_of_group[i]));
@@ -117,8 +117,8 @@ EloTable::EloTable(std::size_t players, std::vector<PairScore> pairs)
 
 void EloTable::RateGroup(const std::vector<std::size_t>& group, std::vector<PairScore> pairs) {
   const std::vector<double> natural = LikeliestRatings(group.size(), pairs);
-  for (std::size_t place = 0; place < group.size(); ++place)
-    ratings_[group[place]].elo = natural[place] * kEloPerUnit;
+  for (std::size_t index = 0; index < group.size(); ++index)
+    ratings_[group[index]].elo = natural[index] * kEloPerUnit;
   if (group.size() > kMostForIntervals) return;
   std::vector<PairInformation> information;
   information.reserve(pairs.size());
@@ -127,9 +127,9 @@ void EloTable::RateGroup(const std::vector<std::size_t>& group, std::vector<Pair
     information.push_back({pair.first, pair.second, pair.games * expected * (1 - expected)});
   }
   auto covariances = std::make_unique<RatingCovariances>(group.size(), information);
-  for (std::size_t place = 0; place < group.size(); ++place) {
-    const double variance = std::max(covariances->Variance(place), 0.0);
-    ratings_[group[place]].margin = kErrorsOf95Percent * kEloPerUnit * std::sqrt(variance);
+  for (std::size_t index = 0; index < group.size(); ++index) {
+    const double variance = std::max(covariances->Variance(index), 0.0);
+    ratings_[group[index]].margin = kErrorsOf95Percent * kEloPerUnit * std::sqrt(variance);
   }
   covariances_[static_cast<std::size_t>(ratings_[group.front()].group) - 1] =
       std::move(covariances);
@@ -177,8 +177,8 @@ std::optional<double> EloTable::ChanceOfSuperiority(std::size_t a, std::size_t b
   if (first.group != second.group) return {};
   const auto& covariances = covariances_[static_cast<std::size_t>(first.group) - 1];
   if (!covariances) return {};
-  const double variance =
-      VarianceOf(first) + VarianceOf(second) - 2 * covariances->Covariance(place_[a], place_[b]);
+  const double variance = VarianceOf(first) + VarianceOf(second) -
+                          2 * covariances->Covariance(index_in_group_[a], index_in_group_[b]);
   if (variance <= 0) return {};
   const double errors = (first.elo - second.elo) / (kEloPerUnit * std::sqrt(variance));
   return 0.5 * std::erfc(-errors / std::sqrt(2.0));

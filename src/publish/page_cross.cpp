@@ -18,7 +18,7 @@ struct CrossCell {
   QuarterPoints points = 0;
   int decided = 0;  ///< games with a result
   int games = 0;
-  int opponent = -1;  ///< place; of a Swiss round
+  int opponent = -1;  ///< index; in a Swiss round
   bool is_white = false;
   bool is_playing = false;
   bool is_bye = false;
@@ -81,8 +81,8 @@ std::vector<std::size_t> LinesOf(const Report& report) {
   return lines;
 }
 
-void BeginRow(std::string& html, const Report& report, std::size_t place, std::size_t line) {
-  const ReportParticipant& shown = report.participants[place];
+void BeginRow(std::string& html, const Report& report, std::size_t index, std::size_t line) {
+  const ReportParticipant& shown = report.participants[index];
   html += Format("<tr id=p%d><td>%d<th scope=row>", AsInt(line), AsInt(line));
   AddName(html, shown.name);
   html += "<td><b>" + PointsForPeople(shown.points) + "</b>";
@@ -202,9 +202,9 @@ std::vector<CrossCell> SwissCells(const Report& report, int rounds) {
   for (const ReportGame& game : report.games) {
     if (game.round < 1 || game.round > rounds) continue;
     for (const bool is_white : {true, false}) {
-      const int place = is_white ? game.white : game.black;
-      if (place < 0) continue;
-      const auto row = static_cast<std::size_t>(place) * static_cast<std::size_t>(rounds);
+      const int index = is_white ? game.white : game.black;
+      if (index < 0) continue;
+      const auto row = static_cast<std::size_t>(index) * static_cast<std::size_t>(rounds);
       Enter(cells[row + static_cast<std::size_t>(game.round) - 1], game, is_white);
     }
   }
@@ -226,10 +226,10 @@ void AddSwiss(std::string& html, const Report& report) {
   html += "\n<tbody>\n";
   const std::vector<CrossCell> cells = SwissCells(report, rounds);
   const std::vector<std::size_t> lines = LinesOf(report);
-  for (const std::size_t place : RankedPlaces(report)) {
-    BeginRow(html, report, place, lines[place]);
+  for (const std::size_t index : ByRank(report)) {
+    BeginRow(html, report, index, lines[index]);
     for (int round = 0; round < rounds; ++round) {
-      const std::size_t cell = place * static_cast<std::size_t>(rounds);
+      const std::size_t cell = index * static_cast<std::size_t>(rounds);
       AddSwissCell(html, cells[cell + static_cast<std::size_t>(round)], lines, true);
     }
     html += '\n';

@@ -585,10 +585,10 @@ TEST_F(TourneyFileTest, AFileThatHoldsMoreThanATourneyCanIsRefused) {
   ASSERT_TRUE(LoadText(SavedText()));
   const std::string before = ContentText(tourney);
   const std::string player = std::string(8 + 7, '\n');
-  const auto places = static_cast<int>(kMostPlaces);
+  const auto places = static_cast<int>(kMostInHistories);
   machine.files.Put("big.ini", kSavedSettings + std::string("1\n") + player +
                                    std::to_string(places + 1) + "\n" +
-                                   std::string(kMostPlaces + 1, '\n'));
+                                   std::string(kMostInHistories + 1, '\n'));
   EXPECT_FALSE(file.Load(tourney, "big.ini"));
   EXPECT_EQ(Output(),
             "The file '/home/big.ini' holds more than a tourney can, so it is not read.\n");
