@@ -121,7 +121,7 @@ class FileSystem {
   /// be said whether it is.
   virtual bool RenameDurably(const std::string& from, const std::string& to) = 0;
 
-  /// Waits until it is on the disk that there is a file of that name. True on a host that sees to
+  /// Waits until the name of the file, which is there, is on the disk. True on a host that sees to
   /// that by itself.
   virtual bool SyncName(const std::string& path) = 0;
 

@@ -38,7 +38,7 @@ class CsvLine {
     if (!value) return Empty();
     Begin();
     const std::string number = Format("%.*f", digits, *value);
-    // A negative number that is rounded to nothing is nothing.
+    // Nothing has no sign: "-0.0" is what a small negative number is rounded to.
     const bool is_zero = number.find_first_of("123456789") == std::string::npos;
     text_ += is_zero && number.starts_with('-') ? number.substr(1) : number;
     return *this;

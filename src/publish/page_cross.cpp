@@ -90,7 +90,7 @@ void BeginRow(std::string& html, const Report& report, std::size_t index, std::s
 
 // Round robin.
 
-/// How far the columns of a round robin go: byes have none.
+/// The cells of a round robin: a row and a column for each participant, byes too.
 class RoundRobinCells {
  public:
   explicit RoundRobinCells(const Report& report)

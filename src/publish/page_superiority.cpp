@@ -9,7 +9,7 @@
 namespace tarvendo {
 namespace {
 
-/// Of a field that is too large for all pairs: so many behind each one.
+/// In a field that is too large for all pairs each player is held against so many behind it.
 constexpr std::size_t kNeighbours = 10;
 
 /// Never "100" nor "0": nothing is as sure as that.

@@ -137,7 +137,7 @@ void CountFor(Report& report, int index, QuarterPoints score) {
   }
 }
 
-/// The rounds of a round robin are told by its games: the settings have those of the next table.
+/// In a round robin the games tell the rounds, for Rounds is brought up to date by tables only.
 void FillRounds(Report& report, const Tourney& tourney) {
   report.round = tourney.State().round;
   report.rounds = tourney.Settings().rounds;

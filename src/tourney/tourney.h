@@ -34,9 +34,8 @@ struct TourneySettings {
   int auto_run = 0;   ///< the runner spools and pairs by itself
   int auto_save = 0;  ///< the tourney is saved after every change
   int save_debug_files = kSaveNever;
-  std::string
-      files_path;  ///< directory of the games' files, with its separator; prefix of their names
-  std::string report_path;               ///< kept and saved beside files_path
+  std::string files_path;   ///< directory of the games' files, with its separator
+  std::string report_path;  ///< has no effect; stays in the tourney file as it was found there
   std::string pgn_file = "default.pgn";  ///< where finished games are collected
   std::string pics_dir;                  ///< prefix of the pictures' names in the HTML table
   std::string winboard_path = "winboard.exe";

@@ -113,7 +113,7 @@ bool TourneyFile::Load(Tourney& tourney, const std::string& name) {
   TargetKeeper keeper(target_);
   ChooseName(tourney, name);
   const auto stamp = files_.Stamp(target_.path);
-  // So nobody reads a file without an end that is something else to its limit.
+  // Asked first, because something else may be very long, or a device without an end.
   if (IsForeign(files_, target_.path)) {
     keeper.LetGo();
     Print("Not a tourney file.\n");
@@ -208,7 +208,7 @@ bool TourneyFile::WasChangedByOthers() {
 void TourneyFile::Know(std::optional<std::string> text) {
   known_.reset();
   if (!text) return;
-  // A text that ends in a carriage return makes a line end of another kind.
+  // A text that ends in a carriage return makes CR LF with the line feed, which a read folds.
   FoldLineEnds(*text);
   known_ = ContentOf(*text);
 }

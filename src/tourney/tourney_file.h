@@ -112,8 +112,8 @@ class TourneyFile {
   void TakeLoadedName(const Tourney& tourney, const std::string& save_file);
   bool Write(const Tourney& tourney);
 
-  /// Whether the file holds something else than what was loaded from it or saved to it last. One
-  /// that looks like that from outside is not read.
+  /// Whether the file holds something else than what was loaded from it or saved to it last. It is
+  /// read only when its stamp is another one.
   bool WasChangedByOthers();
 
   /// Remembers what is in the file now; nothing when there is none.
@@ -128,8 +128,8 @@ class TourneyFile {
   std::optional<Content> known_;                ///< what was loaded or saved last
   std::optional<FileStamp> known_stamp_;        ///< of the file then
   std::optional<std::uint64_t> known_version_;  ///< of the tourney that was loaded or saved last
-  std::set<std::string> told_in_place_;         ///< the paths of which it was said that they are
-  std::set<std::string> reported_;  ///< the texts of which it was said that they were cut
+  std::set<std::string> told_in_place_;         ///< paths that were said to be written in place
+  std::set<std::string> reported_;              ///< texts that were said to be cut
 };
 
 }  // namespace tarvendo

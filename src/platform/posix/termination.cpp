@@ -15,7 +15,7 @@ namespace {
 
 // A signal handler reaches nothing but globals.
 std::atomic<bool> termination_requested{false};
-std::atomic<std::thread::id> ending_thread{};  ///< the one that EndWhenAsked ends; none: any
+std::atomic<std::thread::id> ending_thread{};  ///< on which EndWhenAsked throws; none: on any
 std::atomic<int> wake_end{-1};
 static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free);
 

@@ -12,7 +12,7 @@ namespace {
 
 // The host calls a console handler without any argument of ours.
 std::atomic<bool> termination_requested{false};
-std::atomic<std::thread::id> ending_thread{};  ///< the one that EndWhenAsked ends; none: any
+std::atomic<std::thread::id> ending_thread{};  ///< on which EndWhenAsked throws; none: on any
 std::atomic<bool> console_events_wanted{false};
 
 BOOL WINAPI OnConsoleEvent(DWORD event) {
