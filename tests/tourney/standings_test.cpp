@@ -4,7 +4,6 @@
 
 #include <limits>
 
-#include "tourney/participants.h"
 #include "tourney/table_tourney.h"
 
 namespace tarvendo {
@@ -247,15 +246,6 @@ TEST_F(Standings, NothingIsPrinted) {
   Play(1, 2, kDraw);
   UpdateStandingsAndRound(tourney);
   EXPECT_EQ(machine.TakeOutput(), "");
-}
-
-TEST_F(Standings, QuartersAreShownAsQuartersAndHalvesAsHalves) {
-  AddPlayers(1);
-  P(1).sonneborn_berger = 43;
-  P(1).buchholz = 30;
-  const std::string text = ParticipantText(tourney, P(1));
-  EXPECT_NE(text.find("    Sonneborn-B  : 10.75\n"), std::string::npos);
-  EXPECT_NE(text.find("    Buchholz     : 7.5\n"), std::string::npos);
 }
 
 }  // namespace
