@@ -10,10 +10,4 @@ int TerminationDescriptor();
 /// called.
 void NoteTermination();
 
-/// From now on EndWhenAsked throws on the calling thread only.
-void EndOnThisThread();
-
-/// From now on it throws on any thread that calls it, as it does from the beginning.
-void EndOnAnyThread();
-
 }  // namespace tarvendo

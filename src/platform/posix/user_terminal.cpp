@@ -11,6 +11,7 @@
 
 #include "platform/faults.h"
 #include "platform/folding_input.h"
+#include "platform/posix/ctrl_c.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/pager.h"
 #include "platform/posix/screen.h"

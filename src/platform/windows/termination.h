@@ -11,10 +11,4 @@ void* TerminationEvent();
 /// process at once. When the window is closed the program has four seconds to save what there is.
 void HearConsoleEvents(bool wanted);
 
-/// From now on EndWhenAsked throws on the calling thread only.
-void EndOnThisThread();
-
-/// From now on it throws on any thread that calls it, as it does from the beginning.
-void EndOnAnyThread();
-
 }  // namespace tarvendo
