@@ -25,11 +25,19 @@ struct Opponent {
   bool is_rated;
 };
 
-/// A player with a clean score, and whom it is measured against.
-struct CleanScore {
-  std::vector<Opponent> opponents;
+/// What a player has scored in all its games, and whom that is measured against when it is clean.
+struct WholeScore {
   double score = 0;
   double games = 0;
+  std::vector<std::pair<int, double>> games_by_group;  ///< the opponents' group, and the games
+  int measured_in = 0;                                 ///< the group of these opponents:
+  std::vector<Opponent> opponents;
+
+  void Add(double points, double count, const EloRating& opponent) {
+    score += points;
+    games += count;
+    games_by_group.emplace_back(opponent.group, count);
+  }
 
   bool IsClean() const { return games > 0 && (score == 0 || score == games); }
 };
@@ -85,6 +93,32 @@ int GroupPlayedMost(const std::vector<std::pair<int, double>>& games_by_group) {
   return most == games.end() || *most == 0 ? 0 : static_cast<int>(most - games.begin());
 }
 
+/// The scores of all players. Only those have opponents that have a clean score and no rating.
+std::vector<WholeScore> ScoresToBound(const std::vector<EloRating>& ratings,
+                                      const std::vector<PairScore>& pairs) {
+  std::vector<WholeScore> scores(ratings.size());
+  for (const PairScore& pair : pairs) {
+    scores[pair.first].Add(pair.score, pair.games, ratings[pair.second]);
+    scores[pair.second].Add(pair.games - pair.score, pair.games, ratings[pair.first]);
+  }
+  const auto has_bound = [&](std::size_t player) {
+    return ratings[player].kind == EloKind::kNone && scores[player].IsClean();
+  };
+  for (std::size_t i = 0; i < scores.size(); ++i) {
+    if (has_bound(i)) scores[i].measured_in = GroupPlayedMost(scores[i].games_by_group);
+  }
+  const auto note = [&](std::size_t player, std::size_t other, double games) {
+    const EloRating& rating = ratings[other];
+    if (!has_bound(player) || rating.group != scores[player].measured_in) return;
+    scores[player].opponents.push_back({games, rating.elo, rating.group != 0});
+  };
+  for (const PairScore& pair : pairs) {
+    note(pair.first, pair.second, pair.games);
+    note(pair.second, pair.first, pair.games);
+  }
+  return scores;
+}
+
 }  // namespace
 
 EloTable::~EloTable() = default;
@@ -136,37 +170,14 @@ void EloTable::RateGroup(const std::vector<std::size_t>& group, std::vector<Pair
 }
 
 void EloTable::SetBounds(const std::vector<PairScore>& pairs) {
-  std::vector<CleanScore> clean(ratings_.size());
-  std::vector<std::vector<std::pair<int, double>>> met(ratings_.size());
-  for (const PairScore& pair : pairs) {
-    clean[pair.first].score += pair.score;
-    clean[pair.second].score += pair.games - pair.score;
-    clean[pair.first].games += pair.games;
-    clean[pair.second].games += pair.games;
-    met[pair.first].emplace_back(ratings_[pair.second].group, pair.games);
-    met[pair.second].emplace_back(ratings_[pair.first].group, pair.games);
-  }
-  std::vector<int> measured_in(ratings_.size(), 0);
+  const std::vector<WholeScore> scores = ScoresToBound(ratings_, pairs);
   for (std::size_t i = 0; i < ratings_.size(); ++i) {
-    const bool has_bound = ratings_[i].kind == EloKind::kNone && clean[i].IsClean();
-    if (has_bound) measured_in[i] = GroupPlayedMost(met[i]);
-  }
-  const auto note = [&](std::size_t player, std::size_t other, double games) {
-    if (ratings_[player].kind != EloKind::kNone || !clean[player].IsClean()) return;
-    const EloRating& rating = ratings_[other];
-    if (rating.group != measured_in[player]) return;
-    clean[player].opponents.push_back({games, rating.elo, rating.group != 0});
-  };
-  for (const PairScore& pair : pairs) {
-    note(pair.first, pair.second, pair.games);
-    note(pair.second, pair.first, pair.games);
-  }
-  for (std::size_t i = 0; i < ratings_.size(); ++i) {
-    if (clean[i].opponents.empty()) continue;
-    const bool has_won = clean[i].score > 0;
+    const WholeScore& whole = scores[i];
+    if (whole.opponents.empty()) continue;
+    const bool has_won = whole.score > 0;
     ratings_[i].kind = has_won ? EloKind::kAtLeast : EloKind::kAtMost;
-    ratings_[i].elo = has_won ? LowerBound(clean[i].opponents) : UpperBound(clean[i].opponents);
-    ratings_[i].group = measured_in[i];
+    ratings_[i].elo = has_won ? LowerBound(whole.opponents) : UpperBound(whole.opponents);
+    ratings_[i].group = whole.measured_in;
   }
 }
 

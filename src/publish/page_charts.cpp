@@ -163,6 +163,22 @@ void AddLine(std::string& html, const std::vector<double>& points, std::size_t l
   html += Format("<path class=\"line c%d\" d=\"%s\"/>", AsInt(line + 1), path.c_str());
 }
 
+void AddDrawing(std::string& html, const std::vector<std::vector<double>>& lines, int rounds,
+                double highest) {
+  html += "<div class=points><div class=side>";
+  AddMarks(html, "bottom", highest);
+  html +=
+      "</div><svg viewBox=\"0 0 1000 300\" preserveAspectRatio=none role=img "
+      "aria-label=\"Points by round; the end of each line stands in the list below\">";
+  for (double mark = 0; mark <= highest + 1e-9; mark += StepOfMarks(highest))
+    html += Format("<path class=grid d=\"M0 %.2fh1000\"/>", 300 - 300 * mark / highest);
+  for (std::size_t line = lines.size(); line-- > 0;)
+    AddLine(html, lines[line], line, rounds, highest);
+  html += "</svg><div class=marks>";
+  AddMarks(html, "left", rounds);
+  html += "</div></div>\n";
+}
+
 void AddLegend(std::string& html, const Report& report, const std::vector<std::size_t>& ranked) {
   html += "<ul class=legend>\n";
   for (std::size_t line = 0; line < ranked.size(); ++line) {
@@ -226,18 +242,7 @@ void AddPointsChart(std::string& html, const Report& report) {
     lines.push_back(PointsByRound(report, index, rounds));
     highest = std::max(highest, std::ceil(lines.back().back()));
   }
-  html += "<div class=points><div class=side>";
-  AddMarks(html, "bottom", highest);
-  html +=
-      "</div><svg viewBox=\"0 0 1000 300\" preserveAspectRatio=none role=img "
-      "aria-label=\"Points by round; the end of each line stands in the list below\">";
-  for (double mark = 0; mark <= highest + 1e-9; mark += StepOfMarks(highest))
-    html += Format("<path class=grid d=\"M0 %.2fh1000\"/>", 300 - 300 * mark / highest);
-  for (std::size_t line = lines.size(); line-- > 0;)
-    AddLine(html, lines[line], line, rounds, highest);
-  html += "</svg><div class=marks>";
-  AddMarks(html, "left", rounds);
-  html += "</div></div>\n";
+  AddDrawing(html, lines, rounds, highest);
   AddLegend(html, report, ranked);
   EndSection(html);
 }

@@ -134,6 +134,24 @@ void AddRoundRobinRow(std::string& html, const Report& report, const RoundRobinC
   html += '\n';
 }
 
+void AddRoundRobinHead(std::string& html, const Report& report) {
+  const std::size_t size = report.order.size();
+  html += Format(
+      "<table class=\"cross%s\"><caption class=hidden>Cross table</caption><thead><tr>"
+      "<th scope=col>#<th scope=col>Name<th scope=col>Points",
+      size > 24 ? " wide" : "");
+  for (std::size_t line = 0; line < size; ++line) {
+    html += Format("<th scope=col><a href=#p%d", AsInt(line + 1));
+    if (size <= kPageLimits.single_results) {
+      html += " title=\"";
+      AddText(html, report.participants[report.order[line]].name);
+      html += '"';
+    }
+    html += Format(">%d</a>", AsInt(line + 1));
+  }
+  html += "\n<tbody>\n";
+}
+
 void AddRoundRobin(std::string& html, const Report& report) {
   const std::size_t size = report.order.size();
   BeginSection(html, "cross", "Cross table",
@@ -149,20 +167,7 @@ void AddRoundRobin(std::string& html, const Report& report) {
   }
   const bool folded = size > kPageLimits.open_tables;
   BeginBox(html, "Cross table", folded);
-  html += Format(
-      "<table class=\"cross%s\"><caption class=hidden>Cross table</caption><thead><tr>"
-      "<th scope=col>#<th scope=col>Name<th scope=col>Points",
-      size > 24 ? " wide" : "");
-  for (std::size_t line = 0; line < size; ++line) {
-    html += Format("<th scope=col><a href=#p%d", AsInt(line + 1));
-    if (size <= kPageLimits.single_results) {
-      html += " title=\"";
-      AddText(html, report.participants[report.order[line]].name);
-      html += '"';
-    }
-    html += Format(">%d</a>", AsInt(line + 1));
-  }
-  html += "\n<tbody>\n";
+  AddRoundRobinHead(html, report);
   const RoundRobinCells cells(report);
   for (std::size_t line = 0; line < size; ++line)
     AddRoundRobinRow(html, report, cells, line);

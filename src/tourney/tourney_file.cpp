@@ -113,13 +113,10 @@ bool TourneyFile::Load(Tourney& tourney, const std::string& name) {
   TargetKeeper keeper(target_);
   ChooseName(tourney, name);
   const auto stamp = files_.Stamp(target_.path);
-  // Asked first, because something else may be very long, or a device without an end.
-  if (IsForeign(files_, target_.path)) {
-    keeper.LetGo();
-    Print("Not a tourney file.\n");
-    return false;
-  }
-  BoundedText read = ReadLongFile(files_, target_.path, kTourneyFileLimit);
+  // Something else may be very long, or a device without an end: it is not read.
+  BoundedText read = IsForeign(files_, target_.path)
+                         ? BoundedText{""}
+                         : ReadLongFile(files_, target_.path, kTourneyFileLimit);
   if (read.is_too_long) {
     PrintText(TooLongMessage(target_.path, kTourneyFileLimit));
     return false;
