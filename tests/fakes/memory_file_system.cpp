@@ -96,14 +96,9 @@ class MemoryFileSystem::MemoryLock : public LockedFile {
 MemoryFileSystem::MemoryFileSystem() : directories_{"/", "/home"}, current_("/home") {}
 
 std::optional<std::string> MemoryFileSystem::ReadText(const std::string& path) {
-  auto text = ReadFrom(path, 0);
+  auto text = ReadPart(path, 0, std::string::npos);
   if (text) FoldLineEnds(*text);
   return text;
-}
-
-std::optional<std::string> MemoryFileSystem::ReadFrom(const std::string& path,
-                                                      std::uint64_t offset) {
-  return ReadPart(path, offset, std::string::npos);
 }
 
 std::optional<std::string> MemoryFileSystem::ReadPart(const std::string& path, std::uint64_t offset,
