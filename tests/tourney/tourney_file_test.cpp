@@ -43,7 +43,8 @@ constexpr const char* kSavedLists =
     "2\n"  // participants
     // flag, Buchholz, colour state, games played, number, points, rank, Sonneborn-Berger
     "1\n2\n9\n1\n1\n2\n1\n4\n"
-    // BlackOptions, Dir, Group, InitString, Name, ProgramExe, WhiteOptions; the places of the games
+    // BlackOptions, Dir, Group, InitString, Name, ProgramExe, WhiteOptions; the indices of the
+    // games
     "/b1\nd1\ng1\ni1\nAlpha\na.exe\n/w1\n"
     "2\n0\n1\n"
     "1\n2\n8\n1\n2\n2\n1\n4\n"
@@ -586,9 +587,9 @@ TEST_F(TourneyFileTest, AFileThatHoldsMoreThanATourneyCanIsRefused) {
   ASSERT_TRUE(LoadText(SavedText()));
   const std::string before = ContentText(tourney);
   const std::string player = std::string(8 + 7, '\n');
-  const auto places = static_cast<int>(kMostInHistories);
+  const auto most = static_cast<int>(kMostInHistories);
   machine.files.Put("big.ini", kSavedSettings + std::string("1\n") + player +
-                                   std::to_string(places + 1) + "\n" +
+                                   std::to_string(most + 1) + "\n" +
                                    std::string(kMostInHistories + 1, '\n'));
   EXPECT_FALSE(file.Load(tourney, "big.ini"));
   EXPECT_EQ(Output(),

@@ -217,7 +217,7 @@ TEST_F(TourneyTest, ErasingDropsPlacesThatNoGameHas) {
   EXPECT_EQ(History(1), std::vector<int>{0});
 }
 
-/// Takes one place out of a history, as the list takes out one game.
+/// Takes one index out of a history, as the list takes out one game.
 void RemoveGameIndex(std::vector<int>& history, int index) {
   std::erase(history, index);
   for (int& other : history) {
