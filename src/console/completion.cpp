@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "console/command_table.h"
+#include "platform/letters.h"
 #include "platform/paths.h"
 
 namespace tarvendo {
@@ -56,11 +57,9 @@ std::vector<Candidate> Fitting(const std::string& typed, const std::vector<std::
 }
 
 bool ComesBefore(const std::string& one, const std::string& other) {
-  const auto lower = [](char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-  };
+  const auto is_before = [](char a, char b) { return ToLowerLetter(a) < ToLowerLetter(b); };
   return std::lexicographical_compare(one.begin(), one.end(), other.begin(), other.end(),
-                                      [&](char a, char b) { return lower(a) < lower(b); });
+                                      is_before);
 }
 
 std::vector<std::string> CommandNames() {

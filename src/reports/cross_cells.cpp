@@ -6,7 +6,7 @@
 #include "base/scores.h"
 #include "reports/digit_count.h"
 #include "tourney/game_score.h"
-#include "tourney/participant_places.h"
+#include "tourney/participant_indices.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {
@@ -55,7 +55,7 @@ char MarkOf(const Side& side) {
 /// Calls `take` with both sides of every game that has a place in the table, in list order.
 template <typename Take>
 void ForEachSide(const Tourney& tourney, const CrossLayout& layout, const Take& take) {
-  const ParticipantPlaces places(tourney.Participants());
+  const ParticipantIndices places(tourney.Participants());
   for (const Game& game : tourney.Games()) {
     const int white = places.Of(game.white);
     const int black = places.Of(game.black);

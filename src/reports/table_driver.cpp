@@ -19,7 +19,7 @@ constexpr const char* kConsoleName = "stdout";
 constexpr const char* kDefaultName = "table.htm";
 
 std::string UpdateAndMakeTable(Tourney& tourney, const TableOptions& options) {
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   AdjustRounds(tourney);
   const CrossTable table = BuildCrossTable(tourney, options);
   tourney.name_width = table.name_width;

@@ -32,7 +32,7 @@ class OpeningsInUse {
   Begun Begin(const Tourney& tourney, FileSystem& files);
 
   /// The words for WinBoard with which the game starts from the line of its pairing
-  /// (tourney/pairing_place.h); empty without openings. Nothing when the file is not what it was
+  /// (tourney/pairing_games.h); empty without openings. Nothing when the file is not what it was
   /// any more; Refusal tells so then.
   std::optional<std::string> WordsFor(const Tourney& tourney, FileSystem& files, const Game& game);
 
