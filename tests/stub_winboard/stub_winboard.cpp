@@ -28,7 +28,7 @@ constexpr const char* kPlayingFile = "stub_playing";
 constexpr const char* kGoFile = "stub_go";
 constexpr const char* kDebugFile = "winboard.debug";
 constexpr int kRefused = 2;  ///< the exit code of a WinBoard that does not understand its words
-constexpr auto kPatience = std::chrono::seconds(30);
+constexpr auto kPatience = std::chrono::seconds(90);
 
 using Words = std::vector<std::string>;
 
