@@ -24,7 +24,9 @@ void PutFiles(TwoGames& game, const std::string& text) {
 void DemandKnownLines(const std::string& journal, const std::string& cut) {
   for (std::size_t begin = 0; begin < cut.size();) {
     const std::size_t end = std::min(cut.find('\n', begin), cut.size());
-    Demand(journal.find(cut.substr(begin, end - begin)) != std::string::npos);
+    const std::string line = cut.substr(begin, end - begin);
+    // A power failure leaves NUL bytes where a piece was to be written.
+    if (line.find('\0') == std::string::npos) Demand(journal.find(line) != std::string::npos);
     begin = end + 1;
   }
 }
@@ -46,6 +48,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string after = files.Bytes(kPgn);
   Demand(after.ends_with(kPiece));
   Demand(before.starts_with(after.substr(0, after.size() - std::string(kPiece).size())));
-  DropJournal(game.tourney, files);
+  group.DropJournals(game.tourney);
   return 0;
 }

@@ -4,8 +4,8 @@
 #include <cstdarg>
 #include <utility>
 
-#include "base/bounded_read.h"
 #include "base/line_reader.h"
+#include "base/long_read.h"
 #include "base/text.h"
 #include "platform/faults.h"
 #include "platform/files.h"
@@ -139,7 +139,7 @@ bool Log::RunShellCommand(const std::string& line) {
     error_(Framed("Error creating temporary file!"));
     return false;
   }
-  const BoundedText output = ReadUpTo(host_.files, shell_output_, kShellOutputLimit);
+  const BoundedText output = ReadLongFile(host_.files, shell_output_, kShellOutputLimit);
   if (output.is_too_long) Write(TooLongMessage(shell_output_, kShellOutputLimit));
   if (!output.text) {
     shell_output_.clear();

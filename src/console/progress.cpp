@@ -15,6 +15,9 @@ constexpr double kMilliHour = 3600000.0;
 /// Longer than any tourney, and its milliseconds are still a number.
 constexpr double kMostHours = 1e8;
 
+/// Below this a span is told to the second.
+constexpr long long kExactSeconds = 600;
+
 /// How many games the rounds will have that are not paired yet.
 std::size_t GamesToBePaired(const Tourney& tourney) {
   if (tourney.Settings().auto_run == 0) return 0;
@@ -81,6 +84,9 @@ std::string Progress::LastLine(const RunCounts& counts, TimePoint now) const {
 std::string SpanText(std::chrono::milliseconds span) {
   const long long seconds = (span.count() + 500) / 1000;
   if (seconds < 60) return std::to_string(seconds) + " s";
+  if (seconds < kExactSeconds) {
+    return std::to_string(seconds / 60) + " min " + std::to_string(seconds % 60) + " s";
+  }
   const long long minutes = (seconds + 30) / 60;
   if (minutes < 60) return std::to_string(minutes) + " min";
   const long long hours = minutes / 60;

@@ -48,7 +48,7 @@ class Progress {
   std::size_t ended_here_;
 };
 
-/// "2 d 4 h", "1 h 18 min", "5 min", "45 s": the two largest units, rounded to the smaller one.
+/// "2 d 4 h", "1 h 18 min", "25 min", "5 min 3 s", "45 s": rounded to what is told last.
 std::string SpanText(std::chrono::milliseconds span);
 
 }  // namespace tarvendo

@@ -62,9 +62,7 @@ class Processes {
   virtual void EndBatch(BatchId batch) = 0;
 
   /// In the same way ends whatever holds the lock of that file, started by an earlier process of
-  /// this program. On Windows, where nobody is told who holds a file, it is found by the name of
-  /// its job: not when a host is too old to put it into one, or the file system gives its files no
-  /// numbers.
+  /// this program. Does nothing on Windows, where nobody is told who holds a file.
   virtual void EndHolders(const std::string& lock_path) = 0;
 
   /// Has `on_end` called whenever a started batch file has ended and been reaped, on a thread of

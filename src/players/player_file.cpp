@@ -4,12 +4,13 @@
 
 #include "base/line_reader.h"
 #include "base/log.h"
-#include "base/read_file.h"
+#include "base/long_read.h"
 #include "base/text.h"
 #include "base/whole_file.h"
 #include "platform/faults.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "players/engines_json.h"
 #include "players/player_database.h"
 #include "players/winboard_import.h"
 
@@ -47,11 +48,14 @@ void SkipToBlock(LineReader& lines) {
   }
 }
 
-bool ReadPlayerText(FileSystem& files, const std::string& text, PlayerDatabase& database) {
+/// `name` is that of the file.
+bool ReadPlayerText(FileSystem& files, const std::string& name, const std::string& text,
+                    PlayerDatabase& database) {
   LineReader lines(text);
   const auto first = lines.Read(kRecordLine);
   if (!first || !first->starts_with("PLAYER_FILE")) {
-    return ImportWinboardIni(files, text, database);
+    return IsEnginesJson(text) ? ImportEnginesJson(text, name, database)
+                               : ImportWinboardIni(files, text, database);
   }
   while (!lines.AtEnd() && !database.IsFull() && ReadPlayerBlock(lines, database))
     EndWhenAsked();
@@ -89,12 +93,13 @@ bool ReadPlayerFile(FileSystem& files, const std::string& path, const std::strin
     if (name.empty()) return false;
     PrintText("Because no player file was specified, file\n'" + name + "' is tried.\n");
   }
-  const auto text = ReadFile(files, name, kPlayerFileLimit);
+  const auto [text, is_too_long] = ReadLongFile(files, name, kPlayerFileLimit);
+  if (is_too_long) PrintText(TooLongMessage(name, kPlayerFileLimit));
   if (!text) {
     PrintText("Error opening file '" + name + "'\n");
     return false;
   }
-  const bool read = ReadPlayerText(files, *text, database);
+  const bool read = ReadPlayerText(files, name, *text, database);
   if (database.IsFull()) {
     const auto count = static_cast<int>(database.Players().size());
     Print("There are %d players, more are not read.\n", count);

@@ -186,7 +186,8 @@ void LeaveOutOptionsOf(const Player& player, std::string PlayerTexts::*options,
   added = nothing_new ? stored : missing;
 }
 
-/// "c:\engines\Crafty.EXE" is called "Crafty".
+}  // namespace
+
 std::string NameOfProgram(const std::string& program) {
   const std::size_t separator = program.find_last_of("/\\");
   std::string name = separator == std::string::npos ? program : program.substr(separator + 1);
@@ -195,9 +196,7 @@ std::string NameOfProgram(const std::string& program) {
   return name;
 }
 
-/// Creates the player, or merges its options into the one who has the name. What does not fit is
-/// cut, the name before it is looked up.
-void Add(PlayerTexts texts, PlayerDatabase& database) {
+void AddImported(PlayerTexts texts, PlayerDatabase& database) {
   PlayerTexts name_alone;
   name_alone.name = Player(texts).texts.name;
   CutToLines(name_alone);
@@ -209,6 +208,8 @@ void Add(PlayerTexts texts, PlayerDatabase& database) {
   }
   if (database.CreatePlayer(std::move(texts))) CutToLines(database.FindByName(name)->texts);
 }
+
+namespace {
 
 const ListNames& NamesOf(EngineList list) {
   return list == EngineList::kFirst ? kFirstList : kSecondList;
@@ -325,7 +326,7 @@ void ImportEngineLine(const std::string& line, bool in_braces, EngineList list,
     TakeOptions(words, before_options, NamesOf(list), texts);
   }
   if (texts.name.empty()) texts.name = NameOfProgram(texts.program_exe);
-  if (!texts.name.empty() || !texts.program_exe.empty()) Add(std::move(texts), database);
+  if (!texts.name.empty() || !texts.program_exe.empty()) AddImported(std::move(texts), database);
 }
 
 }  // namespace tarvendo

@@ -6,12 +6,20 @@ namespace tarvendo {
 
 class FileSystem;
 class PlayerDatabase;
+struct PlayerTexts;
 
 /// Which of WinBoard's two engine lists a line stands in.
 enum class EngineList {
   kFirst,   ///< "/firstChessProgramNames": its options become WhiteOptions
   kSecond,  ///< "/secondChessProgramNames": its options become BlackOptions
 };
+
+/// What an engine without a name is called: "c:\engines\Crafty.EXE" gives "Crafty".
+std::string NameOfProgram(const std::string& program);
+
+/// Creates the player, or adds the options that it does not have to the one who has the name. What
+/// does not fit is cut, the name before it is looked up.
+void AddImported(PlayerTexts texts, PlayerDatabase& database);
 
 /// Adds every engine of the two lists of WinBoard's configuration `text` to the database. True when
 /// both lists were read to their end. Otherwise false, with "Can't understand the line '%s'" (no

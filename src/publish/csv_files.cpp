@@ -37,7 +37,10 @@ class CsvLine {
   CsvLine& Decimal(const std::optional<double>& value, int digits) {
     if (!value) return Empty();
     Begin();
-    text_ += Format("%.*f", digits, *value);
+    const std::string number = Format("%.*f", digits, *value);
+    // A negative number that is rounded to nothing is nothing.
+    const bool is_zero = number.find_first_of("123456789") == std::string::npos;
+    text_ += is_zero && number.starts_with('-') ? number.substr(1) : number;
     return *this;
   }
 

@@ -13,8 +13,9 @@ using Json = nlohmann::ordered_json;
 /// More participants have no table of chances: it would be the largest part of the file.
 constexpr int kMostForChances = 300;
 
+/// Never "-0.0".
 double Rounded(double value, double steps) {
-  return std::round(value * steps) / steps;
+  return std::round(value * steps) / steps + 0.0;
 }
 
 template <typename Value>

@@ -2,9 +2,9 @@
 
 #include <functional>
 
-#include "base/bounded_read.h"
 #include "base/line_reader.h"
 #include "base/log.h"
+#include "base/long_read.h"
 #include "base/read_file.h"
 #include "base/record_file.h"
 #include "base/whole_file.h"
@@ -119,7 +119,7 @@ bool TourneyFile::Load(Tourney& tourney, const std::string& name) {
     Print("Not a tourney file.\n");
     return false;
   }
-  BoundedText read = ReadUpTo(files_, place_.path, kTourneyFileLimit);
+  BoundedText read = ReadLongFile(files_, place_.path, kTourneyFileLimit);
   if (read.is_too_long) {
     PrintText(TooLongMessage(place_.path, kTourneyFileLimit));
     return false;

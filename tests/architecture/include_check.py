@@ -52,7 +52,7 @@ TEST_LIBRARIES = ("gtest/", "gmock/", "benchmark/")
 ONE_HOSTS_FILE = re.compile(r"/(?:posix|windows)/|_(?:posix|windows)\.cpp$")
 
 # Of other libraries, and who alone may know of them.
-OTHER_LIBRARIES = {"nlohmann/json.hpp": "publish/json_file.cpp"}
+OTHER_LIBRARIES = {"nlohmann/json.hpp": ("players/engines_json.cpp", "publish/json_file.cpp")}
 PAST_THE_PLATFORM = {"filesystem", "fstream", "iostream", "csignal", "ctime"}
 
 
@@ -137,8 +137,8 @@ def what_is_wrong_with_other(include):
     if include.target in STANDARD:
         return None
     if include.target in OTHER_LIBRARIES:
-        user = OTHER_LIBRARIES[include.target]
-        return None if include.path == user else f"<{include.target}> is known to {user} only"
+        users = OTHER_LIBRARIES[include.target]
+        return None if include.path in users else f"<{include.target}> is known to {' and '.join(users)} only"
     if host_of(include.path) is None:
         return f"<{include.target}> is not the standard library's; the host is known to {HOSTS} only"
     if include.target.lower() == "windows.h" and include.path.endswith(".h"):

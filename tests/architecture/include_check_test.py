@@ -41,7 +41,8 @@ class IncludeCheck(unittest.TestCase):
     def test_another_library_is_known_to_one_source_only(self):
         self.expect_good({"src/publish/json_file.cpp": "#include <nlohmann/json.hpp>\n"})
         self.expect_bad({"src/publish/page.cpp": "#include <nlohmann/json.hpp>\n"},
-                        "src/publish/page.cpp:1: <nlohmann/json.hpp> is known to publish/json_file.cpp only")
+                        "src/publish/page.cpp:1: <nlohmann/json.hpp> is known to players/engines_json.cpp and "
+                        "publish/json_file.cpp only")
 
     def test_includes_that_go_down_or_stay_in_the_room_are_good(self):
         self.expect_good({

@@ -62,7 +62,7 @@ TEST_F(ProgressOfARun, BeforeTheFirstGameHasEndedNobodyKnowsTheRate) {
   EXPECT_EQ(progress.Line(counts_, clock_.Steady()),
             "10/66 played, 4 playing, 1 without result, round 3/11");
   EXPECT_EQ(progress.LastLine(counts_, clock_.Steady()),
-            "10/66 played, 1 without result, in 5 min");
+            "10/66 played, 1 without result, in 5 min 0 s");
 }
 
 TEST_F(ProgressOfARun, TheRateIsThatOfThisRunsGamesAlone) {
@@ -82,8 +82,9 @@ TEST_F(ProgressOfARun, FastGamesAreCountedByTheMinute) {
   counts_.all = 100000;
   counts_.ended_here = 5000;
   counts_.played = 5000;
-  EXPECT_EQ(progress.Line(counts_, clock_.Steady()),
-            "5000/100000 played, 4 playing, 1 without result, round 3/11, 10000/min, 10 min left");
+  EXPECT_EQ(
+      progress.Line(counts_, clock_.Steady()),
+      "5000/100000 played, 4 playing, 1 without result, round 3/11, 10000/min, 9 min 30 s left");
 }
 
 TEST_F(ProgressOfARun, AtTheSameMomentThereIsNoRate) {
@@ -95,7 +96,9 @@ TEST_F(ProgressOfARun, AtTheSameMomentThereIsNoRate) {
 TEST_F(ProgressOfARun, SpansAreToldInTheirTwoLargestUnits) {
   EXPECT_EQ(SpanText(seconds(0)), "0 s");
   EXPECT_EQ(SpanText(std::chrono::milliseconds(59499)), "59 s");
-  EXPECT_EQ(SpanText(seconds(60)), "1 min");
+  EXPECT_EQ(SpanText(seconds(60)), "1 min 0 s");
+  EXPECT_EQ(SpanText(seconds(599)), "9 min 59 s");
+  EXPECT_EQ(SpanText(seconds(600)), "10 min");
   EXPECT_EQ(SpanText(seconds(59 * 60 + 29)), "59 min");
   EXPECT_EQ(SpanText(seconds(59 * 60 + 30)), "1 h 0 min");
   EXPECT_EQ(SpanText(hours(23) + minutes(59)), "23 h 59 min");
@@ -121,7 +124,7 @@ TEST_F(Display, ElsewhereThanAtATerminalALineComesEachMinuteAndTheLastAtTheEnd) 
   EXPECT_EQ(Looked(0, 3),
             "10/66 played, 4 playing, 1 without result, round 3/11\n"
             "10/66 played, 4 playing, 1 without result, round 3/11\n"
-            "10/66 played, 1 without result, in 3 min\n");
+            "10/66 played, 1 without result, in 3 min 0 s\n");
   EXPECT_EQ(Looked(0, 0), "10/66 played, 1 without result, in 0 s\n");
 }
 

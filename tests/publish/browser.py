@@ -21,7 +21,7 @@ import time
 BROWSERS = ("chromium", "chromium-browser", "google-chrome")
 OPTIONS = ("--headless", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--disable-background-networking",
            "--disable-component-update", "--disable-sync", "--no-first-run", "--remote-debugging-pipe")
-PATIENCE = 120  # seconds
+PATIENCE = 400  # seconds; a machine may have much else to do
 
 
 class BrowserError(Exception):

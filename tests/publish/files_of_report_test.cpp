@@ -52,6 +52,17 @@ TEST(Csv, TextsThatNeedItStandInQuotes) {
       "\n1,1,1,\"a,b\",\"c \"\"d\"\"\",played,1-0,\"White mates, \"\"at last\"\"\",normal,1,\n"));
 }
 
+TEST(Csv, ARatingOfNearlyNothingHasNoSign) {
+  ReportedTourney made({"Ada", "Ben", "Cyd"});
+  for (const int result : {kDraw, kDraw, kDraw}) {
+    made.Play(1, 2, result);
+    made.Play(2, 3, result);
+    made.Play(3, 1, result);
+  }
+  EXPECT_FALSE(Holds(StandingsCsv(made.Made()), ",-0.0,"));
+  EXPECT_FALSE(Holds(ReportJson(made.Made()), ":-0.0,"));
+}
+
 TEST(Json, OfNamesThatAreNoUtf8IsUtf8) {
   ReportedTourney made(
       {"Gr\xF6\xDF"

@@ -28,7 +28,7 @@ constexpr std::array kWithValue = {
     "mg", "sgf", "tc", "inc", "mps", "fd", "fcp", "sd", "scp", "debugfile",
     // of an engine
     "fn", "sn", "firstProtocolVersion", "secondProtocolVersion", "variant", "firstOptions",
-    "secondOptions", "firstTimeOdds", "secondTimeOdds",
+    "secondOptions", "firstInitString", "secondInitString", "firstTimeOdds", "secondTimeOdds",
     // of all engines, and for openings
     "defaultHashSize", "defaultPathEGTB", "smpCores", "adjudicateLossThreshold",
     "adjudicateDrawMoves", "lgf", "lgi", "lpf", "lpi",

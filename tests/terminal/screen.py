@@ -30,7 +30,18 @@ class Screen:
         self.await_last(PROMPT.strip())
 
     def close(self):
+        """Ends the window with all that runs in it, which may still have something to write."""
+        tty = self.tmux("display-message", "-p", "#{pane_tty}", check=False).strip()
         self.tmux("kill-server", check=False)
+        deadline = time.monotonic() + PATIENCE
+        while tty and time.monotonic() < deadline and self.runs_at(tty):
+            time.sleep(0.02)
+
+    @staticmethod
+    def runs_at(tty):
+        told = subprocess.run(["ps", "-t", tty.removeprefix("/dev/"), "-o", "pid="], check=False,
+                              capture_output=True, text=True)
+        return told.stdout.strip() != ""
 
     def tmux(self, *words, check=True):
         command = [shutil.which("tmux"), "-u", "-S", str(self.socket), "-f", "/dev/null", *words]

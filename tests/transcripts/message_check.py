@@ -36,6 +36,11 @@ EXCEPTIONS = {
     "%7d  in other ways\n": "sixteen different ends are too many for a transcript; a unit test has them",
     "Error deleting file:  ": "the superuser, who runs the tests, may delete everything; a unit test says it",
     "The 'emergency.ini' of an earlier time is replaced.\n": "likewise, of a file that cannot be renamed",
+    "--cluster is not known on this system.": "it is known on Linux, where the other answers to it are shown",
+    "job ": "in the claim of a cluster's game; scripts/test_cluster makes some",
+    "Games that were handed to a scheduler: %d,\nthe first is game no. %d. Start the program with '--cluster' to\n"
+    "take them over. Stopping runner.\n": "likewise",
+    "Stopping runner. What was not begun stays to be played.\n": "likewise",
     " /ncp /td 0 ": "a part of a command line, not printed",
     '/lgf="%s" /lgi=%zu ': "likewise",
     '/lpf="%s" /lpi=%zu ': "likewise",
@@ -46,7 +51,8 @@ EXCEPTIONS = {
 }
 
 # Parts of files that are looked at by other means.
-NOT_LOOKED_AT = re.compile("platform/|publish/(?!report_files)")
+# What is told of a cluster's queue and by its jobs is shown by the tests of the game hosts and scripts/test_cluster.
+NOT_LOOKED_AT = re.compile("platform/|publish/(?!report_files)|play/(cluster_|job_player|slurm)")
 
 TOKEN = re.compile(r'//[^\n]*|/\*.*?\*/|\'(?:\\.|[^\'\\\n])*\'|"(?:\\.|[^"\\\n])*"', re.S)
 INCLUDE = re.compile(r"^\s*#.*$", re.M)

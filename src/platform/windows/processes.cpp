@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <array>
-#include <cstdio>
 #include <cstdlib>
 #include <utility>
 
@@ -44,36 +43,6 @@ void AwaitCommand(const Handle& child) {
   if (TerminationRequested()) throw Terminated("asked to end while a command is running");
 }
 
-/// The name of the job whose processes hold the lock of a file, from what the host calls that file;
-/// empty when it is not known.
-std::string JobNameOf(HANDLE file) {
-  BY_HANDLE_FILE_INFORMATION identity{};
-  if (file == nullptr || GetFileInformationByHandle(file, &identity) == 0) return "";
-  std::array<char, 64> name{};
-  std::snprintf(name.data(), name.size(), "Local\\tarvendo-%08lx-%08lx%08lx",
-                static_cast<unsigned long>(identity.dwVolumeSerialNumber),
-                static_cast<unsigned long>(identity.nFileIndexHigh),
-                static_cast<unsigned long>(identity.nFileIndexLow));
-  return name.data();
-}
-
-/// A job of that name, or without one when the name is taken (not every file system tells its files
-/// apart).
-Handle MakeJob(const std::string& name) {
-  if (name.empty()) return Handle(CreateJobObjectA(nullptr, nullptr));
-  Handle job(CreateJobObjectA(nullptr, name.c_str()));
-  if (job.IsOpen() && GetLastError() != ERROR_ALREADY_EXISTS) return job;
-  return Handle(CreateJobObjectA(nullptr, nullptr));
-}
-
-/// The process gets a handle of its own job, for the name is known only as long as somebody has
-/// one: so a later start of this program finds the job.
-void KeepNameOf(const Handle& job, const Handle& process) {
-  HANDLE kept = nullptr;
-  DuplicateHandle(GetCurrentProcess(), job.Get(), process.Get(), &kept, 0, TRUE,
-                  DUPLICATE_SAME_ACCESS);
-}
-
 class WindowsProcesses : public Processes {
  public:
   ShellOutcome RunShell(const std::string& line, const std::string& output) override {
@@ -92,10 +61,9 @@ class WindowsProcesses : public Processes {
     const Handle nothing = OpenToRead("NUL");
     const std::string line = ProcessorCommandLine(CommandProcessor(), QuotedWord(path));
     void* const handed_on = lock == nullptr ? nullptr : reinterpret_cast<void*>(lock->HostHandle());
-    Handle job = MakeJob(JobNameOf(handed_on));
+    Handle job(CreateJobObjectA(nullptr, nullptr));
     Handle child = StartChildAlone(line, {nothing.Get(), nullptr}, handed_on, job.Get());
     if (!child.IsOpen()) return std::nullopt;
-    KeepNameOf(job, child);
     return batches_.Add(std::move(child), std::move(job));
   }
 
@@ -112,15 +80,7 @@ class WindowsProcesses : public Processes {
 
   void EndBatch(BatchId batch) override { batches_.End(batch); }
 
-  void EndHolders(const std::string& lock_path) override {
-    constexpr DWORD kEverybody = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const Handle file(CreateFileA(lock_path.c_str(), FILE_READ_ATTRIBUTES, kEverybody, nullptr,
-                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    const std::string name = JobNameOf(file.Get());
-    if (name.empty()) return;
-    const Handle job(OpenJobObjectA(JOB_OBJECT_TERMINATE, FALSE, name.c_str()));
-    if (job.IsOpen()) TerminateJobObject(job.Get(), 1);
-  }
+  void EndHolders(const std::string& /*lock_path*/) override {}
 
   void SetEndListener(std::function<void()> on_end) override {
     batches_.SetListener(std::move(on_end));

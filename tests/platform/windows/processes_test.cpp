@@ -104,31 +104,6 @@ TEST_F(WindowsProcessesTest, TheGameGoesOnAndKeepsItsLockWhenTheProgramGoes) {
   EXPECT_TRUE(files->Remove(path));
 }
 
-TEST_F(WindowsProcessesTest, ALaterProgramCanEndTheGameOfAnEarlierOne) {
-  const std::string path = directory_.File("g1.run");
-  const auto files = MakeFileSystem();
-  LockAttempt claim = files->Lock(path);
-  LockAttempt other = files->Lock(directory_.File("g2.run"));
-  ASSERT_TRUE(claim.file && other.file);
-  directory_.Put("wait", "");
-  const std::string batch = MakeWaitingBatch(directory_, "wait");
-  ASSERT_TRUE(processes_->StartBatch(batch, claim.file.get()).has_value());
-  ASSERT_TRUE(processes_->StartBatch(batch, other.file.get()).has_value());
-  claim.file.reset();
-  other.file.reset();
-  processes_ = MakeProcesses();
-  EXPECT_TRUE(files->IsLocked(path));
-  processes_->EndHolders(path);
-  while (files->IsLocked(path)) {
-    std::this_thread::yield();
-  }
-  EXPECT_TRUE(files->IsLocked(directory_.File("g2.run"))) << "another game goes on";
-  std::filesystem::remove(directory_.Path() + "/wait");
-  while (files->IsLocked(directory_.File("g2.run"))) {
-    std::this_thread::yield();
-  }
-}
-
 TEST_F(WindowsProcessesTest, ABatchFileOfTheCurrentDirectoryIsRun) {
   const auto before = std::filesystem::current_path();
   std::filesystem::current_path(directory_.Path());
