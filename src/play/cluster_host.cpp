@@ -149,10 +149,10 @@ void ClusterHost::TakeLocal(TimePoint now) {
 std::vector<GameOrder> ClusterHost::TakeSilent(TimePoint now) {
   std::vector<GameOrder> silent = local_.TakeSilent(now);
   for (auto& [number, job] : jobs_) {
-    GameOrder order = job.order;
-    if (TakeSilenceOf(host_.files, job, pace_.silence, now, order.debug_file)) {
-      silent.push_back(order);
-    }
+    const auto debug_file = TakeSilenceOf(host_.files, job, pace_.silence, now);
+    if (!debug_file) continue;
+    silent.push_back(job.order);
+    silent.back().debug_file = *debug_file;
   }
   return silent;
 }

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/clock.h"
@@ -71,9 +72,9 @@ std::string ReasonWithoutRecord(FileSystem& files, const ClusterJob& job);
 /// Notes what Slurm says of a job that has not ended.
 void NoteState(ClusterJob& job, const SlurmJob& told, TimePoint now);
 
-/// Looks at the debug file of a job that runs, when that is due. True once for each silence of
-/// `silence`; `debug_file` gets its name then.
-bool TakeSilenceOf(FileSystem& files, ClusterJob& job, std::chrono::milliseconds silence,
-                   TimePoint now, std::string& debug_file);
+/// Looks at the debug file of a job that runs, when that is due. Its name, once for each silence of
+/// `silence`; otherwise nothing.
+std::optional<std::string> TakeSilenceOf(FileSystem& files, ClusterJob& job,
+                                         std::chrono::milliseconds silence, TimePoint now);
 
 }  // namespace tarvendo

@@ -23,6 +23,7 @@ struct PlayPace {
   std::chrono::milliseconds between_games{5000};
   std::chrono::milliseconds retry{3000};     ///< between two attempts while something is in the way
   std::chrono::milliseconds grouping{1000};  ///< from a result to its save, at the latest
+  int grouping_share = 10;  ///< but so many times as long as the last save and page took
   std::chrono::milliseconds next_save{30000};  ///< from a save that failed to the next attempt
   RefereePace referee = RefereePace::kAtOnce;
   int failures_allowed = 0;  ///< so many in a row stop the runner; 0 is any number
@@ -89,6 +90,7 @@ class PlayLoop {
   Attempt SpoolOne(PlanAttempt& attempt, TimePoint now);
   void PairRound(PlanAttempt& attempt);
   void SettleWhenDue(TimePoint now);
+  TimePoint NextSettle(TimePoint now) const;
   void Settle();
   std::optional<TimePoint> NextPass() const;
 
@@ -119,7 +121,8 @@ class PlayLoop {
   TimePoint start_at_;                ///< no game is started before
   std::optional<TimePoint> look_at_;  ///< when to see again what is in the way
   std::optional<TimePoint> settle_at_;
-  std::optional<TimePoint> switch_at_;  ///< when to look at the set times again
+  std::chrono::milliseconds settled_in_{0};  ///< so long the last save and page took
+  std::optional<TimePoint> switch_at_;       ///< when to look at the set times again
 };
 
 }  // namespace tarvendo
