@@ -16,7 +16,6 @@
 #include <ctime>
 #include <fstream>
 #include <map>
-#include <sstream>
 #include <string>
 
 #include "base/log.h"
@@ -83,7 +82,8 @@ class PassingClock : public Clock {
   }
 
   std::int64_t Milliseconds() {
-    const double passed = SecondsOf(CLOCK_PROCESS_CPUTIME_ID) - begin_ - simulation_processor + skipped_;
+    const double passed =
+        SecondsOf(CLOCK_PROCESS_CPUTIME_ID) - begin_ - simulation_processor + skipped_;
     return 1000000 + static_cast<std::int64_t>(passed * 1000);
   }
   void SkipTo(std::int64_t moment) {
@@ -135,7 +135,9 @@ class SimulatedProcesses : public Processes {
 
   // None of these is for a cluster.
   ShellOutcome RunShell(const std::string&, const std::string&) override { std::abort(); }
-  std::optional<BatchId> StartBatch(const std::string&, const LockedFile*) override { std::abort(); }
+  std::optional<BatchId> StartBatch(const std::string&, const LockedFile*) override {
+    std::abort();
+  }
   std::optional<BatchId> StartSteps(const std::vector<BatchStep>&) override { std::abort(); }
   void EndBatch(BatchId) override { std::abort(); }
   void EndHolders(const std::string&) override { std::abort(); }
@@ -196,7 +198,8 @@ void MakeTourney(Tourney& tourney, FileSystem& files, const Wishes& wishes) {
   for (Game& game : tourney.ChangeGames()) {
     if (to_do-- <= 0) break;
     game.status = kReady;
-    game.result = std::array{kWhiteWins, kBlackWins, kDraw}[static_cast<std::size_t>(game.number % 3)];
+    game.result =
+        std::array{kWhiteWins, kBlackWins, kDraw}[static_cast<std::size_t>(game.number % 3)];
   }
 }
 

@@ -90,11 +90,8 @@ class SimulatedSlurm {
 
   // For a Slurm that is kept in a file between two calls.
   const std::deque<Job>& Jobs() const { return jobs_; }
-  void Restore(Job job) {
-    last_number_ = std::max(last_number_, job.number);
-    Occupy(job.end);
-    jobs_.push_back(std::move(job));
-  }
+  void GoOnBehind(int number) { last_number_ = number; }
+  void Restore(const Job& job) { jobs_.push_back(job); }
 
   int Submissions() const { return last_number_; }
   int Failures() const { return failures_; }
@@ -119,7 +116,8 @@ class SimulatedSlurm {
   void Take(Job& job, std::int64_t now) {
     job.number = ++last_number_;
     // Half as long as the mean to half as long again, in no order.
-    const auto share = static_cast<std::int64_t>(static_cast<unsigned>(job.number) * 2654435761U >> 22U);
+    const auto share =
+        static_cast<std::int64_t>(static_cast<unsigned>(job.number) * 2654435761U >> 22U);
     job.begin = std::max(now, free_at_.top());
     job.end = job.begin + mean_game_ / 2 + mean_game_ * share / 1024;
     Occupy(job.end);
@@ -191,7 +189,8 @@ inline bool PlaySimulatedGame(const SimulatedSlurm::Job& job) {
   std::ofstream record(played + "/record");
   record << "[Event \"Computer chess game\"]\n[Site \"a node\"]\n[Round \"-\"]\n[White \"w\"]\n"
          << "[Black \"b\"]\n[Result \"" << result << "\"]\n\n"
-         << std::string(1500, 'm') << "\n" << result << "\n\n";
+         << std::string(1500, 'm') << "\n"
+         << result << "\n\n";
   record.close();
   std::error_code error;
   std::filesystem::rename(played + "/record", HostPath(order->pgn_file), error);

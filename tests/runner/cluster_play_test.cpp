@@ -7,6 +7,7 @@
 #include "play/claim.h"
 #include "play/cluster_host.h"
 #include "play/job_player.h"
+#include "runner/adoption.h"
 #include "runner/play_fixture.h"
 
 namespace tarvendo {
@@ -83,6 +84,46 @@ TEST_F(PlayOnCluster, GamesAreQueuedAtOnceAndTheirResultsCollected) {
   EXPECT_FALSE(machine.files.Has("/t/g1.run"));
   EXPECT_FALSE(machine.files.Exists("/t/g1.place"));
   EXPECT_FALSE(machine.files.Has("/t/g1.PGN"));
+}
+
+TEST_F(PlayOnCluster, AKillBeforeTheFirstSaveLosesNoGameThatSlurmHasForgottenMeanwhile) {
+  LetPass(seconds(5));
+  PutPgn(1, "1-0");
+  PutPgn(2, "0-1");
+  slurm_.jobs.clear();
+  for (const int number : {1, 2}) {
+    Game& game = GameNumber(number);
+    game.status = kNothingDone;
+    game.bat_file.clear();
+    game.pgn_file.clear();
+  }
+  tourney.ChangeSettings()->auto_run = 1;
+  BeginAnew();
+  LetPass(seconds(10));
+  EXPECT_EQ(GameNumber(1).result, kWhiteWins) << printed_;
+  EXPECT_EQ(GameNumber(2).result, kBlackWins);
+  EXPECT_EQ(slurm_.submissions, 2);
+}
+
+TEST_F(PlayOnCluster, AGameThatALoadedFileDoesNotKnowToBeUnderWayIsAwaitedAllTheSame) {
+  ASSERT_TRUE(file.Save(tourney, "/t/t.ini"));
+  for (const int number : {1, 2})
+    GameNumber(number).status = kNothingDone;
+  ASSERT_TRUE(file.Save(tourney, "/t/before.ini"));
+  tourney.ChangeSettings()->files_path = "/elsewhere\\";
+  ASSERT_TRUE(file.Save(tourney, "/t/elsewhere.ini"));
+  ASSERT_TRUE(file.Load(tourney, "/t/t.ini"));
+  LetPass(seconds(5));
+  ASSERT_TRUE(file.Load(tourney, "/t/elsewhere.ini"));
+  SpoolRunningAgain(tourney, machine.files, running);
+  EXPECT_EQ(GameNumber(1).status, kNothingDone) << "it is another tourney's";
+  ASSERT_TRUE(file.Load(tourney, "/t/before.ini"));
+  SpoolRunningAgain(tourney, machine.files, running);
+  PutPgn(1, "1-0");
+  slurm_.Set(1, "COMPLETED");
+  LetPass(seconds(5));
+  EXPECT_EQ(GameNumber(1).result, kWhiteWins);
+  EXPECT_FALSE(machine.files.Has("/t/g1.left.PGN"));
 }
 
 TEST_F(PlayOnCluster, ACancelledGameIsUnknownAndTheMessageSaysWhatSlurmSays) {

@@ -67,10 +67,12 @@ class GameIndexTest : public TourneyTest {
 
 TEST_F(GameIndexTest, FindsWhatALookThroughTheListFindsWhateverChanges) {
   for (int step = 0; step < 3000 && !HasFailure(); ++step) {
-    const auto place = static_cast<std::size_t>(Some(0, static_cast<int>(tourney.Games().size()) - 1));
+    const auto place =
+        static_cast<std::size_t>(Some(0, static_cast<int>(tourney.Games().size()) - 1));
     {
       const auto change = tourney.Change(tourney.Games()[place]);
-      change->status = std::vector{kNothingDone, kSpooled, kReady}[static_cast<std::size_t>(Some(0, 2))];
+      change->status =
+          std::vector{kNothingDone, kSpooled, kReady}[static_cast<std::size_t>(Some(0, 2))];
       change->spool_index = Some(-3, 20);
       if (Some(1, 5) == 1) change->round = Some(-2, 9);
     }
