@@ -79,5 +79,3 @@ BENCHMARK(RespoolAllGames)
 
 }  // namespace
 }  // namespace tarvendo
-
-BENCHMARK_MAIN();

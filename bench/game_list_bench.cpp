@@ -40,7 +40,7 @@ int Participants(benchmark::State& state) {
   return std::max(10, static_cast<int>(state.range(0)) / 100);
 }
 
-void Fill(ReportTourney& report, benchmark::State& state) {
+void AddPlayedRounds(ReportTourney& report, benchmark::State& state) {
   report.PlayRounds(static_cast<int>(state.range(0)) * 2 / Participants(state));
   state.counters["games"] = static_cast<double>(report.tourney.Games().size());
   state.SetComplexityN(state.range(0));
@@ -51,7 +51,7 @@ void RemoveAllGames(benchmark::State& state) {
   for (auto _ : state) {
     state.PauseTiming();
     ReportTourney report(Participants(state), kSwiss);
-    Fill(report, state);
+    AddPlayedRounds(report, state);
     state.ResumeTiming();
     benchmark::DoNotOptimize(RemoveGames(report.tourney, report.host.files, {.all = true}));
   }
@@ -63,7 +63,7 @@ void RemoveSomeGames(benchmark::State& state) {
   for (auto _ : state) {
     state.PauseTiming();
     ReportTourney report(Participants(state), kSwiss);
-    Fill(report, state);
+    AddPlayedRounds(report, state);
     state.ResumeTiming();
     benchmark::DoNotOptimize(
         RemoveGames(report.tourney, report.host.files, {.result = kWhiteWins}));
@@ -75,7 +75,7 @@ void RemoveOneParticipant(benchmark::State& state) {
   for (auto _ : state) {
     state.PauseTiming();
     ReportTourney report(Participants(state), kSwiss);
-    Fill(report, state);
+    AddPlayedRounds(report, state);
     state.ResumeTiming();
     benchmark::DoNotOptimize(RemoveParticipant(report.tourney, report.host.files, 1));
   }
@@ -87,7 +87,7 @@ void ListAllGames(benchmark::State& state) {
   ReportTourney report(Participants(state), kSwiss);
   for (Player& player : report.tourney.ChangeParticipants())
     player.texts.name.resize(1);
-  Fill(report, state);
+  AddPlayedRounds(report, state);
   for (auto _ : state)
     ListGames(report.tourney, {});
 }
@@ -119,5 +119,3 @@ GAME_LIST_BENCHMARK(CreateAllGames);
 
 }  // namespace
 }  // namespace tarvendo
-
-BENCHMARK_MAIN();

@@ -44,5 +44,3 @@ BENCHMARK(GetName)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kM
 
 }  // namespace
 }  // namespace tarvendo
-
-BENCHMARK_MAIN();

@@ -49,5 +49,3 @@ BENCHMARK(ReadAndAddAllPlayers)
 
 }  // namespace
 }  // namespace tarvendo
-
-BENCHMARK_MAIN();

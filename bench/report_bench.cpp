@@ -133,5 +133,3 @@ BENCHMARK(RatingsOfAThousand)->Arg(5500)->Arg(100000)->Unit(benchmark::kMillisec
 
 }  // namespace
 }  // namespace tarvendo
-
-BENCHMARK_MAIN();

@@ -33,5 +33,3 @@ BENCHMARK_CAPTURE(Standings, RoundRobin, kRoundRobin)
 
 }  // namespace
 }  // namespace tarvendo
-
-BENCHMARK_MAIN();

@@ -42,5 +42,3 @@ BENCHMARK(SwissRoundThatCannotBePaired)->Arg(20)->Arg(200)->Arg(500)->Unit(bench
 
 }  // namespace
 }  // namespace tarvendo
-
-BENCHMARK_MAIN();

@@ -40,5 +40,3 @@ BENCHMARK(SwissRound)
 
 }  // namespace
 }  // namespace tarvendo
-
-BENCHMARK_MAIN();

@@ -76,5 +76,3 @@ BENCHMARK(SwissTourneysOfAllRounds)->Arg(33)->Unit(benchmark::kMillisecond)->Ite
 
 }  // namespace
 }  // namespace tarvendo
-
-BENCHMARK_MAIN();

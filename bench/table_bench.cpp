@@ -61,5 +61,3 @@ BENCHMARK_CAPTURE(SwissTable, Html, true)->Arg(1000)->Unit(benchmark::kMilliseco
 
 }  // namespace
 }  // namespace tarvendo
-
-BENCHMARK_MAIN();

@@ -12,7 +12,7 @@ namespace {
 
 /// 1,000 participants and as many games as asked for, in two games a pair of files waiting to be
 /// run.
-void Fill(ReportTourney& report, benchmark::State& state) {
+void AddSpooledGames(ReportTourney& report, benchmark::State& state) {
   report.PlayRounds(static_cast<int>(state.range(0)) / 500);
   for (Game& game : report.tourney.ChangeGames()) {
     game.white_player = report.tourney.FindParticipant(game.white)->texts.name;
@@ -23,20 +23,20 @@ void Fill(ReportTourney& report, benchmark::State& state) {
   state.SetComplexityN(state.range(0));
 }
 
-void Save(benchmark::State& state) {
+void SaveTourney(benchmark::State& state) {
   ScratchDirectory scratch;
   ReportTourney report(1000, kSwiss);
-  Fill(report, state);
+  AddSpooledGames(report, state);
   for (auto _ : state) {
     if (!report.file.Save(report.tourney, scratch.File("tourney.ini")))
       state.SkipWithError("not saved");
   }
 }
 
-void Load(benchmark::State& state) {
+void LoadTourney(benchmark::State& state) {
   ScratchDirectory scratch;
   ReportTourney report(1000, kSwiss);
-  Fill(report, state);
+  AddSpooledGames(report, state);
   if (!report.file.Save(report.tourney, scratch.File("tourney.ini")))
     state.SkipWithError("not saved");
   for (auto _ : state) {
@@ -46,10 +46,10 @@ void Load(benchmark::State& state) {
 }
 
 /// A save without a name, as AutoSave makes it: the old file is looked at first.
-void AutoSave(benchmark::State& state) {
+void AutoSaveTourney(benchmark::State& state) {
   ScratchDirectory scratch;
   ReportTourney report(1000, kSwiss);
-  Fill(report, state);
+  AddSpooledGames(report, state);
   if (!report.file.Save(report.tourney, scratch.File("tourney.ini")))
     state.SkipWithError("not saved");
   for (auto _ : state) {
@@ -57,11 +57,9 @@ void AutoSave(benchmark::State& state) {
   }
 }
 
-BENCHMARK(Save)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(Load)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
-BENCHMARK(AutoSave)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(SaveTourney)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadTourney)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(AutoSaveTourney)->RangeMultiplier(10)->Range(1000, 100000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace tarvendo
-
-BENCHMARK_MAIN();

@@ -7,10 +7,20 @@ option(TARVENDO_UNITY "Compile the sources of a room several at a time" OFF)
 set(CMAKE_UNITY_BUILD ${TARVENDO_UNITY})
 set(CMAKE_UNITY_BUILD_BATCH_SIZE 8)
 
-# separate_sources(TARGET): compiles each source by itself all the same. For those that know Windows: its headers
-# define names that are meant for nobody else.
-function(separate_sources target)
-  set_target_properties(${target} PROPERTIES UNITY_BUILD OFF)
+# keep_windows_apart(TARGET): compiles the sources that know Windows among themselves and all others among themselves,
+# for its headers define names that are meant for nobody else. Of those the files' own class has one too
+# (RemoveDirectory), so who includes it stays alone.
+function(keep_windows_apart target)
+  get_target_property(sources ${target} SOURCES)
+  foreach(source ${sources})
+    file(STRINGS ${source} names_files REGEX "^#include \"platform/files\\.h\"" LIMIT_COUNT 1)
+    if(NOT source MATCHES "/windows/|_windows\\.cpp$")
+      set_source_files_properties(${source} PROPERTIES UNITY_GROUP others)
+    elseif(NOT names_files)
+      set_source_files_properties(${source} PROPERTIES UNITY_GROUP windows)
+    endif()
+  endforeach()
+  set_target_properties(${target} PROPERTIES UNITY_BUILD_MODE GROUP)
 endfunction()
 
 # A precompiled header has to be the same for ccache each time that it is made. (Its user's sloppiness has to hold

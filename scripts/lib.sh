@@ -54,14 +54,16 @@ begin_steps() {
 # Sets `now` to the time and `used` to the processors' seconds of all commands that have ended here.
 read_clocks() {
   now=$(date +%s)
-  times >"$steps.times"
-  used=$(tr 'ms' '  ' <"$steps.times" | awk '{ sum += $1 * 60 + $2 + $3 * 60 + $4 } END { printf "%.1f", sum }')
-  rm -f "$steps.times"
+  clocks=$steps.$$.$lane
+  times >"$clocks"
+  used=$(tr 'ms' '  ' <"$clocks" | awk '{ sum += $1 * 60 + $2 + $3 * 60 + $4 } END { printf "%.1f", sum }')
+  rm -f "$clocks"
 }
 
-# step NAME: says what is done next, and ends the step before.
+# step NAME: says what is done next, and ends the step before. Goes no further when a lane has failed.
 step() {
   end_step
+  look_at_lanes
   say "$1"
   [ -n "$steps" ] || return 0
   read_clocks
@@ -78,8 +80,8 @@ end_step() {
   step_name=
 }
 
-# print_steps: the table of all steps. The processors' seconds of what runs beside a step count where it ends, and
-# those of what a test leaves to itself (Wine's server) nowhere.
+# print_steps: the table of all steps, in the order of their ends. What a test leaves to itself (Wine's server) counts
+# nowhere.
 print_steps() {
   end_step
   read_clocks
@@ -87,15 +89,53 @@ print_steps() {
   awk -F '|' '{ printf "%6d %8.1f  %s\n", $2, $4 - $3, $1 }' "$steps"
 }
 
+# --- Lanes ----------------------------------------------------------------------------------------
+
+# Tests mostly wait, so the machine builds meanwhile: a lane runs beside what follows it.
+lanes=
+lane=
+
+# begin_lane NAME COMMAND...: runs the command in a lane, its output in build-NAME-lane.log. Its steps stand in the table.
+begin_lane() {
+  end_step
+  lanes="$lanes $1"
+  rm -f "build-$1-lane.failed"
+  (
+    lane=$1
+    shift
+    trap '[ $? -eq 0 ] || touch "build-$lane-lane.failed"' EXIT
+    "$@"
+    end_step
+  ) >"build-$1-lane.log" 2>&1 &
+  # What a lane has started is not left behind.
+  trap wait EXIT
+}
+
+# look_at_lanes: fails with what a lane has printed, if one has failed.
+look_at_lanes() {
+  for name in $lanes; do
+    [ ! -e "build-$name-lane.failed" ] || { cat "build-$name-lane.log"; fail "$name: failed"; }
+  done
+}
+
+# end_lanes: waits for all lanes, and prints what they printed.
+end_lanes() {
+  wait
+  look_at_lanes
+  for name in $lanes; do cat "build-$name-lane.log"; done
+  lanes=
+}
+
 # --- Builds and tests -----------------------------------------------------------------------------
 
-# make_preset PRESET [TARGET...]: configures and builds one preset, in build-PRESET, or only the targets.
+# make_preset PRESET [TARGET...]: configures and builds one preset, in build-PRESET, or only the targets. Tests that run
+# meanwhile come first.
 make_preset() {
   preset=$1
   shift
   cmake --preset "$preset" >"build-$preset.log" 2>&1 ||
     { cat "build-$preset.log"; fail "$preset does not configure"; }
-  cmake --build --preset "$preset" ${1:+--target "$@"} -- -j "$(nproc)" >>"build-$preset.log" 2>&1 ||
+  nice cmake --build --preset "$preset" ${1:+--target "$@"} -- -j "$(nproc)" >>"build-$preset.log" 2>&1 ||
     { tail -n 60 "build-$preset.log"; fail "$preset does not build"; }
 }
 

@@ -79,7 +79,7 @@ foreach(room ${rooms})
   add_room_tests(${room})
 endforeach()
 if(WIN32)
-  separate_sources(platform_tests)
+  keep_windows_apart(platform_tests)
 endif()
 
 # Hands random chains and the program's answers to a second search, which is a script.

@@ -11,8 +11,6 @@ namespace tarvendo {
 /// the command; a word that is not there reads as an empty text, never as an error.
 class CommandArgs {
  public:
-  virtual ~CommandArgs() = default;
-
   /// Takes the line (trailing white space cut) and splits it. Words end at any white space, but the
   /// next one is looked for behind a blank: what only a tab separates from a word is lost.
   void Fill(const std::string& line);

@@ -40,7 +40,4 @@ struct WaitingCommandContext {
   SharedTourney& shared;
 };
 
-/// "I just don't know what you mean by '%s'.\n"
-void PrintUnknownWord(const std::string& word);
-
 }  // namespace tarvendo

@@ -35,10 +35,6 @@ void RunAndSave(const Command& command, CommandContext& context) {
 
 }  // namespace
 
-void PrintUnknownWord(const std::string& word) {
-  PrintText("I just don't know what you mean by '" + word + "'.\n");
-}
-
 void CommandInterpreter::RunCommandLoop(LineInput& input, bool with_banner) {
   CommandArgs args;
   if (with_banner) PrintText(Banner());
@@ -57,9 +53,9 @@ void CommandInterpreter::RunCommandLoop(LineInput& input, bool with_banner) {
 }
 
 bool CommandInterpreter::RunLine(const std::string& line, CommandArgs& args, LineInput& input) {
-  if (IsQuit(line)) return false;
-  args.Fill(line);
   const Command* command = FindCommand(line);
+  if (command != nullptr && command->Quits()) return false;
+  args.Fill(line);
   if (command == nullptr) {
     // The runner goes on while another program works, or waits for the user.
     if (TheLog != nullptr) TheLog->RunShellCommand(line);

@@ -28,7 +28,6 @@ struct CommandTools {
 class CommandInterpreter {
  public:
   explicit CommandInterpreter(CommandTools tools) : tools_(std::move(tools)) {}
-  virtual ~CommandInterpreter() = default;
 
   /// One loop pass: reads and runs lines until the input ends (nothing is saved then) or a word
   /// begins with "q" (the tourney is saved when AutoSave is on). A last line without line feed is

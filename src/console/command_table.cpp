@@ -70,9 +70,4 @@ const Command* FindCommand(const std::string& line) {
   return nullptr;
 }
 
-bool IsQuit(const std::string& line) {
-  const Command* command = FindCommand(line);
-  return command != nullptr && command->run == nullptr && command->run_waiting == nullptr;
-}
-
 }  // namespace tarvendo

@@ -24,6 +24,9 @@ struct Command {
   CommandWords expects = {};
 
   bool is_for_reading = false;  ///< prints a long text, which a user reads a page at a time
+
+  /// Whether it ends the loop pass: the quit word.
+  bool Quits() const { return run == nullptr && run_waiting == nullptr; }
 };
 
 /// The whole table, in its order.
@@ -32,9 +35,5 @@ std::span<const Command> Commands();
 /// The first entry whose prefix the line begins with; null for a line that is no command of the
 /// program. The order of the table settles every overlap ("geta" is tried before "get").
 const Command* FindCommand(const std::string& line);
-
-/// Whether the line leaves the loop pass: a word that begins with "q", unless an earlier entry
-/// takes it.
-bool IsQuit(const std::string& line);
 
 }  // namespace tarvendo

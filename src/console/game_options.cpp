@@ -12,20 +12,6 @@
 namespace tarvendo {
 namespace {
 
-const std::vector<OptionForm>& SelectionOptions() {
-  constexpr Operand kNone = Operand::kNothing;
-  static const std::vector<OptionForm> kForms = {
-      {"-all", false},
-      {"-pla", true, false, "-player"},
-      {"-whi", true, false, "-white"},
-      {"-bla", true, false, "-black"},
-      {"-ro", true, false, "-round"},
-      {"-sub", true, false, "-subround"},
-      {"-sta", true, false, "-status", kNone, "not,spooled,ready"},
-      {"-res", true, false, "-result", kNone, "white,black,draw,unknown"}};
-  return kForms;
-}
-
 struct Meaning {
   const char* prefix;
   int value;
@@ -51,32 +37,74 @@ int MeaningOf(const std::array<Meaning, N>& meanings, const std::string& word) {
   return 0;
 }
 
+int StatusOf(const std::string& word) {
+  return MeaningOf(kStatusMeanings, word);
+}
+
+int ResultOf(const std::string& word) {
+  return MeaningOf(kResultMeanings, word);
+}
+
+int NumberIn(const std::string& word) {
+  return ToInt(word);
+}
+
+/// An option that narrows the selection: what its value is put into, and how that is read.
+struct Criterion {
+  OptionForm form;
+  int GameFilter::*field;
+  int (*read)(const std::string& value);
+};
+
+constexpr Operand kNoOperand = Operand::kNothing;
+constexpr OptionForm kWhole{"-all", false};
+
+constexpr std::array<Criterion, 7> kCriteria = {{
+    {{"-pla", true, false, "-player"}, &GameFilter::player, NumberIn},
+    {{"-whi", true, false, "-white"}, &GameFilter::white, NumberIn},
+    {{"-bla", true, false, "-black"}, &GameFilter::black, NumberIn},
+    {{"-ro", true, false, "-round"}, &GameFilter::round, NumberIn},
+    {{"-sub", true, false, "-subround"}, &GameFilter::sub_round, NumberIn},
+    {{"-sta", true, false, "-status", kNoOperand, "not,spooled,ready"},
+     &GameFilter::status,
+     StatusOf},
+    {{"-res", true, false, "-result", kNoOperand, "white,black,draw,unknown"},
+     &GameFilter::result,
+     ResultOf},
+}};
+
+const std::vector<OptionForm>& SelectionOptions() {
+  static const std::vector<OptionForm> kForms = [] {
+    std::vector<OptionForm> forms = {kWhole};
+    for (const Criterion& criterion : kCriteria)
+      forms.push_back(criterion.form);
+    return forms;
+  }();
+  return kForms;
+}
+
+/// The criterion of an option; null for "-all", which has none.
+const Criterion* CriterionOf(const GivenOption& option) {
+  const auto is_it = [&](const Criterion& criterion) { return option.Is(criterion.form); };
+  const auto found = std::find_if(kCriteria.begin(), kCriteria.end(), is_it);
+  return found == kCriteria.end() ? nullptr : &*found;
+}
+
 /// Puts the option's value into the filter; 0, which would match everything, is no usable value.
 bool Apply(const GivenOption& option, GameFilter& filter) {
-  const std::string_view prefix = option.form->prefix;
-  if (prefix == "-all") return filter.all = true;
-  int& criterion = prefix == "-pla"   ? filter.player
-                   : prefix == "-whi" ? filter.white
-                   : prefix == "-bla" ? filter.black
-                   : prefix == "-ro"  ? filter.round
-                   : prefix == "-sub" ? filter.sub_round
-                   : prefix == "-sta" ? filter.status
-                                      : filter.result;
-  if (prefix == "-sta") {
-    criterion = MeaningOf(kStatusMeanings, option.value);
-  } else if (prefix == "-res") {
-    criterion = MeaningOf(kResultMeanings, option.value);
-  } else {
-    criterion = ToInt(option.value);
-  }
-  return criterion != 0;
+  const Criterion* criterion = CriterionOf(option);
+  if (criterion == nullptr) return filter.all = true;
+  return (filter.*criterion->field = criterion->read(option.value)) != 0;
 }
 
 /// "both": the selection by colour (the later one, when both are there) becomes one by player.
 void WidenToBothColours(const GivenOptions& given, GameFilter& filter) {
   for (const GivenOption& option : given.options) {
-    const std::string_view prefix = option.form->prefix;
-    if (prefix == "-whi" || prefix == "-bla") filter.player = ToInt(option.value);
+    const Criterion* criterion = CriterionOf(option);
+    if (criterion == nullptr) continue;
+    if (criterion->field == &GameFilter::white || criterion->field == &GameFilter::black) {
+      filter.player = ToInt(option.value);
+    }
   }
   filter.white = 0;
   filter.black = 0;

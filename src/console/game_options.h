@@ -11,16 +11,19 @@ class CommandArgs;
 /// What the words behind RemoveGames or ShowGames select.
 struct GameSelection {
   GameFilter filter;
-  bool selects_something =
-      false;  ///< a number, "-all" or an option with a usable value stands there
-  bool has_unusable_option = false;  ///< an option without value, or with one that says nothing
+  /// A number, "-all" or an option with a usable value stands there.
+  bool selects_something = false;
+  /// An option stands there without a value, or with one that says nothing.
+  bool has_unusable_option = false;
 };
 
-/// Reads a game number as the first word and the options "-all", "-pla N", "-whi N", "-bla N", "-ro
-/// N",
-/// "-sub N", "-sta WORD", "-res WORD", and "both", which makes a player selection of a colour's.
-/// They narrow the selection together. Nothing, with a message, when a word that begins with "-" is
-/// none of them.
+/// Reads a game number, when it is the first word, and the options, which narrow the selection
+/// together:
+///
+///     -all  -pla N  -whi N  -bla N  -ro N  -sub N  -sta WORD  -res WORD
+///
+/// With the word "both", a player who was asked for by his colour (-whi, -bla) may have either.
+/// Nothing, with a message, when a word begins with "-" and is none of these options.
 std::optional<GameSelection> ReadGameSelection(const CommandArgs& args);
 
 }  // namespace tarvendo

@@ -3,7 +3,7 @@
 #include "base/log.h"
 #include "base/text.h"
 #include "console/command_args.h"
-#include "console/command_context.h"
+#include "console/unknown_word.h"
 
 namespace tarvendo {
 namespace {
@@ -16,7 +16,7 @@ bool IsWordOf(const OptionForm& form, const std::string& word) {
   return form.whole_word ? EqualsNoCase(word, form.prefix) : BeginsWithNoCase(word, form.prefix);
 }
 
-const OptionForm* FindForm(const std::vector<OptionForm>& forms, const std::string& word) {
+const OptionForm* FindForm(std::span<const OptionForm> forms, const std::string& word) {
   for (const OptionForm& form : forms) {
     if (IsWordOf(form, word)) return &form;
   }
@@ -36,21 +36,21 @@ std::string TextUpToNextOption(const CommandArgs& args, int first) {
 
 }  // namespace
 
-const GivenOption* GivenOptions::Find(std::string_view prefix) const {
+const GivenOption* GivenOptions::Find(const OptionForm& form) const {
   const GivenOption* found = nullptr;
   for (const GivenOption& option : options) {
-    if (option.form->prefix == prefix) found = &option;
+    if (option.Is(form)) found = &option;
   }
   return found;
 }
 
-int GivenOptions::Number(std::string_view prefix) const {
-  const GivenOption* option = Find(prefix);
+int GivenOptions::Number(const OptionForm& form) const {
+  const GivenOption* option = Find(form);
   return option != nullptr ? ToInt(option->value) : 0;
 }
 
 std::optional<GivenOptions> ReadOptions(const CommandArgs& args,
-                                        const std::vector<OptionForm>& forms) {
+                                        std::span<const OptionForm> forms) {
   GivenOptions given;
   for (int i = 1; i < args.Count(); ++i) {
     const std::string word = args.Word(i);
@@ -70,7 +70,7 @@ std::optional<GivenOptions> ReadOptions(const CommandArgs& args,
   return given;
 }
 
-std::vector<WordForm> WordsOf(const std::vector<OptionForm>& forms) {
+std::vector<WordForm> WordsOf(std::span<const OptionForm> forms) {
   std::vector<WordForm> words;
   for (const OptionForm& form : forms) {
     words.push_back(

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,8 @@ struct OptionForm {
 
 /// An option that stands on the line.
 struct GivenOption {
+  bool Is(const OptionForm& other) const { return form->prefix == other.prefix; }
+
   const OptionForm* form;
   std::string value;  ///< the word behind it, unless that begins with "-"; empty when there is none
   std::string rest;   ///< everything behind it up to the next word that begins with "-"
@@ -33,21 +36,21 @@ struct GivenOptions {
   std::vector<GivenOption> options;  ///< in the order of the line
   std::vector<std::string> others;   ///< the words that are neither options nor their values
 
-  bool Has(std::string_view prefix) const { return Find(prefix) != nullptr; }
+  bool Has(const OptionForm& form) const { return Find(form) != nullptr; }
 
   /// The last option of that form; null when it is not given.
-  const GivenOption* Find(std::string_view prefix) const;
+  const GivenOption* Find(const OptionForm& form) const;
 
   /// The value of the last option of that form as a decimal number; 0 when there is none.
-  int Number(std::string_view prefix) const;
+  int Number(const OptionForm& form) const;
 };
 
 /// Sorts the words behind the command. Nothing, with "I just don't know what you mean by '%s'.\n"
 /// for the first such word, when one begins with "-" and is no option of the command.
-std::optional<GivenOptions> ReadOptions(const CommandArgs& args,
-                                        const std::vector<OptionForm>& forms);
+/// The forms live as long as what is returned.
+std::optional<GivenOptions> ReadOptions(const CommandArgs& args, std::span<const OptionForm> forms);
 
 /// The options as words that can be offered.
-std::vector<WordForm> WordsOf(const std::vector<OptionForm>& forms);
+std::vector<WordForm> WordsOf(std::span<const OptionForm> forms);
 
 }  // namespace tarvendo

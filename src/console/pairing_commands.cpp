@@ -1,9 +1,12 @@
+#include <array>
+
 #include "base/log.h"
 #include "base/text.h"
 #include "console/command_args.h"
 #include "console/command_context.h"
 #include "console/handlers.h"
 #include "console/options.h"
+#include "console/unknown_word.h"
 #include "pairing/bracket_list.h"
 #include "pairing/swiss_driver.h"
 #include "tourney/standings.h"
@@ -12,40 +15,34 @@
 namespace tarvendo {
 namespace {
 
-const std::vector<OptionForm>& PairOptions() {
-  static const std::vector<OptionForm> kForms = {{"-ti", true, false, "-time"},
-                                                 {"-si", true, false, "-size"},
-                                                 {"-do", false, false, "-down"},
-                                                 {"-up", false}};
-  return kForms;
-}
+constexpr OptionForm kTime{"-ti", true, false, "-time"};
+constexpr OptionForm kSize{"-si", true, false, "-size"};
+constexpr OptionForm kDown{"-do", false, false, "-down"};
+constexpr OptionForm kUp{"-up", false};
 
-const std::vector<OptionForm>& BracketOptions() {
-  static const std::vector<OptionForm> kForms = {
-      {"-si", true, false, "-size"}, {"-do", false, false, "-down"}, {"-up", false}};
-  return kForms;
-}
+constexpr std::array kPairOptions = {kTime, kSize, kDown, kUp};
+constexpr std::array kBracketOptions = {kSize, kDown, kUp};
 
 /// Any option turns the automatic mode off; without a direction both are tried, down first.
 PairingRequest RequestOf(const GivenOptions& given) {
   PairingRequest request;
   request.automatic = given.options.empty();
-  request.time_limit = given.Number("-ti");
-  request.size.half_points = given.Number("-si");
-  const bool has_direction = given.Has("-do") || given.Has("-up");
-  request.down = !request.automatic && (given.Has("-do") || !has_direction);
-  request.up = !request.automatic && (given.Has("-up") || !has_direction);
+  request.time_limit = given.Number(kTime);
+  request.size.half_points = given.Number(kSize);
+  const bool has_direction = given.Has(kDown) || given.Has(kUp);
+  request.down = !request.automatic && (given.Has(kDown) || !has_direction);
+  request.up = !request.automatic && (given.Has(kUp) || !has_direction);
   return request;
 }
 
 }  // namespace
 
 std::vector<WordForm> PairWords() {
-  return WordsOf(PairOptions());
+  return WordsOf(kPairOptions);
 }
 
 std::vector<WordForm> BracketWords() {
-  return WordsOf(BracketOptions());
+  return WordsOf(kBracketOptions);
 }
 
 void DoPair(CommandContext& context) {
@@ -56,7 +53,7 @@ void DoPair(CommandContext& context) {
   if (tourney.Participants().size() % 2 != 0) {
     return Print("In swiss tourneys total number of players must be even.\n");
   }
-  const auto given = ReadOptions(context.args, PairOptions());
+  const auto given = ReadOptions(context.args, kPairOptions);
   if (!given) return;
   const std::string first = context.args.Word(1);
   if (IsAllDigits(first)) {
@@ -69,11 +66,11 @@ void DoPair(CommandContext& context) {
 }
 
 void DoCreateBrackets(CommandContext& context) {
-  const auto given = ReadOptions(context.args, BracketOptions());
+  const auto given = ReadOptions(context.args, kBracketOptions);
   if (!given) return;
   CalculateStandings(context.tourney);
-  const BracketMode mode = given->Has("-up") ? BracketMode::kPairUp : BracketMode::kPairDown;
-  const BracketWidth width = WidthOf(BracketSize{given->Number("-si")});
+  const BracketMode mode = given->Has(kUp) ? BracketMode::kPairUp : BracketMode::kPairDown;
+  const BracketWidth width = WidthOf(BracketSize{given->Number(kSize)});
   if (!CreateBrackets(context.tourney, context.brackets, width, mode)) {
     return Print("Can't create brackets. Maybe there are still games to be played?\n");
   }

@@ -7,6 +7,7 @@
 #include "console/command_context.h"
 #include "console/handlers.h"
 #include "console/name_list.h"
+#include "console/unknown_word.h"
 #include "console/word_form.h"
 #include "tourney/runner_switch_commands.h"
 #include "tourney/tourney.h"

@@ -1,8 +1,11 @@
+#include <array>
+
 #include "base/text.h"
 #include "console/command_args.h"
 #include "console/command_context.h"
 #include "console/handlers.h"
 #include "console/options.h"
+#include "console/unknown_word.h"
 #include "runner/collect.h"
 #include "runner/spool.h"
 #include "tourney/participants.h"
@@ -10,13 +13,11 @@
 namespace tarvendo {
 namespace {
 
-const std::vector<OptionForm>& SpoolOptions() {
-  static const std::vector<OptionForm> kForms = {
-      {"-ro", true, false, "-round"},
-      {"-pla", true, false, "-player", Operand::kParticipant},
-      {"-all", false}};
-  return kForms;
-}
+constexpr OptionForm kOfRound{"-ro", true, false, "-round"};
+constexpr OptionForm kOfPlayer{"-pla", true, false, "-player", Operand::kParticipant};
+constexpr OptionForm kEveryGame{"-all", false};
+
+constexpr std::array kSpoolOptions = {kOfRound, kOfPlayer, kEveryGame};
 
 void SpoolRoundOf(Tourney& tourney, FileSystem& files, const std::string& value) {
   if (!value.empty() && !IsAllDigits(value)) return PrintUnknownWord(value);
@@ -33,10 +34,9 @@ void SpoolGamesOf(Tourney& tourney, FileSystem& files, const std::string& option
 /// `word` is the option as it was typed.
 void SpoolByOption(Tourney& tourney, FileSystem& files, const GivenOption& option,
                    const std::string& word) {
-  const std::string_view prefix = option.form->prefix;
-  if (prefix == "-ro") {
+  if (option.Is(kOfRound)) {
     SpoolRoundOf(tourney, files, option.value);
-  } else if (prefix == "-pla") {
+  } else if (option.Is(kOfPlayer)) {
     SpoolGamesOf(tourney, files, word, option.rest);
   } else {
     SpoolAll(tourney, files);
@@ -46,11 +46,11 @@ void SpoolByOption(Tourney& tourney, FileSystem& files, const GivenOption& optio
 }  // namespace
 
 std::vector<WordForm> SpoolWords() {
-  return WordsOf(SpoolOptions());
+  return WordsOf(kSpoolOptions);
 }
 
 void DoSpool(CommandContext& context) {
-  const auto given = ReadOptions(context.args, SpoolOptions());
+  const auto given = ReadOptions(context.args, kSpoolOptions);
   if (!given) return;
   FileSystem& files = context.host.files;
   const std::string first = context.args.Word(1);

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "base/scores.h"
+#include "reports/digit_count.h"
 #include "tourney/game_score.h"
 #include "tourney/participant_places.h"
 #include "tourney/tourney.h"
@@ -235,13 +236,6 @@ std::vector<std::string> CrossCells(const Tourney& tourney, const CrossLayout& l
       break;
   }
   return grid.Take();
-}
-
-int DigitCount(long long number) {
-  int digits = 1;
-  for (; number >= 10; number /= 10)
-    ++digits;
-  return digits;
 }
 
 }  // namespace tarvendo

@@ -36,7 +36,4 @@ CrossLayout LayOutCross(const Tourney& tourney, bool long_cells);
 /// no place for are left out.
 std::vector<std::string> CrossCells(const Tourney& tourney, const CrossLayout& layout);
 
-/// How many decimal digits a number has; 1 for 0 and less.
-int DigitCount(long long number);
-
 }  // namespace tarvendo

@@ -10,76 +10,37 @@
 namespace tarvendo {
 namespace {
 
-constexpr int kLeastNumberWidth = 4;
-constexpr int kLeastNameWidth = 4;
-constexpr int kMostNameWidth = 20;
-constexpr int kLeastTieBreakWidth = 5;
-
-/// The numbers that decide how wide the columns are.
-struct Highest {
-  QuarterPoints points = 0;
-  QuarterPoints buchholz = 0;
-  QuarterPoints sonneborn_berger = 0;
-  int games_played = 0;
-  int name_length = 0;
-};
-
-Highest FindHighest(const std::vector<Player>& participants) {
-  Highest highest;
+TableMeasures Measure(const std::vector<Player>& participants, int cross_width, bool with_games) {
+  TableMeasures measures;
+  measures.participants = static_cast<int>(participants.size());
+  measures.cross_width = cross_width;
+  measures.with_games = with_games;
   for (const Player& player : participants) {
-    highest.points = std::max(highest.points, player.points);
-    highest.buchholz = std::max(highest.buchholz, player.buchholz);
-    highest.sonneborn_berger = std::max(highest.sonneborn_berger, player.sonneborn_berger);
-    highest.games_played = std::max(highest.games_played, player.games_played);
-    highest.name_length = std::max(highest.name_length, static_cast<int>(player.texts.name.size()));
+    const int name_length = static_cast<int>(player.texts.name.size());
+    measures.name_length = std::max(measures.name_length, name_length);
+    measures.points = std::max(measures.points, player.points);
+    measures.buchholz = std::max(measures.buchholz, player.buchholz);
+    measures.sonneborn_berger = std::max(measures.sonneborn_berger, player.sonneborn_berger);
+    measures.games_played = std::max(measures.games_played, player.games_played);
   }
-  return highest;
-}
-
-int NameWidth(const Highest& highest) {
-  return std::clamp(highest.name_length, kLeastNameWidth, kMostNameWidth);
-}
-
-int PointsWidth(const Highest& highest, bool with_games) {
-  const int width = DigitCount(WholePoints(highest.points)) + 3;
-  return with_games ? width + DigitCount(highest.games_played) + 3 : width;
-}
-
-int BuchholzWidth(const Highest& highest) {
-  return std::max(DigitCount(WholePoints(highest.buchholz)) + 3, kLeastTieBreakWidth);
-}
-
-int SonnebornBergerWidth(const Highest& highest) {
-  return std::max(DigitCount(WholePoints(highest.sonneborn_berger)) + 4, kLeastTieBreakWidth);
-}
-
-/// The longest bar with its two ends.
-int BarWidth(const Highest& highest) {
-  return WholePoints(highest.points) + (HasHalfPoint(highest.points) ? 1 : 0) + 2;
-}
-
-void AddTieBreakColumns(CrossTable& table, const Highest& highest, bool is_swiss) {
-  if (is_swiss) table.columns.push_back({ColumnKind::kBuchholz, BuchholzWidth(highest)});
-  table.columns.push_back({ColumnKind::kSonnebornBerger, SonnebornBergerWidth(highest)});
+  return measures;
 }
 
 void AddColumns(CrossTable& table, const Tourney& tourney, const TableOptions& options,
-                int cross_columns) {
-  const Highest highest = FindHighest(tourney.Participants());
-  const int number_width =
-      std::max(DigitCount(static_cast<int>(tourney.Participants().size())), kLeastNumberWidth);
-  table.name_width = NameWidth(highest);
-  if (options.rank) table.columns.push_back({ColumnKind::kRank, number_width});
-  if (options.number) table.columns.push_back({ColumnKind::kNumber, number_width});
-  table.columns.push_back({ColumnKind::kName, table.name_width});
-  for (int i = 1; i <= cross_columns; ++i) {
-    table.columns.push_back({ColumnKind::kCross, table.cross_width, i});
+                const CrossLayout& layout) {
+  const TableMeasures measures = Measure(tourney.Participants(), layout.width, options.games);
+  for (const ColumnForm& form : ColumnForms()) {
+    if (form.option != nullptr && !(options.*form.option)) continue;
+    if (form.is_of_swiss && !tourney.IsSwiss()) continue;
+    const int width = form.width(measures);
+    if (form.kind == ColumnKind::kName) table.name_width = width;
+    if (form.kind != ColumnKind::kCross) {
+      table.columns.push_back({&form, width});
+      continue;
+    }
+    for (int i = 1; i <= layout.columns; ++i)
+      table.columns.push_back({&form, width, i});
   }
-  if (options.points) {
-    table.columns.push_back({ColumnKind::kPoints, PointsWidth(highest, options.games)});
-  }
-  if (options.tie_breaks) AddTieBreakColumns(table, highest, tourney.IsSwiss());
-  if (options.bar) table.columns.push_back({ColumnKind::kBar, BarWidth(highest)});
 }
 
 /// Of each participant, in list order: whether a game of his is READY but has no result.
@@ -128,8 +89,7 @@ CrossTable BuildCrossTable(const Tourney& tourney, const TableOptions& options) 
   const CrossLayout layout = LayOutCross(tourney, options.long_cells);
   CrossTable table;
   table.pictures = options.pictures;
-  table.cross_width = layout.width;
-  AddColumns(table, tourney, options, options.cross ? layout.columns : 0);
+  AddColumns(table, tourney, options, layout);
   std::vector<std::string> cells(participants.size());
   if (options.cross) cells = CrossCells(tourney, layout);
   const std::vector<bool> doubtful = FindDoubtfulScores(tourney);
@@ -138,14 +98,6 @@ CrossTable BuildCrossTable(const Tourney& tourney, const TableOptions& options) 
     table.rows.back().cross = std::move(cells[place]);
   }
   return table;
-}
-
-int WholePoints(QuarterPoints score) {
-  return score / 4;
-}
-
-bool HasHalfPoint(QuarterPoints score) {
-  return (static_cast<unsigned>(score) & 2U) != 0;
 }
 
 }  // namespace tarvendo

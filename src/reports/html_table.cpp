@@ -36,34 +36,13 @@ std::string Conditions(const std::string& name, const TourneySettings& settings)
          "Ponder: " + (settings.ponder != 0 ? "On" : "Off") + "</p>";
 }
 
-const char* Heading(ColumnKind kind) {
-  switch (kind) {
-    case ColumnKind::kRank:
-      return "Rank";
-    case ColumnKind::kNumber:
-      return "Number";
-    case ColumnKind::kName:
-      return "Name";
-    case ColumnKind::kPoints:
-      return "Points";
-    case ColumnKind::kBuchholz:
-      return "Buch";
-    case ColumnKind::kSonnebornBerger:
-      return "S-B";
-    case ColumnKind::kCross:
-    case ColumnKind::kBar:
-      break;
-  }
-  return "";
-}
-
 void AppendHeading(std::string& html, const TableColumn& column) {
-  if (column.kind == ColumnKind::kBar) return;
+  if (column.form->page_heading == nullptr) return;
   html += "<td>";
-  if (column.kind == ColumnKind::kCross) {
+  if (column.cross_number != 0) {
     html += "<center>" + std::to_string(column.cross_number) + "</center>";
   } else {
-    html += Heading(column.kind);
+    html += column.form->page_heading;
   }
   html += "</td>\n";
 }
@@ -99,40 +78,19 @@ class RowWriter {
 
  private:
   void WriteCell(const TableRow& row, const TableColumn& column) {
-    switch (column.kind) {
-      case ColumnKind::kRank:
-        return WriteText("center", std::to_string(row.rank) + ".");
-      case ColumnKind::kNumber:
-        return WriteText("center", std::to_string(row.number) + ".");
-      case ColumnKind::kName:
-        return WriteText("left", EscapeHtml(row.name));
-      case ColumnKind::kCross:
-        return WriteText("center", table_.CrossCell(row, column));
-      case ColumnKind::kPoints:
-        return WriteText("center", row.points);
-      case ColumnKind::kBuchholz:
-        return WriteText("center", row.buchholz);
-      case ColumnKind::kSonnebornBerger:
-        return WriteText("center", row.sonneborn_berger);
-      case ColumnKind::kBar:
-        return WriteBar(row.score);
-    }
-  }
-
-  void WriteText(const char* align, std::string_view text) {
+    const std::string text = column.Cell(row);
+    if (column.form->kind == ColumnKind::kBar) return WriteBar(text);
     html_ += "<td><p align=\"";
-    html_ += align;
-    html_ += "\">";
-    html_ += text;
-    html_ += "</p></td>\n";
+    html_ += column.form->page_align;
+    html_ += "\">" + EscapeHtml(text) + "</p></td>\n";
   }
 
-  void WriteBar(QuarterPoints score) {
-    html_ += "<td>" + pieces_.end;
-    for (int i = 0; i < WholePoints(score); ++i)
-      html_ += pieces_.full;
-    if (HasHalfPoint(score)) html_ += pieces_.half;
-    html_ += pieces_.end + "</td>\n";
+  /// The bar of the text form, with something to see in place of each character.
+  void WriteBar(const std::string& bar) {
+    html_ += "<td>";
+    for (const char piece : bar)
+      html_ += piece == '|' ? pieces_.end : piece == '#' ? pieces_.full : pieces_.half;
+    html_ += "</td>\n";
   }
 
   const CrossTable& table_;

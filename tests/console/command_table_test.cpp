@@ -156,9 +156,9 @@ TEST(CommandTable, AProgramWhoseNameBeginsLikeACommandIsThatCommand) {
 
 TEST(CommandTable, AnyWordWithQQuits) {
   for (const char* line : {"q", "Q", "quit", "qxyz"})
-    EXPECT_TRUE(IsQuit(line)) << line;
-  EXPECT_FALSE(IsQuit("x"));
-  EXPECT_FALSE(IsQuit("help q"));
+    EXPECT_TRUE(FindCommand(line)->Quits()) << line;
+  EXPECT_EQ(FindCommand("x"), nullptr);
+  EXPECT_FALSE(FindCommand("help q")->Quits());
 }
 
 }  // namespace

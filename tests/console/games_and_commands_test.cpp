@@ -143,7 +143,7 @@ std::vector<std::string> LinesToType() {
   std::vector<std::string> lines;
   for (const Command& command : Commands()) {
     const std::string prefix = command.prefix;
-    if (prefix == "reset" || prefix == "createrr" || IsQuit(prefix)) continue;
+    if (prefix == "reset" || prefix == "createrr" || command.Quits()) continue;
     const auto behind = WordsBehind().find(prefix);
     lines.push_back(prefix + (behind == WordsBehind().end() ? "" : behind->second) + "\n");
   }

@@ -2,13 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "console/command_args.h"
 #include "fakes/captured_log.h"
 
 namespace tarvendo {
 namespace {
 
-const std::vector<OptionForm> kForms = {{"-pla", true}, {"-all", false}, {"-bar", false, true}};
+constexpr OptionForm kPla{"-pla", true};
+constexpr OptionForm kAll{"-all", false};
+constexpr OptionForm kBar{"-bar", false, true};
+constexpr std::array kForms = {kPla, kAll, kBar};
 
 class Options : public ::testing::Test {
  protected:
@@ -24,13 +29,13 @@ class Options : public ::testing::Test {
 TEST_F(Options, AnOptionIsKnownByItsBeginningInAnyCase) {
   const auto given = Read("cmd -PLAyer 3 -allofthem");
   ASSERT_TRUE(given);
-  EXPECT_EQ(given->Number("-pla"), 3);
-  EXPECT_TRUE(given->Has("-all"));
-  EXPECT_FALSE(given->Has("-bar"));
+  EXPECT_EQ(given->Number(kPla), 3);
+  EXPECT_TRUE(given->Has(kAll));
+  EXPECT_FALSE(given->Has(kBar));
 }
 
 TEST_F(Options, ASwitchIsKnownByItsWholeLengthOnly) {
-  EXPECT_TRUE(Read("cmd -BAR")->Has("-bar"));
+  EXPECT_TRUE(Read("cmd -BAR")->Has(kBar));
   EXPECT_FALSE(Read("cmd -bars"));
 }
 
@@ -47,16 +52,16 @@ TEST_F(Options, ALoneMinusIsAnUnknownOption) {
 TEST_F(Options, AValueNeverBeginsWithAMinus) {
   const auto given = Read("cmd -pla -all");
   ASSERT_TRUE(given);
-  EXPECT_EQ(given->Find("-pla")->value, "");
-  EXPECT_TRUE(given->Has("-all"));
+  EXPECT_EQ(given->Find(kPla)->value, "");
+  EXPECT_TRUE(given->Has(kAll));
   EXPECT_FALSE(Read("cmd -pla -3"));
 }
 
 TEST_F(Options, TheValueIsOneWordTheRestGoesOnToTheNextOption) {
   const auto given = Read("cmd -pla My  Engine x -all");
   ASSERT_TRUE(given);
-  EXPECT_EQ(given->Find("-pla")->value, "My");
-  EXPECT_EQ(given->Find("-pla")->rest, "My  Engine x");
+  EXPECT_EQ(given->Find(kPla)->value, "My");
+  EXPECT_EQ(given->Find(kPla)->rest, "My  Engine x");
 }
 
 TEST_F(Options, WordsThatAreNeitherAreKept) {
@@ -66,13 +71,13 @@ TEST_F(Options, WordsThatAreNeitherAreKept) {
 }
 
 TEST_F(Options, OfSeveralTheLastCounts) {
-  EXPECT_EQ(Read("cmd -pla 3 -pla 4")->Number("-pla"), 4);
+  EXPECT_EQ(Read("cmd -pla 3 -pla 4")->Number(kPla), 4);
 }
 
 TEST_F(Options, AMissingOptionIsZero) {
-  EXPECT_EQ(Read("cmd")->Number("-pla"), 0);
-  EXPECT_EQ(Read("cmd -pla")->Number("-pla"), 0);
-  EXPECT_EQ(Read("cmd -pla x")->Number("-pla"), 0);
+  EXPECT_EQ(Read("cmd")->Number(kPla), 0);
+  EXPECT_EQ(Read("cmd -pla")->Number(kPla), 0);
+  EXPECT_EQ(Read("cmd -pla x")->Number(kPla), 0);
 }
 
 }  // namespace

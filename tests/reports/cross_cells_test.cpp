@@ -28,16 +28,6 @@ class CrossCellsTest : public TableTourney {
   int Width(bool long_cells = false) { return LayOutCross(tourney, long_cells).width; }
 };
 
-TEST(DigitCount, CountsDecimalDigitsAndGivesZeroOne) {
-  EXPECT_EQ(DigitCount(0), 1);
-  EXPECT_EQ(DigitCount(9), 1);
-  EXPECT_EQ(DigitCount(10), 2);
-  EXPECT_EQ(DigitCount(999), 3);
-  EXPECT_EQ(DigitCount(1000), 4);
-  EXPECT_EQ(DigitCount(std::numeric_limits<int>::max()), 10);
-  EXPECT_EQ(DigitCount(-3), 1);
-}
-
 class RoundRobinCells : public CrossCellsTest {
  protected:
   void SetUp() override {

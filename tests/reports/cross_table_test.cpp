@@ -17,15 +17,16 @@ class CrossTableTest : public TableTourney {
   /// The width of the first column of a kind; 0 when the table has none.
   int Width(ColumnKind kind, const TableOptions& options = {}) {
     const CrossTable table = Build(options);
-    const auto found = std::find_if(table.columns.begin(), table.columns.end(),
-                                    [&](const TableColumn& column) { return column.kind == kind; });
+    const auto found =
+        std::find_if(table.columns.begin(), table.columns.end(),
+                     [&](const TableColumn& column) { return column.form->kind == kind; });
     return found == table.columns.end() ? 0 : found->width;
   }
 
   std::vector<ColumnKind> Kinds(const TableOptions& options) {
     std::vector<ColumnKind> kinds;
     for (const TableColumn& column : Build(options).columns)
-      kinds.push_back(column.kind);
+      kinds.push_back(column.form->kind);
     return kinds;
   }
 
@@ -157,7 +158,7 @@ TEST_F(CrossTableTest, CrossCellsFollowTheirRow) {
   const CrossTable table = Build();
   EXPECT_EQ(table.rows[0].number, 3);
   EXPECT_EQ(table.rows[0].cross, "+=X");
-  EXPECT_EQ(table.CrossCell(table.rows[0], table.columns[4]), "=");
+  EXPECT_EQ(table.columns[4].Cell(table.rows[0]), "=");
 }
 
 TEST_F(CrossTableTest, AReadyGameWithoutResultPutsAStarBeforeEverySum) {
