@@ -482,7 +482,7 @@ TEST_F(Cluster, AGameThatPlaysOnThisMachineSinceAnEarlierStartIsWatchedToo) {
 
 TEST_F(Cluster, AQueuedJobIsNotSilentAndOneThatRunsIsToldOfAfterHalfAnHour) {
   Start(1);
-  PassTime(minutes(200));
+  PassTime(minutes(40));
   EXPECT_TRUE(silent_.empty());
   slurm_.Set(1, "RUNNING");
   PassTime(seconds(5));
@@ -494,7 +494,7 @@ TEST_F(Cluster, AQueuedJobIsNotSilentAndOneThatRunsIsToldOfAfterHalfAnHour) {
   PassTime(minutes(15));
   ASSERT_EQ(silent_.size(), 1U);
   EXPECT_EQ(silent_[0].debug_file, job_try.DebugFile());
-  PassTime(minutes(100));
+  PassTime(minutes(40));
   EXPECT_EQ(silent_.size(), 1U) << "once for each silence";
 }
 
