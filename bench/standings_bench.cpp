@@ -13,7 +13,7 @@ void Standings(benchmark::State& state, int type) {
   ReportTourney report(1000, type);
   report.PlayRounds(static_cast<int>(state.range(0)) / 500);
   for (auto _ : state) {
-    CalculateStandings(report.tourney);
+    UpdateStandingsAndRound(report.tourney);
     benchmark::DoNotOptimize(report.tourney.Participants().data());
   }
   state.SetComplexityN(state.range(0));

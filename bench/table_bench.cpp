@@ -15,7 +15,7 @@ void Measure(benchmark::State& state, ReportTourney& report, const TableOptions&
   const std::filesystem::path path =
       std::filesystem::temp_directory_path() / "tarvendo-table-bench.htm";
   for (auto _ : state) {
-    if (!WriteTable(report.tourney, report.host.files, path.string(), options))
+    if (!UpdateAndWriteTable(report.tourney, report.host.files, path.string(), options))
       state.SkipWithError("not written");
   }
   if (std::filesystem::exists(path)) {

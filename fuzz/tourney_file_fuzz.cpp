@@ -36,8 +36,8 @@ void UseEverything(Tourney& tourney, CapturedLog& machine) {
   ShowParticipants(tourney, 0);
   CollectAll(tourney, files, file, RunningGames());
   SpoolAll(tourney, files);
-  WriteTable(tourney, files, "stdout", TextTableDefaults());
-  WriteTable(tourney, files, "/t/table.htm", HtmlTableDefaults(tourney));
+  UpdateAndWriteTable(tourney, files, "stdout", TextTableDefaults());
+  UpdateAndWriteTable(tourney, files, "/t/table.htm", HtmlTableDefaults(tourney));
   if (!tourney.Participants().empty()) RemoveParticipant(tourney, files, 1);
   RemoveGames(tourney, files, GameFilter());
 }

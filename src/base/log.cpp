@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "platform/faults.h"
 #include "platform/files.h"
+#include "platform/line_ends.h"
 #include "platform/processes.h"
 
 namespace tarvendo {
@@ -40,17 +41,6 @@ void CopyLineByLine(LineReader reader, std::size_t size, const Take& take) {
     if (const auto line = reader.Read(size)) buffer = *line;
     take(buffer);
   }
-}
-
-/// CR LF as LF.
-std::string FoldLineEnds(const std::string& bytes) {
-  std::string text;
-  text.reserve(bytes.size());
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    if (bytes[i] == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n') continue;
-    text += bytes[i];
-  }
-  return text;
 }
 
 /// The name of the working file: ".$$$" in place of the extension.
@@ -85,11 +75,11 @@ void LogFile::CutDown(std::int64_t limit) {
   stream_.reset();
   const auto newest = static_cast<std::int64_t>(kMostLogKept);
   const std::int64_t middle = std::max(size / 2, size - newest);
-  const auto newer_half = files_.ReadPart(name_, static_cast<std::uint64_t>(middle), kMostLogKept);
+  auto newer_half = files_.ReadPart(name_, static_cast<std::uint64_t>(middle), kMostLogKept);
   const std::unique_ptr<OutputFile> working = files_.Create(WorkingName(name_));
   if (newer_half && working) {
-    const std::string text = FoldLineEnds(*newer_half);
-    LineReader reader(text);
+    FoldLineEnds(*newer_half);
+    LineReader reader(*newer_half);
     reader.Read(kCutLine);
     std::string kept;
     CopyLineByLine(reader, kCutLine, [&](const std::string& line) { kept += line; });

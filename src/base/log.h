@@ -25,8 +25,8 @@ class LogFile {
 
   void Write(const std::string& text);
 
-  /// Keeps roughly the newer half when the file has reached `limit` bytes, no more than
-  /// kMostLogKept: what begins behind the first line end after its middle. The last line then
+  /// When the file has reached `limit` bytes, keeps about the newer half of it, but no more than
+  /// kMostLogKept: what stands behind the first line end after the middle. The last line then
   /// stands there twice.
   void CutDown(std::int64_t limit);
 

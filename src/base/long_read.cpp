@@ -31,7 +31,8 @@ std::optional<std::string> ReadInParts(FileSystem& files, const std::string& pat
 BoundedText ReadLongFile(FileSystem& files, const std::string& path, std::size_t limit) {
   const auto stamp = files.Stamp(path);
   BoundedText read{ReadInParts(files, path, limit + 1)};
-  // Parts of two files are none: whoever replaces it now does not do so again at once.
+  // Somebody has replaced the file meanwhile, and parts of two files make none. Nobody does that
+  // again so soon, so now it is read in one piece.
   if (read.text && read.text->size() > kReadAtOnce && files.Stamp(path) != stamp) {
     return ReadUpTo(files, path, limit);
   }

@@ -35,8 +35,8 @@ class RecordWriter {
   std::vector<std::string> cut_texts_;
 };
 
-/// A count in a damaged file may be anything; so many records of a list are made of nothing behind
-/// its end before the list is given up.
+/// The count of a list in a damaged file may be anything. Behind the end of the file so many empty
+/// records are made before the list is given up.
 inline constexpr int kMostEmptyRecords = 10000;
 
 /// Reads such a text. Used by one thread.

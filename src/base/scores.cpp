@@ -8,7 +8,7 @@ namespace {
 using Endings = std::array<const char*, 4>;
 
 std::string WithEnding(QuarterPoints score, const Endings& endings) {
-  return std::to_string(score / 4) + endings[static_cast<unsigned>(score) & 3U];
+  return std::to_string(WholePoints(score)) + endings[static_cast<unsigned>(score) & 3U];
 }
 
 }  // namespace

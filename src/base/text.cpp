@@ -4,15 +4,13 @@
 #include <cstdio>
 #include <limits>
 
+#include "platform/letters.h"
+
 namespace tarvendo {
 namespace {
 
 constexpr std::string_view kTrimmed = " \t\n";
 constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
-
-char ToLowerLetter(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 bool IsDigit(char c) {
   return c >= '0' && c <= '9';

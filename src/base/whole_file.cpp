@@ -48,8 +48,8 @@ Temporary MakeTemporary(FileSystem& files, const std::string& path) {
   return {};
 }
 
-/// What processes have left that have saved beside another one. Who makes one anew takes the place
-/// of what was left, and tells it from what somebody is still writing.
+/// Deletes what ended processes have left under the further names. CreateNew tells that from what
+/// somebody is still writing: it replaces the one and refuses the other.
 void RemoveLeftOvers(FileSystem& files, const std::string& path) {
   for (int n = 2; n <= kMostNames; ++n) {
     const std::string name = TemporaryName(path, n);
@@ -61,8 +61,8 @@ void RemoveLeftOvers(FileSystem& files, const std::string& path) {
   }
 }
 
-/// A rename asks nobody whether the old file may be changed, so this does. Opening for appending
-/// leaves what is in it alone.
+/// Whether the old file may be changed, which a rename does not ask. Opening for appending leaves
+/// what is in it alone.
 bool MayBeChanged(FileSystem& files, const std::string& path) {
   return files.Append(path) != nullptr;
 }

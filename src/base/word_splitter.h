@@ -8,9 +8,10 @@ namespace tarvendo {
 
 /// How a text is cut into words.
 struct SplitRules {
-  std::string separators;  ///< characters that stand between words, besides white space
-  std::string
-      quotes;  ///< characters that, at the start of a word, hold it together up to the next one
+  /// Characters that stand between words, besides white space.
+  std::string separators;
+  /// Characters that hold a word together which begins with one of them, up to the next such one.
+  std::string quotes;
 };
 
 /// The words of a text, from left to right. A quoted word keeps its quotes and ends behind the

@@ -10,6 +10,7 @@
 #include "console/banner.h"
 #include "console/command_interpreter.h"
 #include "console/command_line.h"
+#include "console/emergency.h"
 #include "console/exit_code.h"
 #include "console/keyboard_help.h"
 #include "console/line_input.h"
@@ -40,24 +41,6 @@ namespace {
 
 constexpr const char* kStartFile = "tourney.ini";
 
-/// A save that hangs (a fault may have left the memory allocator's lock taken) must not hang for
-/// ever.
-constexpr unsigned kEmergencySeconds = 30;
-constexpr std::chrono::milliseconds kLockPatience{2000};
-
-/// Where the tourney goes when the program ends through an error: into the directory in which it
-/// was started, wherever it is then.
-struct EmergencyPlace {
-  explicit EmergencyPlace(FileSystem& files)
-      : directory(files.FullPath(".")),
-        file(files.FullPath(TourneyFile::kEmergencyName)),
-        old_file(files.FullPath(TourneyFile::kOldEmergencyName)) {}
-
-  const std::string directory;
-  const std::string file;
-  const std::string old_file;
-};
-
 RunnerOptions HowToPlay(const StartUp& start, const std::optional<Openings>& openings,
                         Reporter* reporter) {
   RunnerOptions options = start.games > 0 ? ManyGames(start.games) : RunnerOptions();
@@ -80,7 +63,7 @@ struct Application {
       : terminal(its_terminal),
         outputs(its_outputs),
         room(host),
-        emergency(host.files),
+        emergency(room, its_terminal, its_outputs),
         interpreter({room, players, ExecutableDirectory(), &terminal}),
         reporter(start.report.empty() ? nullptr : std::make_unique<Reporter>(room, start.report)),
         runner(room, HowToPlay(start, openings, reporter.get())) {
@@ -101,7 +84,7 @@ struct Application {
   Terminal& terminal;
   Outputs& outputs;
   TourneyRoom room;
-  EmergencyPlace emergency;
+  Emergency emergency;
   PlayerDatabase players;
   CommandInterpreter interpreter;
   std::unique_ptr<Reporter> reporter;  ///< null without --report
@@ -182,74 +165,6 @@ std::string FinishRun(Application& application, const StartUp& start) {
   return WhatIsMissing(*hold, is_saved);
 }
 
-/// The file of an earlier emergency becomes emergency.old.ini or, where that name cannot be taken,
-/// emergency.old2.ini and so on. False when it is still there.
-bool SetEarlierAside(FileSystem& files, const EmergencyPlace& place) {
-  constexpr int kMostNames = 9;
-  if (files.Rename(place.file, place.old_file)) return true;
-  const std::string stem = place.old_file.substr(0, place.old_file.rfind('.'));
-  for (int n = 2; n <= kMostNames; ++n) {
-    const std::string name = stem + std::to_string(n) + ".ini";
-    if (!files.Exists(name) && files.Rename(place.file, name)) return true;
-  }
-  return false;
-}
-
-/// What an earlier emergency has saved is kept, and not given away for nothing.
-bool SaveTourney(Application& application, const Hold& hold) {
-  FileSystem& files = application.room.host.files;
-  const EmergencyPlace& place = application.emergency;
-  if (files.IsPlainFile(files.FollowLinks(place.file))) {
-    if (hold->Participants().empty() && hold->Games().empty()) return true;
-    // The tourney of today counts more than the one of then.
-    if (!SetEarlierAside(files, place)) {
-      WriteConsoleError("The 'emergency.ini' of an earlier time is replaced.\n");
-    }
-  }
-  return application.room.file.With(hold).SaveBeside(*hold, place.directory, place.file);
-}
-
-void SaveInEmergency(Application& application) {
-  application.terminal.GiveBack();
-  const std::string announcement =
-      "An exception has occurred and tourney will be closed.\n"
-      "Trying to save current tourney to file 'emergency.ini' in current directory.\n";
-  WriteConsole(announcement);
-  EndProcessAfter(kEmergencySeconds);
-  const Hold hold = application.room.shared.TakeForEmergency(kLockPatience);
-  bool saved = false;
-  const bool ended_well = CallGuarded([&] { saved = SaveTourney(application, hold); });
-  if (!ended_well) {
-    WriteConsole("Saving failed, exiting.\n");
-  } else if (!saved) {
-    // The console has its two lines and no more, but nobody shall believe that the file is there.
-    WriteConsoleError("Saving tourney failed!\n");
-  }
-  // Last, for it matters least; if it fails, a file is left that the next command writes over.
-  CallGuarded([] { TheLog->DropShellOutput(); });
-  CallGuarded([&] { application.outputs.NoteInEmergency(announcement); });
-}
-
-/// The end when the runner may not go on with the openings that it was given. What no file holds is
-/// not lost.
-void EndRefused(Application& application, const std::string& refusal) {
-  application.outputs.Status().Clear();
-  PrintError(refusal + "\n");
-  CallGuarded([&] {
-    const Hold hold = application.room.shared.TakeForEmergency(kLockPatience);
-    TourneyFile& file = application.room.file.With(hold);
-    const bool is_empty = hold->Participants().empty() && hold->Games().empty();
-    if (is_empty || !file.HasChanged(*hold)) return;
-    if (hold->Settings().auto_save != 0) {
-      file.AutoSave(*hold);
-    } else if (SaveTourney(application, hold)) {
-      PrintError("The tourney is kept in 'emergency.ini'.\n");
-    } else {
-      PrintError("Saving tourney failed!\n");
-    }
-  });
-}
-
 /// What is told or refused before anything is touched: the exit code then.
 std::optional<int> AnswerAtOnce(const StartUp& start, FileSystem& files) {
   if (start.error.empty() && (start.wants_help || start.wants_version)) {
@@ -278,7 +193,7 @@ ExitCode Run(Application& application, const StartUp& start) {
   });
   if (is_refused) return kRefused;
   if (const std::string refusal = application.runner.Refusal(); !refusal.empty()) {
-    EndRefused(application, refusal);
+    application.emergency.EndRefused(refusal);
     return kRefused;
   }
   if (ended_well) {
@@ -287,7 +202,7 @@ ExitCode Run(Application& application, const StartUp& start) {
   }
   application.outputs.Status().Clear();
   const bool is_asked = TerminationRequested() && !application.runner.HasDied();
-  SaveInEmergency(application);
+  application.emergency.Save();
   return CodeOf(is_asked ? RunEnd::kAsked : RunEnd::kFault, missing);
 }
 

@@ -20,9 +20,6 @@ class CommandArgs {
   /// Word i, counted from 0.
   std::string Word(int i) const;
 
-  /// The trimmed line.
-  const std::string& Line() const { return line_; }
-
   /// The line from word i on, with its blanks; empty when there is no such word.
   std::string RestFrom(int i) const;
 

@@ -23,8 +23,7 @@ struct CommandTools {
   Terminal* terminal = nullptr;   ///< shows long texts a page at a time; null: nobody does
 };
 
-/// Reads lines and does what they say, on the console thread. Holds no data of its own but what it
-/// works on.
+/// Reads lines and does what they say, on the console thread.
 class CommandInterpreter {
  public:
   explicit CommandInterpreter(CommandTools tools) : tools_(std::move(tools)) {}

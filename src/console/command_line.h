@@ -9,11 +9,10 @@
 namespace tarvendo {
 
 /// Reads the words of the command line behind the program's name. Long options and their values (a
-/// value behind the option or behind a "=") count as no words at all; a word of two dashes that is
-/// none of them is an error that names the nearest one, and so are options that have no meaning
-/// together. Of the others: options count only beside a
-/// second word; the first word that is no option is the script. Of several errors the first is
-/// told.
+/// value stands behind the option or behind a "=") are read first. A word of two dashes that is no
+/// such option is an error that names the nearest one; so are options that have no meaning
+/// together. Of the other words, options count only when there is more than one word, and the first
+/// word that is no option is the script. Of several errors the first is told.
 StartUp ReadCommandLine(const std::vector<std::string>& words);
 
 /// Makes the paths that stand behind long options full, while the current directory is still the

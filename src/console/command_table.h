@@ -10,7 +10,8 @@ namespace tarvendo {
 struct CommandContext;
 struct WaitingCommandContext;
 
-/// One entry of the command table. At most one of the two is there: the quit word has none.
+/// One entry of the command table. At most one of the two functions is there; the quit word has
+/// neither.
 struct Command {
   const char* prefix;  ///< how the line begins, in any case
   const char* name;    ///< the whole word; null for a second beginning of the same command

@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "console/command_table.h"
+#include "platform/letters.h"
 #include "platform/paths.h"
 
 namespace tarvendo {
@@ -56,11 +57,9 @@ std::vector<Candidate> Fitting(const std::string& typed, const std::vector<std::
 }
 
 bool ComesBefore(const std::string& one, const std::string& other) {
-  const auto lower = [](char letter) {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-  };
+  const auto is_before = [](char a, char b) { return ToLowerLetter(a) < ToLowerLetter(b); };
   return std::lexicographical_compare(one.begin(), one.end(), other.begin(), other.end(),
-                                      [&](char a, char b) { return lower(a) < lower(b); });
+                                      is_before);
 }
 
 std::vector<std::string> CommandNames() {
@@ -72,8 +71,8 @@ std::vector<std::string> CommandNames() {
   return names;
 }
 
-/// Files and directories whose path begins with what is typed. Those that begin with a dot are
-/// shown only to who has typed the dot.
+/// Files and directories whose path begins with what is typed. A name that begins with a dot is
+/// offered only when the dot is typed.
 std::vector<Candidate> Paths(const std::string& typed, const KnownNames& names,
                              bool directories_only, bool blanks) {
   const std::size_t separator = LastSeparator(typed);
@@ -91,11 +90,11 @@ std::vector<Candidate> Paths(const std::string& typed, const KnownNames& names,
   return candidates;
 }
 
-/// A line whose command is known: what is typed behind it.
-class Behind {
+/// Completes what is typed behind a command that is known.
+class WordsBehindCommand {
  public:
-  Behind(const Command& command, const std::string& line, std::vector<TypedWord> words,
-         const KnownNames& names)
+  WordsBehindCommand(const Command& command, const std::string& line, std::vector<TypedWord> words,
+                     const KnownNames& names)
       : expects_(command.expects),
         line_(line),
         typed_(std::move(words)),
@@ -105,7 +104,8 @@ class Behind {
   Completion Complete() const {
     const std::size_t last = typed_.size() - 1;
     if (typed_[last].text.starts_with("-")) return OfWord(FormsThatFit(true));
-    // The last word that wants a value; a name is the rest of the line, whatever it holds.
+    // The last word that wants a value decides, for a name is the rest of the line and may hold
+    // any word.
     for (std::size_t i = last; i-- > FirstPlace();) {
       const WordForm* const form = FormOf(i);
       if (form == nullptr) continue;
@@ -124,7 +124,7 @@ class Behind {
   /// Where words may begin to stand.
   std::size_t FirstPlace() const { return expects_.behind_number ? 2 : 1; }
 
-  /// The word behind which something may stand that this one is; null when it is none.
+  /// The form of the word at `place`, when something may stand behind that word; otherwise null.
   const WordForm* FormOf(std::size_t place) const {
     const auto fits = [&](const WordForm& form) {
       const bool has_value = form.value != Operand::kNothing || !form.choices.empty();
@@ -197,7 +197,7 @@ Completion CompleteLine(const std::string& beginning, const KnownNames& names) {
   if (words.size() == 1 || command == nullptr) {
     return {last.start, Paths(last.text, names, false, false)};
   }
-  return Behind(*command, beginning, std::move(words), names).Complete();
+  return WordsBehindCommand(*command, beginning, std::move(words), names).Complete();
 }
 
 }  // namespace tarvendo

@@ -63,7 +63,7 @@ void SetResult(Tourney& tourney, const Game& game, const std::string& word) {
     if (!BeginsWithNoCase(word, known.prefix)) continue;
     tourney.Change(game)->result = known.result;
     PrintText("Result of " + Named(game) + " set " + known.shown + ".\n");
-    CalculateStandings(tourney);
+    UpdateStandingsAndRound(tourney);
     return;
   }
   PrintRefusal("result", word, kResultChoices);

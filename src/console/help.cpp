@@ -35,8 +35,8 @@ struct Abbreviation {
   const char* topic;
 };
 
-/// The first that fits gives the topic. These are help's own: they are longer than what the console
-/// itself needs to know a command.
+/// The first prefix that fits gives the topic. These prefixes are help's own: they are longer than
+/// those by which the console knows a command.
 constexpr std::array<Abbreviation, 40> kAbbreviations = {{
     {"adda", "AddAllPlayers"},
     {"addp", "AddPlayer"},

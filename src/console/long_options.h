@@ -37,9 +37,9 @@ struct LongOption {
 /// All of them, in the order in which --help tells them.
 std::span<const LongOption> LongOptions();
 
-/// The option that the word of two dashes most likely was meant to be: the first one that the
-/// fewest letters have to be changed, added or removed for (Levenshtein 1966), where an option that
-/// the word begins, or that begins the word, is nearest.
+/// The option that a word of two dashes was most likely meant to be: the one for which the fewest
+/// letters have to be changed, added or removed (Levenshtein 1966), the first of several. Nearest
+/// of all is an option that the word begins, or that begins the word.
 const LongOption& NearestLongOption(const std::string& word);
 
 /// What --help prints: how the program is started, the options, examples.

@@ -31,8 +31,8 @@ class Outputs {
   void ToConsole(const std::string& text);
   void ToError(const std::string& text);
 
-  /// Adds what the emergency exit has put on the console itself to the file, if nobody else does so
-  /// at this moment.
+  /// Adds to the file what the emergency exit has put on the console by itself, unless another
+  /// thread is writing to the file at this moment.
   void NoteInEmergency(const std::string& text);
 
   StatusLine& Status() { return status_; }

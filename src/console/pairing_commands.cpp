@@ -68,7 +68,7 @@ void DoPair(CommandContext& context) {
 void DoCreateBrackets(CommandContext& context) {
   const auto given = ReadOptions(context.args, kBracketOptions);
   if (!given) return;
-  CalculateStandings(context.tourney);
+  UpdateStandingsAndRound(context.tourney);
   const BracketMode mode = given->Has(kUp) ? BracketMode::kPairUp : BracketMode::kPairDown;
   const BracketWidth width = WidthOf(BracketSize{given->Number(kSize)});
   if (!CreateBrackets(context.tourney, context.brackets, width, mode)) {

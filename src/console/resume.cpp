@@ -39,7 +39,7 @@ bool ResumeTourney(TourneyRoom& room, const std::string& path) {
   file.SetName(path);
   PrintText("AutoSave is now ON, save file: " + path + "\n");
   SpoolAll(*hold, room.host.files);
-  StartRunner(*hold);
+  SwitchRunnerOn(*hold);
   file.AutoSave(*hold);
   return true;
 }

@@ -14,7 +14,7 @@ namespace tarvendo {
 namespace {
 
 constexpr long long kLargestPart = 99999;  ///< more than any part of a date may be
-constexpr int kLastYear = 2999;            ///< what comes later no host's calendar is sure of
+constexpr int kLastYear = 2999;            ///< not every host's calendar knows later years
 
 /// The next number of a date or a time, behind `separator` when it is not the first; 0 when it is
 /// missing or negative.
@@ -37,8 +37,8 @@ void ReadTimeOfDay(const std::string& word, CalendarTime& time) {
   time.second = UpTo(NextPart(scanner, ':'), 59, 0);
 }
 
-/// Reads day, month and year; a day or month out of range becomes 1, a year before 2001 becomes
-/// 2010, and one that no calendar reaches the last one that every calendar does.
+/// Reads day, month and year. A day or a month that is out of range becomes 1, a year before 2001
+/// becomes 2010, and one behind the last year that every calendar knows becomes that year.
 void ReadDate(const std::string& word, CalendarTime& time) {
   Scanner scanner(word);
   const auto from_one = [](int part) { return part == 0 ? 1 : part; };
@@ -84,11 +84,11 @@ std::vector<WordForm> SwitchWords() {
 }
 
 void DoRun(CommandContext& context) {
-  RunSwitchCommand(context, {StartRunner, SetStartTime, "Runner start time cleared.\n"});
+  RunSwitchCommand(context, {SwitchRunnerOn, SetStartTime, "Runner start time cleared.\n"});
 }
 
 void DoStop(CommandContext& context) {
-  RunSwitchCommand(context, {StopRunner, SetStopTime, "Runner stop time cleared.\n"});
+  RunSwitchCommand(context, {SwitchRunnerOff, SetStopTime, "Runner stop time cleared.\n"});
 }
 
 }  // namespace tarvendo

@@ -75,8 +75,8 @@ struct Readable {
   const char* prefix;
   std::string (*text)(const Shown& shown);  ///< null for the runner's own report
   bool anywhere = false;  ///< any word of the line may ask for it, not only the second
-  bool goes_on =
-      false;  ///< the answer does not end the command, so that the unknown-word message follows
+  /// The answer does not end the command, so that the message of an unknown word follows.
+  bool goes_on = false;
 };
 
 constexpr std::array<Readable, 19> kReadables = {{

@@ -18,8 +18,8 @@ class StatusLine {
   /// least 1. Text that stands in the cursor's line stays: the line goes below it.
   void Draw(const std::string& text, int columns);
 
-  /// Takes the line away, but for the moment in which somebody else writes: called at the end, when
-  /// one who has died in a fault may be writing for ever.
+  /// Takes the line away, unless somebody is writing at this moment: it is called at the end, when
+  /// a thread that has died in a fault may never come to the end of its writing.
   void Clear();
 
   /// Calls `write_text`, which puts `text` on the terminal, with the line taken away meanwhile.

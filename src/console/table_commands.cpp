@@ -9,7 +9,8 @@
 namespace tarvendo {
 namespace {
 
-/// The switches of both table commands, each with its form that switches it on and the one for off.
+/// The switches of both table commands: for each the word that switches it on and the one that
+/// switches it off.
 const std::vector<OptionForm>& TableSwitches() {
   static const std::vector<OptionForm> kForms = [] {
     std::vector<OptionForm> forms;
@@ -22,14 +23,15 @@ const std::vector<OptionForm>& TableSwitches() {
   return kForms;
 }
 
-void WriteTableCommand(CommandContext& context, TableOptions options, const char* default_file) {
+void RunTableCommand(CommandContext& context, TableOptions options, const char* default_file) {
   const auto given = ReadOptions(context.args, TableSwitches());
   if (!given) return;
   for (const GivenOption& option : given->options)
     SetTableSwitch(options, option.form->prefix);
   const std::string first = context.args.Word(1);
   const bool names_file = !first.empty() && !first.starts_with("-");
-  WriteTable(context.tourney, context.host.files, names_file ? first : default_file, options);
+  UpdateAndWriteTable(context.tourney, context.host.files, names_file ? first : default_file,
+                      options);
 }
 
 }  // namespace
@@ -39,11 +41,11 @@ std::vector<WordForm> TableWords() {
 }
 
 void DoTable(CommandContext& context) {
-  WriteTableCommand(context, HtmlTableDefaults(context.tourney), "");
+  RunTableCommand(context, HtmlTableDefaults(context.tourney), "");
 }
 
 void DoTextTable(CommandContext& context) {
-  WriteTableCommand(context, TextTableDefaults(), "stdout");
+  RunTableCommand(context, TextTableDefaults(), "stdout");
 }
 
 }  // namespace tarvendo

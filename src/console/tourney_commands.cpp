@@ -44,7 +44,8 @@ void DoReset(CommandContext& context) {
   context.file.AutoSave(context.tourney);
   context.brackets.Clear();
   DeleteReasonFiles(context.tourney, context.host.files);
-  Print(context.tourney.Reset() ? "Tourney reseted.\n" : "Tourney reset failed!\n");
+  context.tourney.Reset();
+  Print("Tourney reseted.\n");
 }
 
 void DoLoad(CommandContext& context) {

@@ -8,8 +8,8 @@
 namespace tarvendo {
 namespace {
 
-/// In quarter points. Wider than any difference of scores.
-constexpr int kWidest = 1'000'000'000;
+/// Wider than any difference of scores.
+constexpr QuarterPoints kWidest = 1'000'000'000;
 
 int LastNumber(const PairingField& field) {
   return static_cast<int>(field.Size());
@@ -28,8 +28,8 @@ Bracket OneBigBracket(const PairingField& field) {
 }
 
 /// The highest points of those without a game in the round; nothing when there is nobody.
-std::optional<int> HighestFreePoints(const PairingField& field) {
-  std::optional<int> highest;
+std::optional<QuarterPoints> HighestFreePoints(const PairingField& field) {
+  std::optional<QuarterPoints> highest;
   for (int number = 1; number <= LastNumber(field); ++number) {
     const Contender& contender = field.Get(number);
     if (!contender.has_game_in_round) {
@@ -39,8 +39,8 @@ std::optional<int> HighestFreePoints(const PairingField& field) {
   return highest;
 }
 
-int LowestPoints(const PairingField& field) {
-  int lowest = 2'000'000'000;
+QuarterPoints LowestPoints(const PairingField& field) {
+  QuarterPoints lowest = 2'000'000'000;
   for (int number = 1; number <= LastNumber(field); ++number) {
     lowest = std::min(lowest, field.Get(number).points);
   }
@@ -63,7 +63,7 @@ void RemoveEmptyBrackets(std::vector<Bracket>& brackets) {
 }
 
 /// A band takes in `step` different scores, and so does each of the bands below it.
-std::vector<Bracket> PairDownBands(const PairingField& field, int highest, int step) {
+std::vector<Bracket> PairDownBands(const PairingField& field, QuarterPoints highest, int step) {
   const auto bands = static_cast<std::size_t>(highest / step) + 1;
   auto band_of = [&](const Contender& contender) -> std::optional<int> {
     if (contender.has_game_in_round) return std::nullopt;
@@ -75,8 +75,8 @@ std::vector<Bracket> PairDownBands(const PairingField& field, int highest, int s
 }
 
 /// The same from the lowest score up.
-std::vector<Bracket> PairUpBands(const PairingField& field, int highest, int step) {
-  const int lowest = LowestPoints(field);
+std::vector<Bracket> PairUpBands(const PairingField& field, QuarterPoints highest, int step) {
+  const QuarterPoints lowest = LowestPoints(field);
   const int bands = (highest - lowest) / step + 1;
   return SortIntoBands(field, static_cast<std::size_t>(bands),
                        [&](const Contender& contender) -> std::optional<int> {
@@ -136,7 +136,7 @@ std::vector<Bracket> MakeBrackets(const PairingField& field, BracketWidth width,
     Number(brackets);
     return brackets;
   }
-  const std::optional<int> highest = HighestFreePoints(field);
+  const std::optional<QuarterPoints> highest = HighestFreePoints(field);
   if (!highest) return brackets;
   const int step = std::clamp(width.quarter_points, 0, kWidest) + 1;
   brackets = mode == BracketMode::kPairDown ? PairDownBands(field, *highest, step)

@@ -14,7 +14,7 @@ struct BracketSize {
 
 /// The same in quarter points, in which scores are kept.
 struct BracketWidth {
-  int quarter_points = 0;
+  QuarterPoints quarter_points = 0;
 };
 
 /// Less than nothing counts as nothing. What is far wider than any two scores lie apart is cut to a

@@ -11,6 +11,7 @@
 #include "pairing/colour_rules.h"
 #include "platform/clock.h"
 #include "platform/faults.h"
+#include "tourney/pairing_games.h"
 #include "tourney/rounds.h"
 #include "tourney/tourney.h"
 
@@ -24,8 +25,8 @@ std::string NameOf(const Tourney& tourney, int number) {
 
 std::string HeaderText(const Tourney& tourney, const Bracket& bracket) {
   const Player* first = tourney.FindParticipant(bracket.Entries().front().number);
-  const int half_points = first == nullptr ? 0 : first->points / 2;
-  return Format("\nBracket %2d (%d.%d)\n", bracket.number, half_points / 2, half_points % 2 * 5);
+  const std::string points = HalfPointText(first == nullptr ? 0 : first->points);
+  return Format("\nBracket %2d (%s)\n", bracket.number, points.c_str());
 }
 
 std::string EntryText(const Tourney& tourney, const BracketEntry& entry) {
@@ -42,19 +43,11 @@ bool HasUnpairedEntry(const Bracket& bracket) {
                      [](const BracketEntry& entry) { return entry.IsFree(); });
 }
 
-/// The games of a pair: one in every sub-round, the colours by turns.
-void AddGamesOf(Tourney& tourney, ColouredPair pair) {
-  const int sub_rounds = PlayableSubRounds(tourney, tourney.Participants().size());
-  for (int sub_round = 1; sub_round <= sub_rounds; ++sub_round) {
-    tourney.AddGame(pair.white, pair.black, tourney.State().round, sub_round);
-    std::swap(pair.white, pair.black);
-  }
-}
-
 void CreateGamesOf(Tourney& tourney, Bracket& bracket, ColourToggle& toggle) {
   if (HasUnpairedEntry(bracket)) PrintText(BracketText(tourney, bracket));
+  const int sub_rounds = PlayableSubRounds(tourney, tourney.Participants().size());
   for (const ColouredPair& pair : TakePairs(bracket, toggle))
-    AddGamesOf(tourney, pair);
+    AddGamesOfPairing(tourney, pair.white, pair.black, tourney.State().round, sub_rounds);
 }
 
 /// Whether the player of `entry` gets White against that of `other`.

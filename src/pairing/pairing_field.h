@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "base/scores.h"
 #include "pairing/player_set.h"
 #include "players/player.h"
 
@@ -12,7 +13,7 @@ class Tourney;
 
 /// What the pairing knows of one participant.
 struct Contender {
-  int points = 0;                    ///< quarter points
+  QuarterPoints points = 0;
   bool has_game_in_round = false;    ///< of the round to be paired, played or not
   int colour_state = kNoColourWish;  ///< ColourState
 };

@@ -38,7 +38,7 @@ std::optional<SwissSearch> SwissSearch::Begin(Tourney& tourney, BracketList& bra
     Print("Try CreateRRGames instead.\n");
     return std::nullopt;
   }
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   const int round = tourney.State().round;
   Print("Pairing swiss round %d... ", round);
   brackets.clock.SetLimit(request.time_limit);

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/letters.h"
+
 namespace tarvendo {
 namespace {
 
@@ -25,14 +27,10 @@ bool IsQuote(char c) {
   return c == '"' || c == '\'';
 }
 
-char LowerAscii(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 bool IsKeyword(const Word& word, std::string_view keyword) {
   if (word.was_quoted || word.text.size() != keyword.size()) return false;
   for (std::size_t i = 0; i < keyword.size(); ++i) {
-    if (LowerAscii(word.text[i]) != keyword[i]) return false;
+    if (ToLowerLetter(word.text[i]) != keyword[i]) return false;
   }
   return true;
 }

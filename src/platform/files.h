@@ -76,11 +76,9 @@ class FileSystem {
   /// and read (missing, a directory, no permission).
   virtual std::optional<std::string> ReadText(const std::string& path) = 0;
 
-  /// The bytes of a file from `offset` (0-based) to its present end, unfolded: for files that
-  /// another program is still writing. An offset behind the end gives an empty text.
-  virtual std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) = 0;
-
-  /// Likewise, but no more than `most` bytes.
+  /// The bytes of a file from `offset` (0-based) to its present end, but no more than `most`, as
+  /// they are: also for files that another program is still writing. An offset behind the end gives
+  /// an empty text, a file that cannot be read nothing.
   virtual std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
                                               std::size_t most) = 0;
 
@@ -121,7 +119,7 @@ class FileSystem {
   /// be said whether it is.
   virtual bool RenameDurably(const std::string& from, const std::string& to) = 0;
 
-  /// Waits until it is on the disk that there is a file of that name. True on a host that sees to
+  /// Waits until the name of the file, which is there, is on the disk. True on a host that sees to
   /// that by itself.
   virtual bool SyncName(const std::string& path) = 0;
 

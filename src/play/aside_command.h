@@ -19,17 +19,17 @@ class AsideCommand {
   /// the command has ended.
   AsideCommand(const Host& host, const std::string& line, std::string output_file,
                std::unique_ptr<LockedFile> lock);
-  /// What still runs goes on, and its output stays.
+  /// A command that still runs goes on, and its output stays.
   ~AsideCommand() = default;
   AsideCommand(const AsideCommand&) = delete;
   AsideCommand& operator=(const AsideCommand&) = delete;
 
-  /// Also one that could not be started has ended, without output.
+  /// True also for a command that could not be started; it has no output.
   bool HasEnded() const;
 
   TimePoint Started() const { return started_; }
 
-  /// Its whole output, of a command that has ended; the file goes.
+  /// The whole output of a command that has ended. Its file is deleted.
   std::string TakeOutput();
 
   /// Ends it, with all that it has started.

@@ -13,8 +13,8 @@ namespace {
 constexpr int kHeaderLines = 5;
 constexpr const char* kBoardSetUp = "gameends(0,";
 
-/// So ends a line about the end of a game that is read from a file, with 3 for the file: others
-/// have 2 for the user, 5 and 6 for the engines, and so on.
+/// How a line ends that tells the end of a game read from a file. The 3 stands for the file; other
+/// lines have 2 for the user, 5 and 6 for the engines, and so on.
 constexpr std::string_view kFromFile = ", 3)";
 
 constexpr std::size_t kPart = std::size_t{1} << 20U;  ///< bytes read at a time

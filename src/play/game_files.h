@@ -24,7 +24,7 @@ inline std::string DirectoryOf(const std::string& path) {
   return separator == std::string::npos ? "." : path.substr(0, std::max<std::size_t>(separator, 1));
 }
 
-/// Both of them.
+/// The two files that tell why the game has no result.
 inline std::array<std::string, 2> ReasonFiles(const std::string& pgn_file) {
   return {GameFileBeside(pgn_file, ".err"), GameFileBeside(pgn_file, ".out")};
 }

@@ -13,10 +13,11 @@ struct GameOrder {
   std::string black;
   std::string batch_file;
   std::string pgn_file;
-  std::string debug_file;       ///< WinBoard writes it; its line "GameEnds(.." tells the end
-  std::string claim_file;       ///< play/claim.h
-  std::string more_words = {};  ///< put behind those of the batch file, a blank behind them; not
-                                ///< known of an adopted game
+  std::string debug_file;  ///< WinBoard writes it; its line "GameEnds(.." tells the end
+  std::string claim_file;  ///< play/claim.h
+  /// Put behind the words of the batch file, with a blank behind them. Of an adopted game they are
+  /// not known.
+  std::string more_words = {};
   std::string job = {};  ///< what a scheduler knows it by; empty for one played on this machine
 };
 

@@ -99,7 +99,7 @@ class JobPlayer {
         saves_game = true;
       }
       if (!saves_game) continue;
-      // The last one counts, and one of the user's own would be the same for all games.
+      // Of several /debugfile= the last one counts; the user's own would be one file for all games.
       std::erase_if(step.words,
                     [](const std::string& word) { return word.starts_with("/debugfile="); });
       step.words.push_back("/debugfile=" + HostPath(try_.DebugFile()));

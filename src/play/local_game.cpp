@@ -30,8 +30,8 @@ void LocalGame::Start(TimePoint now, std::unique_ptr<LockedFile> claim) {
   Begin(now);
   const std::string batch_file = PreparePlace(host_.files, order_);
   batch_ = host_.processes.StartBatch(batch_file, claim.get());
-  // A game that cannot be started has left no debug file: what tells of that does so when one is
-  // missed, and the user finds the same as for every other reason.
+  // A game that cannot be started has left no debug file. That is told when the file is missed, so
+  // that the user is told the same whatever the reason.
   was_started_ = batch_.has_value();
 }
 

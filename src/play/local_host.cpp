@@ -8,7 +8,7 @@
 namespace tarvendo {
 namespace {
 
-/// So long nobody needs to be told of processes that stay behind their game.
+/// Processes that outlive their game are awaited for so long before somebody is told.
 constexpr std::chrono::milliseconds kStragglersGrace{10000};
 
 }  // namespace

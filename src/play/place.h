@@ -23,8 +23,8 @@ std::string OwnDebugFile(const std::string& files_path, int number);
 /// The directory of that file, for an order that has one of its own; otherwise empty.
 std::string OwnDirectory(const GameOrder& order);
 
-/// Which of the two a game has that was begun, when nothing else tells it: its own where it has a
-/// directory.
+/// The debug file of a game that was begun, when nothing else tells it: the one of its own where it
+/// has a directory, otherwise the first place's.
 std::string DebugFileOfBegun(FileSystem& files, const std::string& files_path, int number);
 
 /// Makes the directory for the order's debug file, when it has one of its own, and the copy of its
@@ -36,11 +36,13 @@ std::string PreparePlace(FileSystem& files, const GameOrder& order);
 /// words: in that directory, or beside the batch file.
 std::string CopyOfBatch(const GameOrder& order);
 
-/// What a scheduler says when it gets the order's job: a file in the directory of its debug file.
+/// The file for what a scheduler says when it gets the order's job, in the directory of the order's
+/// debug file.
 std::string SubmissionFile(const GameOrder& order);
 
-/// Removes that copy, and the directory for the order's debug file, when it has one of its own,
-/// with what is in it, the tries of a scheduler's job too. False when the directory is still there.
+/// Removes the copy of the batch file and, for an order that has one, the directory of its debug
+/// file with what is in it, the tries of a scheduler's job too. False when the directory is still
+/// there.
 bool RemovePlace(FileSystem& files, const GameOrder& order);
 
 }  // namespace tarvendo

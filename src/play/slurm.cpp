@@ -24,7 +24,7 @@ bool IsPlain(char c) {
   return is_letter || (c >= '0' && c <= '9') || c == '-' || c == '.' || c == '_';
 }
 
-/// One word for the shell, in which nothing is run.
+/// A text as one word for the shell, which does nothing with what is in it.
 std::string Quoted(const std::string& word) {
   std::string quoted = "'";
   for (const char c : word)
@@ -145,8 +145,9 @@ std::string SlurmSubmitLine(const GameOrder& order, const SlurmOptions& options)
   std::string play =
       "exec " + Quoted(HostPath(options.program)) + " --play " + Quoted(HostPath(order.claim_file));
   if (options.patience > 0) play += " --patience " + std::to_string(options.patience);
-  // A job whose node is lost is queued again, unless the user or --cluster-options say that it is
-  // not. What would make one job many, or sbatch wait for its end, is not for games.
+  // A job whose node is lost is queued again, unless the user's settings or --cluster-options say
+  // otherwise. Settings that make many jobs of one, or let sbatch wait for the end, are not for
+  // games.
   std::string command =
       "unset SBATCH_WAIT SBATCH_ARRAY_INX; set --; "
       "[ -n \"${SBATCH_NO_REQUEUE+set}\" ] || set -- --requeue; sbatch \"$@\"";
@@ -162,7 +163,7 @@ std::string SlurmSubmitLine(const GameOrder& order, const SlurmOptions& options)
 }
 
 std::string SlurmQueueLine() {
-  // Whatever the user has set for his own looks would hide jobs.
+  // What users set for their own squeue could hide jobs.
   return Asked(
       "unset SQUEUE_ACCOUNT SQUEUE_ALL SQUEUE_ARRAY SQUEUE_ARRAY_UNIQUE SQUEUE_FORMAT "
       "SQUEUE_FORMAT2 SQUEUE_LICENSES SQUEUE_LOCAL SQUEUE_NAMES SQUEUE_PARTITION SQUEUE_QOS "

@@ -42,8 +42,8 @@ std::string SlurmQueueLine();
 /// What a command of Slurm's has said.
 struct SlurmAnswer {
   int exit_code = 0;
-  std::string
-      text;  ///< without the line that tells the exit code and without empty lines at the end
+  /// Without the line that tells the exit code and without empty lines at the end.
+  std::string text;
 
   /// Whether there is no such command.
   bool IsMissing() const { return exit_code == 126 || exit_code == 127; }

@@ -37,7 +37,7 @@ void Player::ReadRecord(RecordReader& reader) {
   }
   int count = 0;
   reader.ReadInt(count);
-  for (int i = 0; i < count && !reader.NothingLeft() && games.size() <= kMostPlaces; ++i) {
+  for (int i = 0; i < count && !reader.NothingLeft() && games.size() <= kMostInHistories; ++i) {
     EndWhenAsked();
     int game = -1;
     reader.ReadInt(game);

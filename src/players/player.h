@@ -36,8 +36,8 @@ struct PlayerTexts {
   bool operator==(const PlayerTexts&) const = default;
 };
 
-/// The most places of games that all histories of a tourney may hold together.
-inline constexpr std::size_t kMostPlaces = 16000000;
+/// The most games that all histories of a tourney may hold together.
+inline constexpr std::size_t kMostInHistories = 16000000;
 
 /// One chess engine. The player database holds them by value; a tourney holds copies of its own,
 /// which also carry the standing and the history. Used by the tourney's holder.
@@ -52,13 +52,13 @@ class Player {
 
   /// Reads such a block. Fields that the file no longer holds stay as they are; a count of
   /// positions that is negative or larger than what follows gives those that are there, one more
-  /// than kMostPlaces at most. Throws Terminated when the process is asked to end meanwhile.
+  /// than kMostInHistories at most. Throws Terminated when the process is asked to end meanwhile.
   void ReadRecord(RecordReader& reader);
 
   bool operator==(const Player&) const = default;
 
   PlayerTexts texts;
-  int number = 0;  ///< 1-based place in its list
+  int number = 0;  ///< 1-based; how commands name it
 
   // Of a participant only:
   int colour_state = kNoColourWish;
@@ -68,8 +68,8 @@ class Player {
   QuarterPoints buchholz = 0;
   QuarterPoints points = 0;
   int rank = 0;  ///< 1 is best
-  std::vector<int>
-      games;  ///< its history: 0-based places in the tourney's game list, as they were added
+  /// Its history: the indices (0-based) of its games in the tourney's list, as they were added.
+  std::vector<int> games;
 };
 
 /// Whether it is no engine but an empty place, against which a point is had without a game: its

@@ -31,33 +31,31 @@ bool PlayerDatabase::CreatePlayer(PlayerTexts texts) {
   if (player.texts.program_exe.empty() || IsFull()) return false;
   player.number = static_cast<int>(players_.size()) + 1;
   PrintText("Player " + player.texts.name + " created.\n");
-  places_.emplace(player.texts.name, players_.size());
+  index_of_.emplace(player.texts.name, players_.size());
   players_.push_back(std::move(player));
   return true;
 }
 
-bool PlayerDatabase::DeletePlayer(int number) {
+void PlayerDatabase::DeletePlayer(int number) {
   const auto found = std::find_if(players_.begin(), players_.end(),
                                   [&](const Player& player) { return player.number == number; });
   if (found != players_.end()) {
     PrintText("Player '" + found->texts.name + "' deleted from player list.\n");
     players_.erase(found);
-    NotePlaces();
+    NoteIndices();
   }
   int next = 1;
   for (Player& player : players_)
     player.number = next++;
-  return true;
 }
 
-bool PlayerDatabase::ListPlayers(const std::string& pattern, bool by_group) const {
+void PlayerDatabase::ListPlayers(const std::string& pattern, bool by_group) const {
   for (const Player& player : players_) {
     EndWhenAsked();
     const bool listed =
         by_group ? player.texts.group == pattern : BeginsWithNoCase(player.texts.name, pattern);
     if (listed) PrintText(PlayerGroupLine(player));
   }
-  return true;
 }
 
 Player* PlayerDatabase::FindByNumber(int number) {
@@ -66,19 +64,19 @@ Player* PlayerDatabase::FindByNumber(int number) {
 }
 
 Player* PlayerDatabase::FindByName(const std::string& name) {
-  const auto found = places_.find(name);
-  return found == places_.end() ? nullptr : &players_[found->second];
+  const auto found = index_of_.find(name);
+  return found == index_of_.end() ? nullptr : &players_[found->second];
 }
 
 void PlayerDatabase::Rename(Player& player, const std::string& name) {
   player.texts.name = name;
-  NotePlaces();
+  NoteIndices();
 }
 
-void PlayerDatabase::NotePlaces() {
-  places_.clear();
-  for (std::size_t place = 0; place < players_.size(); ++place)
-    places_.emplace(players_[place].texts.name, place);
+void PlayerDatabase::NoteIndices() {
+  index_of_.clear();
+  for (std::size_t index = 0; index < players_.size(); ++index)
+    index_of_.emplace(players_[index].texts.name, index);
 }
 
 }  // namespace tarvendo

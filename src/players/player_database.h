@@ -34,12 +34,11 @@ class PlayerDatabase {
 
   /// Deletes the player with that number (1-based) and prints "Player '%s' deleted from player
   /// list.\n"; the players are numbered anew. An unknown number deletes nobody and prints nothing.
-  /// Always true.
-  bool DeletePlayer(int number);
+  void DeletePlayer(int number);
 
   /// Prints a line for every player whose name begins with `pattern` (any case) or, by group, whose
-  /// whole group text is `pattern`. Always true.
-  bool ListPlayers(const std::string& pattern, bool by_group) const;
+  /// whole group text is `pattern`.
+  void ListPlayers(const std::string& pattern, bool by_group) const;
 
   /// The player with that number or that exact name; null when there is none. The name is changed
   /// by Rename only.
@@ -50,12 +49,12 @@ class PlayerDatabase {
   void Rename(Player& player, const std::string& name);
 
  private:
-  /// Finds every name's place anew.
-  void NotePlaces();
+  /// Finds every name's index anew.
+  void NoteIndices();
 
   std::size_t most_;
   std::vector<Player> players_;
-  std::unordered_map<std::string, std::size_t> places_;  ///< in the list, by name
+  std::unordered_map<std::string, std::size_t> index_of_;  ///< in the list, by name
 };
 
 }  // namespace tarvendo

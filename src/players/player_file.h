@@ -12,9 +12,9 @@ class PlayerDatabase;
 /// it is on the disk then. False when the file could not be written; nothing is printed of that.
 bool WritePlayerFile(FileSystem& files, const std::string& path, const PlayerDatabase& database);
 
-/// Adds the players of a player file to the database. When the first line is not "PLAYER_FILE": of
-/// a list of engines in JSON (players/engines_json.h) when the text begins with a "[", otherwise of
-/// WinBoard's configuration. With an empty path the "winboard.ini" beside WinBoard
+/// Adds the players of a player file to the database. A text whose first line is not "PLAYER_FILE"
+/// is read as a list of engines in JSON (players/engines_json.h) when it begins with a "[", and
+/// otherwise as WinBoard's configuration. With an empty path the "winboard.ini" beside WinBoard
 /// (`winboard_path`) is tried, and said so; without a separator in that path nothing happens.
 /// Prints "Error opening file '%s'\n" when the file cannot be read. False when nothing could be
 /// read.

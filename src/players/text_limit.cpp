@@ -3,15 +3,13 @@
 #include <array>
 #include <string>
 
-#include "base/line_reader.h"
 #include "base/log.h"
+#include "base/record_file.h"
 #include "base/text.h"
 #include "players/player.h"
 
 namespace tarvendo {
 namespace {
-
-constexpr std::size_t kLongest = kRecordLine - 1;
 
 struct Field {
   const char* name;
@@ -33,10 +31,10 @@ constexpr std::array<Field, 7> kFields = {{
 void CutToLines(PlayerTexts& texts) {
   for (const Field& field : kFields) {
     std::string& text = texts.*field.text;
-    if (text.size() <= kLongest) continue;
-    text.resize(kLongest);
+    if (text.size() <= kRecordText) continue;
+    text.resize(kRecordText);
     PrintText(Format("%s of player '%s' cut to %d characters.\n", field.name, texts.name.c_str(),
-                     static_cast<int>(kLongest)));
+                     static_cast<int>(kRecordText)));
   }
 }
 

@@ -174,8 +174,8 @@ void TakeNameAndOptions(const Words& words, std::size_t name_words, PlayerTexts&
   TakeCommand(command_words, command_words.size(), texts);
 }
 
-/// What is to be merged into the player who has the name already: options that are there are not
-/// put there again, nor is the blank of a list that has none.
+/// Prepares the merging into the player who has the name already: takes out the options that he
+/// has. No options at all would add a blank, which is taken out where one is there.
 void LeaveOutOptionsOf(const Player& player, std::string PlayerTexts::*options,
                        PlayerTexts& texts) {
   const std::string& stored = player.texts.*options;

@@ -38,7 +38,7 @@ class CsvLine {
     if (!value) return Empty();
     Begin();
     const std::string number = Format("%.*f", digits, *value);
-    // A negative number that is rounded to nothing is nothing.
+    // Nothing has no sign: "-0.0" is what a small negative number is rounded to.
     const bool is_zero = number.find_first_of("123456789") == std::string::npos;
     text_ += is_zero && number.starts_with('-') ? number.substr(1) : number;
     return *this;
@@ -90,17 +90,17 @@ std::string StandingsCsv(const Report& report) {
   std::string text =
       "rank,number,name,bye,points,games,won,drawn,lost,percent,"
       "rating,elo,elo_low,elo_high,group,buchholz,sonneborn_berger\n";
-  for (const std::size_t place : report.order) {
-    const ReportParticipant& shown = report.participants[place];
+  for (const std::size_t index : report.order) {
+    const ReportParticipant& shown = report.participants[index];
     CsvLine line(text);
     line.Number(shown.is_bye ? std::nullopt : std::optional(shown.rank));
     line.Number(shown.number).Text(shown.name).Text(shown.is_bye ? "yes" : "no");
-    line.Decimal(shown.points / 4.0, 1);
+    line.Decimal(InPoints(shown.points), 1);
     for (const int count : {shown.games, shown.wins, shown.draws, shown.losses})
       line.Number(count);
     line.Decimal(shown.Percent(), 1);
-    AddRating(line, report.elo.Of(place));
-    line.Decimal(shown.buchholz / 4.0, 2).Decimal(shown.sonneborn_berger / 4.0, 2).End();
+    AddRating(line, report.elo.Of(index));
+    line.Decimal(InPoints(shown.buchholz), 2).Decimal(InPoints(shown.sonneborn_berger), 2).End();
   }
   return text;
 }

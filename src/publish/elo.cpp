@@ -25,11 +25,19 @@ struct Opponent {
   bool is_rated;
 };
 
-/// A player with a clean score, and whom it is measured against.
-struct CleanScore {
-  std::vector<Opponent> opponents;
+/// What a player has scored in all its games, and whom that is measured against when it is clean.
+struct WholeScore {
   double score = 0;
   double games = 0;
+  std::vector<std::pair<int, double>> games_by_group;  ///< the opponents' group, and the games
+  int measured_in = 0;                                 ///< the group of these opponents:
+  std::vector<Opponent> opponents;
+
+  void Add(double points, double count, const EloRating& opponent) {
+    score += points;
+    games += count;
+    games_by_group.emplace_back(opponent.group, count);
+  }
 
   bool IsClean() const { return games > 0 && (score == 0 || score == games); }
 };
@@ -77,12 +85,38 @@ double VarianceOf(const EloRating& rating) {
 int GroupPlayedMost(const std::vector<std::pair<int, double>>& games_by_group) {
   std::vector<double> games;
   for (const auto& [group, count] : games_by_group) {
-    const auto place = static_cast<std::size_t>(group);
-    if (games.size() <= place) games.resize(place + 1, 0.0);
-    if (group > 0) games[place] += count;
+    const auto index = static_cast<std::size_t>(group);
+    if (games.size() <= index) games.resize(index + 1, 0.0);
+    if (group > 0) games[index] += count;
   }
   const auto most = std::max_element(games.begin(), games.end());
   return most == games.end() || *most == 0 ? 0 : static_cast<int>(most - games.begin());
+}
+
+/// The scores of all players. Only those have opponents that have a clean score and no rating.
+std::vector<WholeScore> ScoresToBound(const std::vector<EloRating>& ratings,
+                                      const std::vector<PairScore>& pairs) {
+  std::vector<WholeScore> scores(ratings.size());
+  for (const PairScore& pair : pairs) {
+    scores[pair.first].Add(pair.score, pair.games, ratings[pair.second]);
+    scores[pair.second].Add(pair.games - pair.score, pair.games, ratings[pair.first]);
+  }
+  const auto has_bound = [&](std::size_t player) {
+    return ratings[player].kind == EloKind::kNone && scores[player].IsClean();
+  };
+  for (std::size_t i = 0; i < scores.size(); ++i) {
+    if (has_bound(i)) scores[i].measured_in = GroupPlayedMost(scores[i].games_by_group);
+  }
+  const auto note = [&](std::size_t player, std::size_t other, double games) {
+    const EloRating& rating = ratings[other];
+    if (!has_bound(player) || rating.group != scores[player].measured_in) return;
+    scores[player].opponents.push_back({games, rating.elo, rating.group != 0});
+  };
+  for (const PairScore& pair : pairs) {
+    note(pair.first, pair.second, pair.games);
+    note(pair.second, pair.first, pair.games);
+  }
+  return scores;
 }
 
 }  // namespace
@@ -92,15 +126,15 @@ EloTable::EloTable(EloTable&&) noexcept = default;
 EloTable& EloTable::operator=(EloTable&&) noexcept = default;
 
 EloTable::EloTable(std::size_t players, std::vector<PairScore> pairs)
-    : ratings_(players), place_(players, 0) {
+    : ratings_(players), index_in_group_(players, 0) {
   const auto groups = EloGroups(players, pairs);
   for (const auto& group : groups) {
     if (group.size() < 2) break;
     covariances_.emplace_back();
-    for (std::size_t place = 0; place < group.size(); ++place) {
-      place_[group[place]] = place;
-      ratings_[group[place]].group = Groups();
-      ratings_[group[place]].kind = EloKind::kRated;
+    for (std::size_t index = 0; index < group.size(); ++index) {
+      index_in_group_[group[index]] = index;
+      ratings_[group[index]].group = Groups();
+      ratings_[group[index]].kind = EloKind::kRated;
     }
   }
   std::vector<std::vector<PairScore>> pairs_of_group(covariances_.size());
@@ -108,7 +142,7 @@ EloTable::EloTable(std::size_t players, std::vector<PairScore> pairs)
     const int group = ratings_[pair.first].group;
     if (group == 0 || ratings_[pair.second].group != group) continue;
     pairs_of_group[static_cast<std::size_t>(group) - 1].push_back(
-        {place_[pair.first], place_[pair.second], pair.score, pair.games});
+        {index_in_group_[pair.first], index_in_group_[pair.second], pair.score, pair.games});
   }
   for (std::size_t i = 0; i < covariances_.size(); ++i)
     RateGroup(groups[i], std::move(pairs_of_group[i]));
@@ -117,8 +151,8 @@ EloTable::EloTable(std::size_t players, std::vector<PairScore> pairs)
 
 void EloTable::RateGroup(const std::vector<std::size_t>& group, std::vector<PairScore> pairs) {
   const std::vector<double> natural = LikeliestRatings(group.size(), pairs);
-  for (std::size_t place = 0; place < group.size(); ++place)
-    ratings_[group[place]].elo = natural[place] * kEloPerUnit;
+  for (std::size_t index = 0; index < group.size(); ++index)
+    ratings_[group[index]].elo = natural[index] * kEloPerUnit;
   if (group.size() > kMostForIntervals) return;
   std::vector<PairInformation> information;
   information.reserve(pairs.size());
@@ -127,46 +161,23 @@ void EloTable::RateGroup(const std::vector<std::size_t>& group, std::vector<Pair
     information.push_back({pair.first, pair.second, pair.games * expected * (1 - expected)});
   }
   auto covariances = std::make_unique<RatingCovariances>(group.size(), information);
-  for (std::size_t place = 0; place < group.size(); ++place) {
-    const double variance = std::max(covariances->Variance(place), 0.0);
-    ratings_[group[place]].margin = kErrorsOf95Percent * kEloPerUnit * std::sqrt(variance);
+  for (std::size_t index = 0; index < group.size(); ++index) {
+    const double variance = std::max(covariances->Variance(index), 0.0);
+    ratings_[group[index]].margin = kErrorsOf95Percent * kEloPerUnit * std::sqrt(variance);
   }
   covariances_[static_cast<std::size_t>(ratings_[group.front()].group) - 1] =
       std::move(covariances);
 }
 
 void EloTable::SetBounds(const std::vector<PairScore>& pairs) {
-  std::vector<CleanScore> clean(ratings_.size());
-  std::vector<std::vector<std::pair<int, double>>> met(ratings_.size());
-  for (const PairScore& pair : pairs) {
-    clean[pair.first].score += pair.score;
-    clean[pair.second].score += pair.games - pair.score;
-    clean[pair.first].games += pair.games;
-    clean[pair.second].games += pair.games;
-    met[pair.first].emplace_back(ratings_[pair.second].group, pair.games);
-    met[pair.second].emplace_back(ratings_[pair.first].group, pair.games);
-  }
-  std::vector<int> measured_in(ratings_.size(), 0);
+  const std::vector<WholeScore> scores = ScoresToBound(ratings_, pairs);
   for (std::size_t i = 0; i < ratings_.size(); ++i) {
-    const bool has_bound = ratings_[i].kind == EloKind::kNone && clean[i].IsClean();
-    if (has_bound) measured_in[i] = GroupPlayedMost(met[i]);
-  }
-  const auto note = [&](std::size_t player, std::size_t other, double games) {
-    if (ratings_[player].kind != EloKind::kNone || !clean[player].IsClean()) return;
-    const EloRating& rating = ratings_[other];
-    if (rating.group != measured_in[player]) return;
-    clean[player].opponents.push_back({games, rating.elo, rating.group != 0});
-  };
-  for (const PairScore& pair : pairs) {
-    note(pair.first, pair.second, pair.games);
-    note(pair.second, pair.first, pair.games);
-  }
-  for (std::size_t i = 0; i < ratings_.size(); ++i) {
-    if (clean[i].opponents.empty()) continue;
-    const bool has_won = clean[i].score > 0;
+    const WholeScore& whole = scores[i];
+    if (whole.opponents.empty()) continue;
+    const bool has_won = whole.score > 0;
     ratings_[i].kind = has_won ? EloKind::kAtLeast : EloKind::kAtMost;
-    ratings_[i].elo = has_won ? LowerBound(clean[i].opponents) : UpperBound(clean[i].opponents);
-    ratings_[i].group = measured_in[i];
+    ratings_[i].elo = has_won ? LowerBound(whole.opponents) : UpperBound(whole.opponents);
+    ratings_[i].group = whole.measured_in;
   }
 }
 
@@ -177,8 +188,8 @@ std::optional<double> EloTable::ChanceOfSuperiority(std::size_t a, std::size_t b
   if (first.group != second.group) return {};
   const auto& covariances = covariances_[static_cast<std::size_t>(first.group) - 1];
   if (!covariances) return {};
-  const double variance =
-      VarianceOf(first) + VarianceOf(second) - 2 * covariances->Covariance(place_[a], place_[b]);
+  const double variance = VarianceOf(first) + VarianceOf(second) -
+                          2 * covariances->Covariance(index_in_group_[a], index_in_group_[b]);
   if (variance <= 0) return {};
   const double errors = (first.elo - second.elo) / (kEloPerUnit * std::sqrt(variance));
   return 0.5 * std::erfc(-errors / std::sqrt(2.0));

@@ -61,7 +61,7 @@ class EloTable {
   void SetBounds(const std::vector<PairScore>& pairs);
 
   std::vector<EloRating> ratings_;
-  std::vector<std::size_t> place_;                               ///< of each player in its group
+  std::vector<std::size_t> index_in_group_;                      ///< of each player in its group
   std::vector<std::unique_ptr<RatingCovariances>> covariances_;  ///< of each group
 };
 

@@ -7,7 +7,7 @@ namespace tarvendo {
 
 /// What two players have scored against each other, in all their games.
 struct PairScore {
-  std::size_t first = 0;  ///< 0-based places of the players, first < second
+  std::size_t first = 0;  ///< 0-based indices of the players, first < second
   std::size_t second = 0;
   double score = 0;  ///< points of `first`: a win is 1, a draw 0.5
   double games = 0;
@@ -20,7 +20,7 @@ struct PairScore {
 /// likelihood has a maximum (L. R. Ford, "Solution of a ranking problem from binary comparisons",
 /// American Mathematical Monthly 64, 1957); found by R. Tarjan's algorithm, "Depth-first search and
 /// linear graph algorithms", SIAM Journal on Computing 1, 1972. Gives the players of each group, by
-/// their places, the largest group first.
+/// their indices, the largest group first.
 std::vector<std::vector<std::size_t>> EloGroups(std::size_t players,
                                                 const std::vector<PairScore>& pairs);
 

@@ -43,9 +43,9 @@ void AddName(std::string& html, std::string_view name) {
 }
 
 std::string PointsForPeople(QuarterPoints points) {
-  const bool has_half = (static_cast<unsigned>(points) & 2U) != 0;
-  if (!has_half) return std::to_string(points / 4);
-  return (points / 4 == 0 ? "" : std::to_string(points / 4)) + "½";
+  const int whole = WholePoints(points);
+  if (!HasHalfPoint(points)) return std::to_string(whole);
+  return (whole == 0 ? "" : std::to_string(whole)) + "½";
 }
 
 std::string EloForPeople(double elo) {

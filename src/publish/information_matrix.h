@@ -7,7 +7,7 @@ namespace tarvendo {
 
 /// How much the games between two players tell about their difference.
 struct PairInformation {
-  std::size_t first;  ///< 0-based places
+  std::size_t first;  ///< 0-based indices of the players
   std::size_t second;
   double weight;  ///< games x expected score x expected score of the other; above 0
 };

@@ -18,11 +18,6 @@ double Rounded(double value, double steps) {
   return std::round(value * steps) / steps + 0.0;
 }
 
-template <typename Value>
-Json OrNull(const std::optional<Value>& value) {
-  return value ? Json(*value) : Json(nullptr);
-}
-
 Json RatingJson(const EloRating& rating) {
   Json json;
   switch (rating.kind) {
@@ -46,29 +41,29 @@ Json RatingJson(const EloRating& rating) {
   return json;
 }
 
-Json ParticipantJson(const Report& report, std::size_t place) {
-  const ReportParticipant& shown = report.participants[place];
+Json ParticipantJson(const Report& report, std::size_t index) {
+  const ReportParticipant& shown = report.participants[index];
   Json json;
   json["number"] = shown.number;
   json["name"] = shown.name;
   json["bye"] = shown.is_bye;
   json["rank"] = shown.is_bye ? Json(nullptr) : Json(shown.rank);
-  json["points"] = shown.points / 4.0;
+  json["points"] = InPoints(shown.points);
   json["games"] = shown.games;
   json["won"] = shown.wins;
   json["drawn"] = shown.draws;
   json["lost"] = shown.losses;
   const auto percent = shown.Percent();
   json["percent"] = percent ? Json(Rounded(*percent, 100)) : Json(nullptr);
-  json["rating"] = RatingJson(report.elo.Of(place));
-  json["buchholz"] = shown.buchholz / 4.0;
-  json["sonnebornBerger"] = shown.sonneborn_berger / 4.0;
+  json["rating"] = RatingJson(report.elo.Of(index));
+  json["buchholz"] = InPoints(shown.buchholz);
+  json["sonnebornBerger"] = InPoints(shown.sonneborn_berger);
   return json;
 }
 
-Json NumberOf(const Report& report, int place) {
-  if (place < 0) return nullptr;
-  return report.participants[static_cast<std::size_t>(place)].number;
+Json NumberOf(const Report& report, int index) {
+  if (index < 0) return nullptr;
+  return report.participants[static_cast<std::size_t>(index)].number;
 }
 
 Json GameJson(const Report& report, const ReportGame& game) {
@@ -113,7 +108,7 @@ Json HeadJson(const Report& report) {
   return json;
 }
 
-/// The row of a participant: a place for each participant, in list order.
+/// The row of a participant: one entry for each participant, in list order.
 Json ChancesJson(const Report& report, std::size_t a) {
   Json row = Json::array();
   for (std::size_t b = 0; b < report.participants.size(); ++b) {
@@ -141,12 +136,12 @@ std::string ReportJson(const Report& report) {
   for (const auto& [name, value] : head.items())
     text += (text.size() == 1 ? "\n\"" : ",\n\"") + name + "\": " + value.dump();
   AddList(text, "participants", report.participants.size(),
-          [&](std::size_t place) { return ParticipantJson(report, place); });
+          [&](std::size_t index) { return ParticipantJson(report, index); });
   AddList(text, "games", report.games.size(),
           [&](std::size_t game) { return GameJson(report, report.games[game]); });
   if (report.counts.participants <= kMostForChances) {
     AddList(text, "superiority", report.participants.size(),
-            [&](std::size_t place) { return ChancesJson(report, place); });
+            [&](std::size_t index) { return ChancesJson(report, index); });
   }
   return text + "\n}\n";
 }

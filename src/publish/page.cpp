@@ -126,10 +126,10 @@ void EndBox(std::string& html, bool folded) {
   if (folded) html += "</details>\n";
 }
 
-std::vector<std::size_t> RankedPlaces(const Report& report) {
-  std::vector<std::size_t> places = report.order;
-  places.resize(static_cast<std::size_t>(report.counts.participants));
-  return places;
+std::vector<std::size_t> ByRank(const Report& report) {
+  std::vector<std::size_t> ranked = report.order;
+  ranked.resize(static_cast<std::size_t>(report.counts.participants));
+  return ranked;
 }
 
 std::string ReportPage(const Report& report, const PageSurroundings& surroundings) {

@@ -10,8 +10,8 @@ struct Report;
 
 /// What the page has beside it.
 struct PageSurroundings {
-  /// Games whose record lies before this place of the tourney's PGN file are in games.pgn; 0: there
-  /// is no such file.
+  /// games.pgn has the records that begin before this byte of the tourney's PGN file; 0: there is
+  /// no games.pgn.
   std::uint64_t pgn_until = std::numeric_limits<std::uint64_t>::max();
 };
 

@@ -43,10 +43,10 @@ double HighEnd(const EloRating& rating) {
   return rating.elo + rating.margin.value_or(0);
 }
 
-EloScale ScaleFor(const Report& report, const std::vector<std::size_t>& places) {
+EloScale ScaleFor(const Report& report, const std::vector<std::size_t>& ranked) {
   EloScale scale;
-  for (const std::size_t place : places) {
-    const EloRating& rating = report.elo.Of(place);
+  for (const std::size_t index : ranked) {
+    const EloRating& rating = report.elo.Of(index);
     if (rating.kind == EloKind::kNone) continue;
     scale.low = std::min(scale.low, LowEnd(rating));
     scale.high = std::max(scale.high, HighEnd(rating));
@@ -116,17 +116,15 @@ constexpr std::size_t kMostLines = 8;
 constexpr int kMostRoundsInChart = 2000;
 
 /// The points of one participant behind each round that it has played in, from round 0 on.
-std::vector<double> PointsByRound(const Report& report, std::size_t place, int rounds) {
+std::vector<double> PointsByRound(const Report& report, std::size_t index, int rounds) {
   std::vector<double> gained(static_cast<std::size_t>(rounds) + 1, 0.0);
   std::size_t last = 0;
   for (const ReportGame& game : report.games) {
-    const bool is_white = game.white == static_cast<int>(place);
-    if (!is_white && game.black != static_cast<int>(place)) continue;
+    const bool is_white = game.white == static_cast<int>(index);
+    if (!is_white && game.black != static_cast<int>(index)) continue;
     if (game.state != ReportGameState::kPlayed || game.round < 1 || game.round > rounds) continue;
-    Game scored;
-    scored.result = game.result;
     const auto round = static_cast<std::size_t>(game.round);
-    gained[round] += (is_white ? WhiteScore(scored) : BlackScore(scored)) / double{kWinPoints};
+    gained[round] += InPoints(is_white ? WhiteScore(game.result) : BlackScore(game.result));
     last = std::max(last, round);
   }
   gained.resize(last + 1);
@@ -165,69 +163,8 @@ void AddLine(std::string& html, const std::vector<double>& points, std::size_t l
   html += Format("<path class=\"line c%d\" d=\"%s\"/>", AsInt(line + 1), path.c_str());
 }
 
-void AddLegend(std::string& html, const Report& report, const std::vector<std::size_t>& places) {
-  html += "<ul class=legend>\n";
-  for (std::size_t line = 0; line < places.size(); ++line) {
-    html += Format(
-        "<li><svg width=34 height=12 aria-hidden=true><path class=\"line c%d\" "
-        "d=\"M1 6h32\"/></svg><span>",
-        AsInt(line + 1));
-    AddName(html, report.participants[places[line]].name);
-    html += ' ';
-    html += PointsForPeople(report.participants[places[line]].points);
-    html += "</span>\n";
-  }
-  html += "</ul>\n";
-}
-
-}  // namespace
-
-void AddEloChart(std::string& html, const Report& report) {
-  std::vector<std::size_t> places = RankedPlaces(report);
-  std::stable_sort(places.begin(), places.end(), [&](std::size_t a, std::size_t b) {
-    return report.elo.Of(a).group < report.elo.Of(b).group;
-  });
-  const std::size_t all = places.size();
-  if (all > kPageLimits.elo_rows) places.resize(kPageLimits.elo_rows);
-  BeginSection(html, "elo", "Elo",
-               all > places.size()
-                   ? Format("With 95 %% intervals; the first %d of %d, all are in the standings.",
-                            AsInt(places.size()), AsInt(all))
-                   : "With 95 % intervals, in the order of rank.");
-  const EloScale scale = ScaleFor(report, places);
-  html += "<div class=elo>\n";
-  AddEloAxis(html, scale);
-  for (const std::size_t place : places) {
-    const EloRating& rating = report.elo.Of(place);
-    html += "<div><span>";
-    AddName(html, report.participants[place].name);
-    html += "</span><svg aria-hidden=true>";
-    AddEloMarks(html, scale);
-    if (rating.kind != EloKind::kNone) AddEloShape(html, scale, rating);
-    html += "</svg><span>" + EloWords(rating) + "</span></div>\n";
-  }
-  html += "</div>\n";
-  EndSection(html);
-}
-
-void AddPointsChart(std::string& html, const Report& report) {
-  std::vector<std::size_t> places = RankedPlaces(report);
-  const bool is_part = places.size() > kMostLines;
-  if (is_part) places.resize(kMostLines);
-  BeginSection(html, "points", "Points by round",
-               is_part ? Format("The first %d of the standings.", AsInt(kMostLines)) : "");
-  const int rounds = RoundsPlayed(report);
-  if (rounds == 0 || places.empty()) {
-    html += "<p>No game has been played yet.</p>\n";
-    EndSection(html);
-    return;
-  }
-  std::vector<std::vector<double>> lines;
-  double highest = 1;
-  for (const std::size_t place : places) {
-    lines.push_back(PointsByRound(report, place, rounds));
-    highest = std::max(highest, std::ceil(lines.back().back()));
-  }
+void AddDrawing(std::string& html, const std::vector<std::vector<double>>& lines, int rounds,
+                double highest) {
   html += "<div class=points><div class=side>";
   AddMarks(html, "bottom", highest);
   html +=
@@ -240,7 +177,73 @@ void AddPointsChart(std::string& html, const Report& report) {
   html += "</svg><div class=marks>";
   AddMarks(html, "left", rounds);
   html += "</div></div>\n";
-  AddLegend(html, report, places);
+}
+
+void AddLegend(std::string& html, const Report& report, const std::vector<std::size_t>& ranked) {
+  html += "<ul class=legend>\n";
+  for (std::size_t line = 0; line < ranked.size(); ++line) {
+    html += Format(
+        "<li><svg width=34 height=12 aria-hidden=true><path class=\"line c%d\" "
+        "d=\"M1 6h32\"/></svg><span>",
+        AsInt(line + 1));
+    AddName(html, report.participants[ranked[line]].name);
+    html += ' ';
+    html += PointsForPeople(report.participants[ranked[line]].points);
+    html += "</span>\n";
+  }
+  html += "</ul>\n";
+}
+
+}  // namespace
+
+void AddEloChart(std::string& html, const Report& report) {
+  std::vector<std::size_t> ranked = ByRank(report);
+  std::stable_sort(ranked.begin(), ranked.end(), [&](std::size_t a, std::size_t b) {
+    return report.elo.Of(a).group < report.elo.Of(b).group;
+  });
+  const std::size_t all = ranked.size();
+  if (all > kPageLimits.elo_rows) ranked.resize(kPageLimits.elo_rows);
+  BeginSection(html, "elo", "Elo",
+               all > ranked.size()
+                   ? Format("With 95 %% intervals; the first %d of %d, all are in the standings.",
+                            AsInt(ranked.size()), AsInt(all))
+                   : "With 95 % intervals, in the order of rank.");
+  const EloScale scale = ScaleFor(report, ranked);
+  html += "<div class=elo>\n";
+  AddEloAxis(html, scale);
+  for (const std::size_t index : ranked) {
+    const EloRating& rating = report.elo.Of(index);
+    html += "<div><span>";
+    AddName(html, report.participants[index].name);
+    html += "</span><svg aria-hidden=true>";
+    AddEloMarks(html, scale);
+    if (rating.kind != EloKind::kNone) AddEloShape(html, scale, rating);
+    html += "</svg><span>" + EloWords(rating) + "</span></div>\n";
+  }
+  html += "</div>\n";
+  EndSection(html);
+}
+
+void AddPointsChart(std::string& html, const Report& report) {
+  std::vector<std::size_t> ranked = ByRank(report);
+  const bool is_part = ranked.size() > kMostLines;
+  if (is_part) ranked.resize(kMostLines);
+  BeginSection(html, "points", "Points by round",
+               is_part ? Format("The first %d of the standings.", AsInt(kMostLines)) : "");
+  const int rounds = RoundsPlayed(report);
+  if (rounds == 0 || ranked.empty()) {
+    html += "<p>No game has been played yet.</p>\n";
+    EndSection(html);
+    return;
+  }
+  std::vector<std::vector<double>> lines;
+  double highest = 1;
+  for (const std::size_t index : ranked) {
+    lines.push_back(PointsByRound(report, index, rounds));
+    highest = std::max(highest, std::ceil(lines.back().back()));
+  }
+  AddDrawing(html, lines, rounds, highest);
+  AddLegend(html, report, ranked);
   EndSection(html);
 }
 

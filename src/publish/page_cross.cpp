@@ -18,7 +18,7 @@ struct CrossCell {
   QuarterPoints points = 0;
   int decided = 0;  ///< games with a result
   int games = 0;
-  int opponent = -1;  ///< place; of a Swiss round
+  int opponent = -1;  ///< index; in a Swiss round
   bool is_white = false;
   bool is_playing = false;
   bool is_bye = false;
@@ -37,9 +37,7 @@ void Enter(CrossCell& cell, const ReportGame& game, bool is_white) {
   cell.is_bye = game.is_bye;
   cell.is_playing = cell.is_playing || game.state == ReportGameState::kPlaying;
   if (game.state != ReportGameState::kPlayed) return;
-  Game scored;
-  scored.result = game.result;
-  const QuarterPoints points = is_white ? WhiteScore(scored) : BlackScore(scored);
+  const QuarterPoints points = is_white ? WhiteScore(game.result) : BlackScore(game.result);
   if (!cell.singles.empty()) cell.singles += ' ';
   cell.singles += ResultMark(game, points);
   cell.singles += is_white ? 'w' : 'b';
@@ -83,8 +81,8 @@ std::vector<std::size_t> LinesOf(const Report& report) {
   return lines;
 }
 
-void BeginRow(std::string& html, const Report& report, std::size_t place, std::size_t line) {
-  const ReportParticipant& shown = report.participants[place];
+void BeginRow(std::string& html, const Report& report, std::size_t index, std::size_t line) {
+  const ReportParticipant& shown = report.participants[index];
   html += Format("<tr id=p%d><td>%d<th scope=row>", AsInt(line), AsInt(line));
   AddName(html, shown.name);
   html += "<td><b>" + PointsForPeople(shown.points) + "</b>";
@@ -92,7 +90,7 @@ void BeginRow(std::string& html, const Report& report, std::size_t place, std::s
 
 // Round robin.
 
-/// How far the columns of a round robin go: byes have none.
+/// The cells of a round robin: a row and a column for each participant, byes too.
 class RoundRobinCells {
  public:
   explicit RoundRobinCells(const Report& report)
@@ -136,6 +134,24 @@ void AddRoundRobinRow(std::string& html, const Report& report, const RoundRobinC
   html += '\n';
 }
 
+void AddRoundRobinHead(std::string& html, const Report& report) {
+  const std::size_t size = report.order.size();
+  html += Format(
+      "<table class=\"cross%s\"><caption class=hidden>Cross table</caption><thead><tr>"
+      "<th scope=col>#<th scope=col>Name<th scope=col>Points",
+      size > 24 ? " wide" : "");
+  for (std::size_t line = 0; line < size; ++line) {
+    html += Format("<th scope=col><a href=#p%d", AsInt(line + 1));
+    if (size <= kPageLimits.single_results) {
+      html += " title=\"";
+      AddText(html, report.participants[report.order[line]].name);
+      html += '"';
+    }
+    html += Format(">%d</a>", AsInt(line + 1));
+  }
+  html += "\n<tbody>\n";
+}
+
 void AddRoundRobin(std::string& html, const Report& report) {
   const std::size_t size = report.order.size();
   BeginSection(html, "cross", "Cross table",
@@ -151,20 +167,7 @@ void AddRoundRobin(std::string& html, const Report& report) {
   }
   const bool folded = size > kPageLimits.open_tables;
   BeginBox(html, "Cross table", folded);
-  html += Format(
-      "<table class=\"cross%s\"><caption class=hidden>Cross table</caption><thead><tr>"
-      "<th scope=col>#<th scope=col>Name<th scope=col>Points",
-      size > 24 ? " wide" : "");
-  for (std::size_t line = 0; line < size; ++line) {
-    html += Format("<th scope=col><a href=#p%d", AsInt(line + 1));
-    if (size <= kPageLimits.single_results) {
-      html += " title=\"";
-      AddText(html, report.participants[report.order[line]].name);
-      html += '"';
-    }
-    html += Format(">%d</a>", AsInt(line + 1));
-  }
-  html += "\n<tbody>\n";
+  AddRoundRobinHead(html, report);
   const RoundRobinCells cells(report);
   for (std::size_t line = 0; line < size; ++line)
     AddRoundRobinRow(html, report, cells, line);
@@ -204,9 +207,9 @@ std::vector<CrossCell> SwissCells(const Report& report, int rounds) {
   for (const ReportGame& game : report.games) {
     if (game.round < 1 || game.round > rounds) continue;
     for (const bool is_white : {true, false}) {
-      const int place = is_white ? game.white : game.black;
-      if (place < 0) continue;
-      const auto row = static_cast<std::size_t>(place) * static_cast<std::size_t>(rounds);
+      const int index = is_white ? game.white : game.black;
+      if (index < 0) continue;
+      const auto row = static_cast<std::size_t>(index) * static_cast<std::size_t>(rounds);
       Enter(cells[row + static_cast<std::size_t>(game.round) - 1], game, is_white);
     }
   }
@@ -228,10 +231,10 @@ void AddSwiss(std::string& html, const Report& report) {
   html += "\n<tbody>\n";
   const std::vector<CrossCell> cells = SwissCells(report, rounds);
   const std::vector<std::size_t> lines = LinesOf(report);
-  for (const std::size_t place : RankedPlaces(report)) {
-    BeginRow(html, report, place, lines[place]);
+  for (const std::size_t index : ByRank(report)) {
+    BeginRow(html, report, index, lines[index]);
     for (int round = 0; round < rounds; ++round) {
-      const std::size_t cell = place * static_cast<std::size_t>(rounds);
+      const std::size_t cell = index * static_cast<std::size_t>(rounds);
       AddSwissCell(html, cells[cell + static_cast<std::size_t>(round)], lines, true);
     }
     html += '\n';

@@ -43,8 +43,8 @@ inline int AsInt(std::size_t size) {
   return static_cast<int>(size);
 }
 
-/// The places of those who are no bye, in the order of rank.
-std::vector<std::size_t> RankedPlaces(const Report& report);
+/// The indices of those who are no bye, in the order of rank.
+std::vector<std::size_t> ByRank(const Report& report);
 
 extern const char* const kPageStyle;
 extern const char* const kPageScript;

@@ -46,8 +46,8 @@ void AddElo(std::string& html, const EloRating& rating, bool with_group) {
   }
 }
 
-void AddRow(std::string& html, const Report& report, std::size_t place) {
-  const ReportParticipant& shown = report.participants[place];
+void AddRow(std::string& html, const Report& report, std::size_t index) {
+  const ReportParticipant& shown = report.participants[index];
   html += "<tr><td>" + std::to_string(shown.rank) + "<th scope=row>";
   AddName(html, shown.name);
   AddCell(html, shown.points, "<b>" + PointsForPeople(shown.points) + "</b>");
@@ -55,15 +55,15 @@ void AddRow(std::string& html, const Report& report, std::size_t place) {
     AddCount(html, count);
   const auto percent = shown.Percent();
   html += percent ? Format("<td>%.1f", *percent) : "<td class=none>–";
-  AddElo(html, report.elo.Of(place), report.elo.Groups() > 1);
-  if (report.is_swiss) html += Format("<td>%.2f", shown.buchholz / 4.0);
-  html += Format("<td>%.2f\n", shown.sonneborn_berger / 4.0);
+  AddElo(html, report.elo.Of(index), report.elo.Groups() > 1);
+  if (report.is_swiss) html += Format("<td>%.2f", InPoints(shown.buchholz));
+  html += Format("<td>%.2f\n", InPoints(shown.sonneborn_berger));
 }
 
 /// A bye stands below the others, with nothing but its name.
-void AddBye(std::string& html, const Report& report, std::size_t place) {
+void AddBye(std::string& html, const Report& report, std::size_t index) {
   html += "<tr class=bye><td>–<th scope=row>";
-  AddName(html, report.participants[place].name);
+  AddName(html, report.participants[index].name);
   html += Format("<td colspan=%d>bye: its games are won by the others without being played\n",
                  report.is_swiss ? 10 : 9);
 }
@@ -92,11 +92,11 @@ void AddStandings(std::string& html, const Report& report) {
       "<th scope=col>95 %";
   if (report.is_swiss) html += "<th scope=col><abbr title=Buchholz>Buch.</abbr>";
   html += "<th scope=col><abbr title=Sonneborn-Berger>S-B</abbr>\n<tbody>\n";
-  for (const std::size_t place : report.order) {
-    if (report.participants[place].is_bye) {
-      AddBye(html, report, place);
+  for (const std::size_t index : report.order) {
+    if (report.participants[index].is_bye) {
+      AddBye(html, report, index);
     } else {
-      AddRow(html, report, place);
+      AddRow(html, report, index);
     }
   }
   html += "</table>\n";

@@ -9,7 +9,7 @@
 namespace tarvendo {
 namespace {
 
-/// Of a field that is too large for all pairs: so many behind each one.
+/// In a field that is too large for all pairs each player is held against so many behind it.
 constexpr std::size_t kNeighbours = 10;
 
 /// Never "100" nor "0": nothing is as sure as that.
@@ -41,35 +41,35 @@ void BeginChances(std::string& html, bool is_wide) {
       is_wide ? " wide" : "");
 }
 
-void BeginLine(std::string& html, const Report& report, std::size_t place, std::size_t line) {
+void BeginLine(std::string& html, const Report& report, std::size_t index, std::size_t line) {
   html += Format("<tr><td>%d<th scope=row>", AsInt(line + 1));
-  AddName(html, report.participants[place].name);
+  AddName(html, report.participants[index].name);
 }
 
-void AddAllPairs(std::string& html, const Report& report, const std::vector<std::size_t>& places) {
-  BeginChances(html, places.size() > 24);
-  for (std::size_t line = 0; line < places.size(); ++line)
+void AddAllPairs(std::string& html, const Report& report, const std::vector<std::size_t>& ranked) {
+  BeginChances(html, ranked.size() > 24);
+  for (std::size_t line = 0; line < ranked.size(); ++line)
     html += Format("<th scope=col>%d", AsInt(line + 1));
   html += "\n<tbody>\n";
-  for (std::size_t line = 0; line < places.size(); ++line) {
-    BeginLine(html, report, places[line], line);
-    for (const std::size_t other : places)
-      AddChance(html, report, places[line], other);
+  for (std::size_t line = 0; line < ranked.size(); ++line) {
+    BeginLine(html, report, ranked[line], line);
+    for (const std::size_t other : ranked)
+      AddChance(html, report, ranked[line], other);
     html += '\n';
   }
 }
 
 void AddNeighbours(std::string& html, const Report& report,
-                   const std::vector<std::size_t>& places) {
+                   const std::vector<std::size_t>& ranked) {
   BeginChances(html, false);
   for (std::size_t behind = 1; behind <= kNeighbours; ++behind)
     html += Format("<th scope=col>+%d", AsInt(behind));
   html += "\n<tbody>\n";
-  for (std::size_t line = 0; line + 1 < places.size(); ++line) {
-    BeginLine(html, report, places[line], line);
-    const std::size_t end = std::min(line + kNeighbours + 1, places.size());
+  for (std::size_t line = 0; line + 1 < ranked.size(); ++line) {
+    BeginLine(html, report, ranked[line], line);
+    const std::size_t end = std::min(line + kNeighbours + 1, ranked.size());
     for (std::size_t other = line + 1; other < end; ++other)
-      AddChance(html, report, places[line], places[other]);
+      AddChance(html, report, ranked[line], ranked[other]);
     html += '\n';
   }
 }
@@ -77,18 +77,18 @@ void AddNeighbours(std::string& html, const Report& report,
 }  // namespace
 
 void AddSuperiority(std::string& html, const Report& report) {
-  const std::vector<std::size_t> places = RankedPlaces(report);
-  const bool is_whole = places.size() <= kPageLimits.superiority;
+  const std::vector<std::size_t> ranked = ByRank(report);
+  const bool is_whole = ranked.size() <= kPageLimits.superiority;
   BeginSection(html, "superiority", "Chance of superiority",
                is_whole ? "How sure it is, in percent, that the row is stronger than the column."
                         : "How sure it is, in percent, that a player is stronger than the one so "
                           "many lines behind it.");
-  const bool folded = places.size() > kPageLimits.open_tables;
+  const bool folded = ranked.size() > kPageLimits.open_tables;
   BeginBox(html, "Chance of superiority", folded);
   if (is_whole) {
-    AddAllPairs(html, report, places);
+    AddAllPairs(html, report, ranked);
   } else {
-    AddNeighbours(html, report, places);
+    AddNeighbours(html, report, ranked);
   }
   html += "</table>\n";
   EndBox(html, folded);

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "base/text.h"
+#include "platform/letters.h"
 
 namespace tarvendo {
 namespace {
@@ -227,9 +228,7 @@ std::size_t NextPgnGame(std::string_view text) {
 std::string TerminationOf(std::string_view ending, bool has_result) {
   if (!has_result) return "unterminated";
   std::string small(ending);
-  std::transform(small.begin(), small.end(), small.begin(), [](char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  });
+  std::transform(small.begin(), small.end(), small.begin(), ToLowerLetter);
   for (const KnownEnding& known : kKnownEndings) {
     if (small.find(known.part) != std::string::npos) return known.termination;
   }

@@ -9,7 +9,7 @@
 #include "publish/pgn_records.h"
 #include "publish/utf8.h"
 #include "tourney/game_score.h"
-#include "tourney/participant_places.h"
+#include "tourney/participant_indices.h"
 #include "tourney/rounds.h"
 #include "tourney/standings.h"
 #include "tourney/tourney.h"
@@ -50,18 +50,18 @@ void FillHead(Report& report, const Tourney& tourney) {
 void FillParticipants(Report& report, const Tourney& tourney) {
   const std::vector<ComputedStanding> standings = ComputeStandings(tourney);
   std::vector<int> ranks(standings.size());
-  for (std::size_t place = 0; place < standings.size(); ++place) {
-    const Player& player = tourney.Participants()[place];
+  for (std::size_t index = 0; index < standings.size(); ++index) {
+    const Player& player = tourney.Participants()[index];
     ReportParticipant shown;
     shown.number = player.number;
     shown.name = ToUtf8(player.texts.name);
     shown.is_bye = IsBye(player);
-    shown.points = standings[place].points;
-    shown.buchholz = standings[place].buchholz;
-    shown.sonneborn_berger = standings[place].sonneborn_berger;
-    ranks[place] = standings[place].rank;
+    shown.points = standings[index].points;
+    shown.buchholz = standings[index].buchholz;
+    shown.sonneborn_berger = standings[index].sonneborn_berger;
+    ranks[index] = standings[index].rank;
     report.participants.push_back(std::move(shown));
-    report.order.push_back(place);
+    report.order.push_back(index);
   }
   std::stable_sort(report.order.begin(), report.order.end(), [&](std::size_t a, std::size_t b) {
     const bool is_bye = report.participants[a].is_bye;
@@ -94,13 +94,13 @@ void AddRecord(ReportGame& shown, const Game& game, const PgnRecords& records) {
 
 void FillGames(Report& report, const Tourney& tourney, const PgnRecords& records,
                const std::vector<int>& playing) {
-  const ParticipantPlaces places(tourney.Participants());
+  const ParticipantIndices indices(tourney.Participants());
   const std::unordered_set<int> under_way(playing.begin(), playing.end());
-  const auto name = [&](int place, const std::string& own) {
-    return place < 0 ? ToUtf8(own) : report.participants[static_cast<std::size_t>(place)].name;
+  const auto name = [&](int index, const std::string& own) {
+    return index < 0 ? ToUtf8(own) : report.participants[static_cast<std::size_t>(index)].name;
   };
-  const auto is_bye = [&](int place) {
-    return place >= 0 && report.participants[static_cast<std::size_t>(place)].is_bye;
+  const auto is_bye = [&](int index) {
+    return index >= 0 && report.participants[static_cast<std::size_t>(index)].is_bye;
   };
   report.games.reserve(tourney.Games().size());
   for (const Game& game : tourney.Games()) {
@@ -108,8 +108,8 @@ void FillGames(Report& report, const Tourney& tourney, const PgnRecords& records
     shown.number = game.number;
     shown.round = game.round;
     shown.sub_round = game.sub_round;
-    shown.white = places.Of(game.white);
-    shown.black = places.Of(game.black);
+    shown.white = indices.Of(game.white);
+    shown.black = indices.Of(game.black);
     shown.white_name = name(shown.white, game.white_player);
     shown.black_name = name(shown.black, game.black_player);
     shown.result = game.result;
@@ -124,9 +124,9 @@ void FillGames(Report& report, const Tourney& tourney, const PgnRecords& records
   }
 }
 
-void CountFor(Report& report, int place, QuarterPoints score) {
-  if (place < 0) return;
-  ReportParticipant& shown = report.participants[static_cast<std::size_t>(place)];
+void CountFor(Report& report, int index, QuarterPoints score) {
+  if (index < 0) return;
+  ReportParticipant& shown = report.participants[static_cast<std::size_t>(index)];
   ++shown.games;
   if (score == kWinPoints) {
     ++shown.wins;
@@ -137,7 +137,7 @@ void CountFor(Report& report, int place, QuarterPoints score) {
   }
 }
 
-/// The rounds of a round robin are told by its games: the settings have those of the next table.
+/// In a round robin the games tell the rounds, for Rounds is brought up to date by tables only.
 void FillRounds(Report& report, const Tourney& tourney) {
   report.round = tourney.State().round;
   report.rounds = tourney.Settings().rounds;
@@ -174,10 +174,8 @@ void Count(Report& report) {
       ++report.counts.without_result;
       continue;
     }
-    Game scored;
-    scored.result = game.result;
-    CountFor(report, game.white, WhiteScore(scored));
-    CountFor(report, game.black, BlackScore(scored));
+    CountFor(report, game.white, WhiteScore(game.result));
+    CountFor(report, game.black, BlackScore(game.result));
   }
   report.counts.all += GamesToCome(report);
 }
@@ -186,12 +184,10 @@ void Count(Report& report) {
 std::vector<PairScore> ScoresOf(const Report& report) {
   std::vector<PairScore> scores;
   for (const ReportGame& game : report.games) {
-    Game scored;
-    scored.result = game.result;
-    if (game.is_bye || game.state != ReportGameState::kPlayed || !IsDecidedOnBoard(scored))
-      continue;
+    const bool is_played = game.state == ReportGameState::kPlayed && !game.is_bye;
+    if (!is_played || !IsDecidedOnBoard(game.result)) continue;
     if (game.white < 0 || game.black < 0 || game.white == game.black) continue;
-    const double white = WhiteScore(scored) / double{kWinPoints};
+    const double white = InPoints(WhiteScore(game.result));
     const auto first = static_cast<std::size_t>(std::min(game.white, game.black));
     const auto second = static_cast<std::size_t>(std::max(game.white, game.black));
     scores.push_back({first, second, game.white < game.black ? white : 1 - white, 1});

@@ -21,7 +21,7 @@ struct ReportGame {
   int number = 0;
   int round = 0;
   int sub_round = 0;
-  int white = -1;  ///< 0-based place in the list of participants; -1: none of them
+  int white = -1;  ///< 0-based index in the list of participants; -1: none of them
   int black = -1;
   std::string white_name;  ///< UTF-8, as all texts of the report
   std::string black_name;
@@ -87,9 +87,9 @@ struct Report {
   std::string changed_at_text;  ///< "2026-11-22 03:57", local time
   ReportCounts counts;
   std::vector<ReportParticipant> participants;  ///< in list order
-  std::vector<std::size_t> order;               ///< places of all, in the order of rank, byes last
+  std::vector<std::size_t> order;               ///< indices of all, in the order of rank, byes last
   std::vector<ReportGame> games;                ///< in list order
-  EloTable elo{0, {}};                          ///< by place
+  EloTable elo{0, {}};                          ///< by index
 };
 
 /// Makes the report. Changes nothing; takes time with the games, and with the cube of the

@@ -6,7 +6,7 @@
 #include "base/scores.h"
 #include "reports/digit_count.h"
 #include "tourney/game_score.h"
-#include "tourney/participant_places.h"
+#include "tourney/participant_indices.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {
@@ -14,12 +14,12 @@ namespace {
 
 constexpr std::int64_t kMostMarks = 32'000'000;
 
-/// What a cell holds that no game has been put into. It becomes a blank, as does a game still to be
-/// played; but that one keeps its place against later games.
+/// What stands in a cell as long as no game has been put into it. It is shown as a blank. So is a
+/// game still to be played, but such a game keeps its place against later games.
 constexpr char kFree = '\0';
 
-constexpr int kOpponentColumns =
-    3;  ///< for the opponent's number behind the marks of the sub-rounds
+/// For the opponent's number behind the marks of the sub-rounds.
+constexpr int kOpponentColumns = 3;
 
 /// How the tourney and the layout together shape the cells.
 enum class CellForm { kRoundRobinMarks, kSwissMark, kSwissSubRounds, kLong };
@@ -55,7 +55,7 @@ char MarkOf(const Side& side) {
 /// Calls `take` with both sides of every game that has a place in the table, in list order.
 template <typename Take>
 void ForEachSide(const Tourney& tourney, const CrossLayout& layout, const Take& take) {
-  const ParticipantPlaces places(tourney.Participants());
+  const ParticipantIndices places(tourney.Participants());
   for (const Game& game : tourney.Games()) {
     const int white = places.Of(game.white);
     const int black = places.Of(game.black);

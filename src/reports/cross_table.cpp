@@ -4,7 +4,7 @@
 #include <numeric>
 
 #include "reports/cross_cells.h"
-#include "tourney/participant_places.h"
+#include "tourney/participant_indices.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {
@@ -45,7 +45,7 @@ void AddColumns(CrossTable& table, const Tourney& tourney, const TableOptions& o
 
 /// Of each participant, in list order: whether a game of his is READY but has no result.
 std::vector<bool> FindDoubtfulScores(const Tourney& tourney) {
-  const ParticipantPlaces places(tourney.Participants());
+  const ParticipantIndices places(tourney.Participants());
   std::vector<bool> doubtful(tourney.Participants().size(), false);
   for (const Game& game : tourney.Games()) {
     if (!game.IsReady() || !game.LacksResult()) continue;

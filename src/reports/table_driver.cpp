@@ -18,8 +18,8 @@ namespace {
 constexpr const char* kConsoleName = "stdout";
 constexpr const char* kDefaultName = "table.htm";
 
-std::string ComputeTable(Tourney& tourney, const TableOptions& options) {
-  CalculateStandings(tourney);
+std::string UpdateAndMakeTable(Tourney& tourney, const TableOptions& options) {
+  UpdateStandingsAndRound(tourney);
   AdjustRounds(tourney);
   const CrossTable table = BuildCrossTable(tourney, options);
   tourney.name_width = table.name_width;
@@ -36,7 +36,7 @@ bool WriteInPlace(Tourney& tourney, FileSystem& files, const std::string& path,
                   const TableOptions& options) {
   const std::unique_ptr<OutputFile> file = files.Create(path);
   if (!file) return Refuse(path);
-  const bool written = file->Write(ComputeTable(tourney, options));
+  const bool written = file->Write(UpdateAndMakeTable(tourney, options));
   return file->Close() && written ? true : Refuse(path);
 }
 
@@ -47,7 +47,7 @@ bool ReplaceFile(Tourney& tourney, FileSystem& files, const std::string& path,
   if (!files.Append(path)) return Refuse(path);
   // Whoever is asked to end while the table is made leaves no empty file.
   if (!was_there) files.Remove(path);
-  return SaveWholeFile(files, path, ComputeTable(tourney, options)) || Refuse(path);
+  return SaveWholeFile(files, path, UpdateAndMakeTable(tourney, options)) || Refuse(path);
 }
 
 }  // namespace
@@ -56,10 +56,10 @@ std::string DefaultTableFile(const Tourney& tourney) {
   return tourney.Settings().files_path + kDefaultName;
 }
 
-bool WriteTable(Tourney& tourney, FileSystem& files, const std::string& file,
-                const TableOptions& options) {
+bool UpdateAndWriteTable(Tourney& tourney, FileSystem& files, const std::string& file,
+                         const TableOptions& options) {
   if (file == kConsoleName) {
-    PrintText(ComputeTable(tourney, options));
+    PrintText(UpdateAndMakeTable(tourney, options));
     return true;
   }
   const std::string path = file.empty() ? DefaultTableFile(tourney) : file;

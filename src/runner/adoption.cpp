@@ -8,7 +8,7 @@
 #include "play/claim.h"
 #include "play/place.h"
 #include "runner/batch_file.h"
-#include "runner/game_files.h"
+#include "runner/file_deletion.h"
 #include "runner/pgn_journal.h"
 #include "runner/pgn_text.h"
 #include "runner/record_aside.h"
@@ -18,7 +18,8 @@
 namespace tarvendo {
 namespace {
 
-/// The order that a claim tells; of one whose text is gone: as the game would be started now.
+/// The order that a claim tells. For a claim whose text is gone: the order with which the game
+/// would be started now.
 GameOrder OrderOf(const Tourney& tourney, FileSystem& files, const FoundClaim& claim) {
   GameOrder order = claim.order.value_or(GameOrder());
   order.claim_file = files.FullPath(claim.path);
@@ -75,13 +76,13 @@ bool WasCollected(const Tourney& tourney, FileSystem& files, const GameOrder& or
   if (game == nullptr || !game->IsReady()) return false;
   if (IsInJournal(tourney, files, order)) return true;
   const std::string merged = MergedPgn(tourney, *game, pgn);
-  // Of a record that was collected a power failure may leave the name, or a beginning, and no more.
+  // A power failure may leave of a collected record its name alone, or its name and a beginning.
   if (merged.empty()) return game->IsFinished();
   const auto all = ReadFile(files, tourney.Settings().pgn_file, kTourneyFileLimit);
   return all && all->find(merged) != std::string::npos;
 }
 
-/// The tourney does not wait for the game: it was collected, or is another one's.
+/// The tourney does not wait for the game: it was collected, or belongs to another tourney.
 void SettleForeign(const Tourney& tourney, FileSystem& files, const GameOrder& order,
                    const std::string& pgn) {
   const Game* game = SameGame(tourney, order);
@@ -123,7 +124,7 @@ std::vector<GameOrder> FindGamesToAdopt(Tourney& tourney, FileSystem& files,
       SettleClaim(tourney, files, order);
       continue;
     }
-    // One that was judged already, its WinBoard still hanging, must not keep others waiting.
+    // A game that was judged already, but whose WinBoard still hangs, must not keep others waiting.
     if (is_judged) continue;
     if (game != nullptr) SpoolAgain(tourney, *game);
     playing.push_back(order);

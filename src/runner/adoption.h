@@ -19,9 +19,8 @@ class Tourney;
 ///
 /// - a SPOOLED game whose record is whole keeps it and its claim, to be collected; a record that is
 ///   not is renamed to gN.broken.PGN, the console says so, and the game is played again;
-/// - of a game that was collected already (the journal of the tourney's PGN file tells so) the
-/// files
-///   go;
+/// - a game that was collected already, as the journal of the tourney's PGN file tells, loses its
+///   files;
 /// - any other record is renamed to gN.left.PGN, and the console names it.
 ///
 /// A game that the tourney's file shows as not even spooled (the program ended before it was saved)

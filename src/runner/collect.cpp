@@ -13,7 +13,7 @@
 #include "reports/table_driver.h"
 #include "runner/adoption.h"
 #include "runner/batch_file.h"
-#include "runner/game_files.h"
+#include "runner/file_deletion.h"
 #include "runner/pgn_journal.h"
 #include "runner/pgn_text.h"
 #include "runner/running_games.h"
@@ -46,7 +46,7 @@ void FinishCollection(Tourney& tourney, FileSystem& files, TourneyFile& file, Pg
       RemoveClaim(files, claim);
     group.DropJournals(tourney);
   }
-  WriteTable(tourney, files, "", HtmlTableDefaults(tourney));
+  UpdateAndWriteTable(tourney, files, "", HtmlTableDefaults(tourney));
 }
 
 }  // namespace

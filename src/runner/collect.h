@@ -23,14 +23,14 @@ void TakeResult(Tourney& tourney, PgnGroup& group, const Game& game, const std::
 /// Announces the result of a game that is READY.
 void AnnounceResult(const Game& game);
 
-/// What a table behind a result that is not the last one would do: the page itself is soon written
-/// over, but the rounds that it moves on are part of the tourney.
+/// Moves the rounds on as the table behind a result would. For a result that is not the last one
+/// the table itself is not written: the next one would soon take its place.
 void MoveOnAsATableDoes(Tourney& tourney);
 
 /// Collects every SPOOLED game whose PGN file is there, then recomputes GamesState. The table is
-/// written once, behind the last one, but a Swiss tourney's rounds move on after each. Games that
-/// are under way or whose claim somebody holds are passed by; a claim that nobody holds is settled
-/// first (runner/adoption.h).
+/// written once, behind the last one, but a Swiss tourney's rounds move on after each. Passed over
+/// are games that are under way here, and those whose claim somebody holds. A claim that nobody
+/// holds is settled first (runner/adoption.h).
 void CollectAll(Tourney& tourney, FileSystem& files, TourneyFile& file,
                 const RunningGames& running);
 

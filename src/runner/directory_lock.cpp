@@ -22,9 +22,9 @@ bool DirectoryLock::Take(const std::string& files_path) {
 }
 
 void DirectoryLock::Release() {
-  // Nobody takes a lock on a file that has lost its name (platform/files.h), so this order is safe.
-  // A host that deletes no open file needs the other one, and there nobody else's is deleted
-  // either.
+  // The file is deleted while it is locked: nobody takes a lock on a file that has lost its name
+  // (platform/files.h). A host that deletes no open file needs it the other way round; there a file
+  // that somebody else has opened meanwhile cannot be deleted.
   const bool is_removed = file_ && files_.Remove(path_);
   const bool was_held = file_ != nullptr;
   file_.reset();

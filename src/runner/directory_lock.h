@@ -19,9 +19,9 @@ class DirectoryLock {
   /// Whether it is held for that FilesPath, which is put in front of file names as it is.
   bool Holds(const std::string& files_path) const;
 
-  /// Takes the lock for that FilesPath; one for another is given back first. False when another
-  /// program holds it. Where no lock can be made at all (a directory that is missing or cannot be
-  /// written to) nobody else can play either: true.
+  /// Takes the lock for that FilesPath; one for another FilesPath is given back first. False when
+  /// another program holds it. True also where no lock can be made at all, in a directory that is
+  /// missing or cannot be written to: nobody else can play there either.
   bool Take(const std::string& files_path);
 
   void Release();

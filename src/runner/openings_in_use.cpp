@@ -6,7 +6,7 @@
 #include "base/whole_file.h"
 #include "play/claim.h"
 #include "tourney/bye.h"
-#include "tourney/pairing_place.h"
+#include "tourney/pairing_games.h"
 #include "tourney/tourney.h"
 
 namespace tarvendo {
@@ -91,7 +91,7 @@ std::optional<std::string> OpeningsInUse::WordsFor(const Tourney& tourney, FileS
                "' was changed or taken away while games were played with it.";
     return std::nullopt;
   }
-  return openings_->WordsFor(PairingPlace(tourney, game));
+  return openings_->WordsFor(PairingIndex(tourney, game));
 }
 
 }  // namespace tarvendo

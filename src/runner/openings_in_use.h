@@ -25,14 +25,14 @@ class OpeningsInUse {
   /// What has come of Begin.
   enum class Begun { kGood, kRefused, kNotWritten };
 
-  /// To be called before the first game in a FilesPath is started. When games of the tourney have
-  /// been begun there, they must have been begun with the same openings, by their content, or with
-  /// none that is known of: else it is refused, and Refusal tells why. Then the file is brought up
-  /// to date; kNotWritten when it cannot be written.
+  /// To be called before the first game in a FilesPath is started. Games of the tourney that were
+  /// begun there must have been begun with openings of the same content, unless the file tells of
+  /// none: otherwise it is refused, and Refusal tells why. Then the file is brought up to date;
+  /// kNotWritten when it cannot be written.
   Begun Begin(const Tourney& tourney, FileSystem& files);
 
   /// The words for WinBoard with which the game starts from the line of its pairing
-  /// (tourney/pairing_place.h); empty without openings. Nothing when the file is not what it was
+  /// (tourney/pairing_games.h); empty without openings. Nothing when the file is not what it was
   /// any more; Refusal tells so then.
   std::optional<std::string> WordsFor(const Tourney& tourney, FileSystem& files, const Game& game);
 

@@ -16,7 +16,7 @@
 #include "base/whole_file.h"
 #include "platform/files.h"
 #include "platform/line_ends.h"
-#include "runner/game_files.h"
+#include "runner/file_deletion.h"
 #include "runner/record_aside.h"
 #include "tourney/tourney.h"
 #include "tourney/tourney_file.h"
@@ -138,8 +138,8 @@ std::string JournalName(const Tourney& tourney, int n) {
   return tourney.Settings().pgn_file + ".journal" + (n == 1 ? "" : std::to_string(n));
 }
 
-/// The tourney's own journal. One that lies there of another tourney is passed by; without one of
-/// its own, only the path of a new one, which is empty when every name is taken.
+/// The tourney's own journal; that of another tourney is passed by. When it has none, a journal
+/// with nothing but the path for a new one, which is empty when every name is taken.
 Journal FindJournal(const Tourney& tourney, FileSystem& files) {
   std::string free_name;
   for (int n = 1; n <= kMostJournals; ++n) {
@@ -254,7 +254,8 @@ bool AppendDurably(FileSystem& files, const std::string& path, const std::string
   return added;
 }
 
-/// One that was begun only is told from a whole one, so it needs no other name meanwhile.
+/// A journal that was not written to its end can be told from a whole one. So it is written under
+/// its own name at once.
 bool WriteJournal(FileSystem& files, const std::string& path, const std::string& text) {
   if (path.empty()) return false;
   if (files.Exists(path)) return SaveDurably(files, path, text) != SaveOutcome::kFailed;
@@ -265,46 +266,56 @@ bool WriteJournal(FileSystem& files, const std::string& path, const std::string&
   return false;
 }
 
-/// Adds the entries to the PGN file. Where no journal can be written they are added all the same:
-/// then only a stop of the machine at this moment harms them. But where one is there that tells of
-/// games whose results are not saved, and cannot be replaced, nothing is added: behind what it does
-/// not tell of those games could never be cut.
-bool AddToPgn(const Tourney& tourney, FileSystem& files, std::vector<Entry> added,
-              std::set<std::string>& journals) {
-  const std::string& path = tourney.Settings().pgn_file;
-  if (path.empty() || IsNoOrdinaryFile(files, path)) {
-    std::string text;
-    for (const Entry& entry : added)
-      text += entry.text;
-    return AppendDurably(files, path, text);
-  }
-  std::vector<int> anew;
-  for (const Entry& entry : added)
-    anew.push_back(entry.number);
-  Journal journal = FindJournal(tourney, files);
-  if (!CutUnknown(tourney, files, journal, anew)) return false;
-  const std::vector<Entry> before = journal.entries;
-  std::erase_if(added, [&](const Entry& entry) {
-    return std::any_of(before.begin(), before.end(), [&](const Entry& there) {
+std::string TextOf(const std::vector<Entry>& entries) {
+  std::string text;
+  for (const Entry& entry : entries)
+    text += entry.text;
+  return text;
+}
+
+std::vector<int> NumbersOf(const std::vector<Entry>& entries) {
+  std::vector<int> numbers;
+  for (const Entry& entry : entries)
+    numbers.push_back(entry.number);
+  return numbers;
+}
+
+/// Those of the entries that do not stand in the journal yet.
+std::vector<Entry> NotIn(const Journal& journal, std::vector<Entry> entries) {
+  std::erase_if(entries, [&](const Entry& entry) {
+    return std::any_of(journal.entries.begin(), journal.entries.end(), [&](const Entry& there) {
       return there.number == entry.number && there.text == entry.text;
     });
   });
+  return entries;
+}
+
+/// Adds the entries to the PGN file. Where no journal can be written they are added all the same:
+/// then only a stop of the machine at this moment harms them. But nothing is added when a journal
+/// that is there cannot be replaced: it notes games whose results are not saved, and these could
+/// not be cut any more with other games behind them.
+bool AddToPgn(const Tourney& tourney, FileSystem& files, const std::vector<Entry>& entries,
+              std::set<std::string>& journals) {
+  const std::string& path = tourney.Settings().pgn_file;
+  if (path.empty() || IsNoOrdinaryFile(files, path)) {
+    return AppendDurably(files, path, TextOf(entries));
+  }
+  Journal journal = FindJournal(tourney, files);
+  if (!CutUnknown(tourney, files, journal, NumbersOf(entries))) return false;
+  const std::vector<Entry> added = NotIn(journal, entries);
   const std::uint64_t size = SizeOf(files, path);
-  // What another one has added behind them nobody can ever cut, nor what stands before it.
+  // What somebody else has added behind the games of the journal is never cut, so they cannot be
+  // cut any more either.
   if (journal.End() != size) {
     journal.before = size;
     journal.entries.clear();
   }
-  std::string text;
-  for (const Entry& entry : added) {
-    journal.entries.push_back(entry);
-    text += entry.text;
-  }
+  journal.entries.insert(journal.entries.end(), added.begin(), added.end());
   const bool noted =
       WriteJournal(files, journal.path, JournalText(journal, TourneyMark(tourney, files)));
   if (!noted && files.Exists(journal.path)) return false;
   if (noted) journals.insert(files.FullPath(journal.path));
-  if (!AppendDurably(files, path, text)) return false;
+  if (!AppendDurably(files, path, TextOf(added))) return false;
   // Without AutoSave no save holds the results, and the PGN file is all that remains of the games.
   if (tourney.Settings().auto_save == 0) RemoveIfThere(files, journal.path);
   return true;
@@ -328,7 +339,7 @@ void PgnGroup::Write(const Tourney& tourney) {
   std::vector<Entry> entries;
   for (const Piece& piece : pieces_)
     entries.push_back({piece.number, piece.white, piece.black, piece.text, 0});
-  if (!AddToPgn(tourney, files_, std::move(entries), journals_)) {
+  if (!AddToPgn(tourney, files_, entries, journals_)) {
     Print("Error copying pgn-file!\n");
     for (const Piece& piece : pieces_)
       not_added_.push_back(piece.record);

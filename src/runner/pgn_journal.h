@@ -13,11 +13,12 @@ class Game;
 class Tourney;
 class TourneyFile;
 
-// The tourney's PGN file holds whole games, and each once, wherever the program ends. Before games
-// are added to it, the file of its name with ".journal" behind it notes which they are, how long
-// the PGN file is and what will be added. It goes behind the save that holds their results. Whoever
-// finds it later cuts what it tells of and the tourney does not know; only bytes that equal what
-// was noted, or its beginning, at the end of the file, are ever cut. docs/files.md has its form.
+// The tourney's PGN file holds whole games, and each of them once, wherever the program ends.
+// Before games are added to it, a file of its name with ".journal" behind it notes which games they
+// are, how long the PGN file is and what will be added. The journal goes behind the save that holds
+// the results. Whoever finds one later cuts from the PGN file the games that it notes and the
+// tourney does not know. Only bytes at the end of the file are ever cut, and only when they equal
+// what was noted, or its beginning. docs/files.md tells the form of a journal.
 
 /// When games are added to the PGN file.
 enum class PgnPace { kAtOnce, kTogether };

@@ -12,7 +12,7 @@ class Tourney;
 enum class PlanStep {
   kWait,       ///< nothing: it waits for a game that is under way, or for the user
   kStart,      ///< a spooled game is started
-  kBye,        ///< a spooled game is had without being played, for a player of it is a bye
+  kBye,        ///< a spooled game gets its result unplayed, for one of its players is a bye
   kSpool,      ///< AutoRun: the next game is spooled
   kPair,       ///< AutoRun: the next round of a Swiss tourney is paired
   kReplay,     ///< AutoRun: the games without a result are spooled again

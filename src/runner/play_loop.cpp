@@ -1,18 +1,16 @@
 #include "runner/play_loop.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/log.h"
 #include "base/text.h"
 #include "platform/files.h"
 #include "play/claim.h"
 #include "play/game_files.h"
-#include "runner/adoption.h"
 #include "runner/batch_file.h"
-#include "runner/collect.h"
-#include "runner/half_saved.h"
+#include "runner/framed_text.h"
 #include "runner/pairer.h"
-#include "runner/pgn_journal.h"
 #include "runner/spool.h"
 #include "tourney/bye.h"
 #include "tourney/runner_switch_commands.h"
@@ -20,34 +18,7 @@
 namespace tarvendo {
 namespace {
 
-constexpr int kTriesBetweenMessages = 10;
-
 constexpr std::chrono::seconds kClockLook{10};
-
-std::string Framed(const std::string& message) {
-  const std::string stars(52, '*');
-  return "\n" + stars + "\n" + message + stars + "\n> ";
-}
-
-std::string AccessMessage(const std::string& file) {
-  return Framed("Something is accessing '" + file + "',\ncan't run a game before it's free.\n");
-}
-
-/// Takes the games that a scheduler has out of `playing`. When there are any, nothing can be played
-/// without knowing what has become of them: the runner is stopped.
-bool LeaveJobs(Tourney& tourney, std::vector<GameOrder>& playing) {
-  const auto has_job = [](const GameOrder& order) { return !order.job.empty(); };
-  const auto first = std::find_if(playing.begin(), playing.end(), has_job);
-  if (first == playing.end()) return false;
-  PrintText(Framed(
-      Format("Games that were handed to a scheduler: %d,\nthe first is game no. %d. "
-             "Start the program with '--cluster' to\ntake them over. Stopping "
-             "runner.\n",
-             static_cast<int>(std::count_if(first, playing.end(), has_job)), first->number)));
-  std::erase_if(playing, has_job);
-  tourney.ChangeSwitch()->SetRunning(false);
-  return true;
-}
 
 }  // namespace
 
@@ -57,8 +28,8 @@ PlayLoop::PlayLoop(TourneyRoom& room, GameHost& host, const PlayPace& pace,
       host_(host),
       pace_(pace),
       referee_(room.host, pace.referee),
-      directory_(room.host.files),
-      openings_(std::move(openings)) {
+      workplace_(room, host, std::move(openings)),
+      hindrances_(pace.retry) {
   const Hold hold = room.shared.Take();
   referee_.GoBeforeSavesOf(room.file.With(hold));
 }
@@ -77,9 +48,9 @@ void PlayLoop::SwitchAtSetTimes() {
   const Hold hold = room_.shared.Take();
   const long long now = room_.host.clock.Now();
   if (hold->ChangeSwitch()->TakeStartTime(now)) {
-    StartRunner(*hold);
+    SwitchRunnerOn(*hold);
   } else if (hold->ChangeSwitch()->TakeStopTime(now)) {
-    StopRunner(*hold);
+    SwitchRunnerOff(*hold);
   }
   const RunnerSwitch::State& state = hold->Switch().Get();
   switch_at_.reset();
@@ -105,9 +76,7 @@ void PlayLoop::JudgeEnded(TimePoint now) {
         referee_.Judge(*hold, room_.file.With(hold), room_.running.With(hold), outcome);
     is_round_due = is_due || is_round_due;
     CountFailure(*hold, outcome);
-    tries_until_message_ = 0;
-    blocked_.clear();
-    start_at_ = now + pace_.between_games;
+    hindrances_.Forget(now + pace_.between_games);
   }
   if (is_round_due) PairNextRound(room_);
 }
@@ -136,8 +105,7 @@ void PlayLoop::TellOfSilence(TimePoint now) {
 void PlayLoop::StartGames(TimePoint now) {
   look_at_.reset();
   is_idle_ = false;
-  if (!IsSwitchedOn(now) || now < start_at_ || !Refusal().empty()) return;
-  if (now >= blocked_until_) blocked_.clear();
+  if (!IsSwitchedOn(now) || !Refusal().empty() || !hindrances_.MayTry(now)) return;
   Attempt attempt = Attempt::kStarted;
   while (attempt == Attempt::kStarted)
     attempt = StartOne(now);
@@ -151,14 +119,12 @@ bool PlayLoop::IsSwitchedOn(TimePoint now) {
   const bool was_on = std::exchange(is_on_, hold->Switch().IsRunning());
   switch_changes_ = hold->Switch().Changes();
   if (is_on_ && !was_on) {
-    tries_until_message_ = 0;
+    hindrances_.Forget(now);
     failures_ = 0;
-    blocked_.clear();
-    has_collected_ = false;
-    start_at_ = now;
+    workplace_.BeginAnew();
   } else if (!is_on_ && games_under_way_ == 0) {
     is_idle_ = true;
-    directory_.Release();
+    workplace_.Leave();
   }
   return is_on_;
 }
@@ -176,12 +142,18 @@ PlayLoop::Attempt PlayLoop::StartOne(TimePoint now) {
     if (!hold->Switch().IsRunning()) return Attempt::kNothingToDo;
     files_path = hold->Settings().files_path;
   }
-  if (!TakeDirectory(files_path, now)) return Attempt::kHindered;
-  if (is_fresh_ && !BeginWithOpenings(now)) return Attempt::kHindered;
-  if (is_fresh_) AdoptGames();
-  if (is_fresh_) return Attempt::kNothingToDo;
+  switch (workplace_.Enter(files_path, hindrances_, now, games_under_way_)) {
+    case Workplace::Entry::kDone:
+      break;
+    case Workplace::Entry::kHindered:
+      return Attempt::kHindered;
+    case Workplace::Entry::kNothing:
+      return Attempt::kNothingToDo;
+  }
   if (!IsPlaceFree(files_path, now)) return Attempt::kHindered;
-  CollectWhatIsThere();
+  // Records that come from elsewhere are rare, and with many games each look at all of them costs
+  // more than a game.
+  if (pace_.referee == RefereePace::kAtOnce || !workplace_.HasCollected()) workplace_.Collect();
   PlanAttempt tried = NewAttempt();
   Attempt attempt = Attempt::kAgain;
   while (attempt == Attempt::kAgain)
@@ -189,87 +161,36 @@ PlayLoop::Attempt PlayLoop::StartOne(TimePoint now) {
   return attempt;
 }
 
-bool PlayLoop::TakeDirectory(const std::string& files_path, TimePoint now) {
-  if (directory_.Holds(files_path)) return true;
-  if (!directory_.Take(files_path)) {
-    was_kept_waiting_ = true;
-    Hinder(AccessMessage(DirectoryLock::FileIn(files_path)), now);
-    return false;
-  }
-  is_fresh_ = true;
-  if (!std::exchange(was_kept_waiting_, false)) return true;
-  // Whoever was at work here may have saved what this program does not know of.
-  const Hold hold = room_.shared.Take();
-  room_.file.With(hold).StopIfChangedByOthers(*hold);
-  return hold->Switch().IsRunning();
-}
-
-bool PlayLoop::BeginWithOpenings(TimePoint now) {
-  const Hold hold = room_.shared.Take();
-  const auto begun = openings_.Begin(*hold, room_.host.files);
-  if (begun == OpeningsInUse::Begun::kNotWritten) {
-    const std::string file = OpeningsInUse::FileIn(hold->Settings().files_path);
-    Hinder("Error opening file for writing:  " + file + "\n", now);
-  }
-  return begun == OpeningsInUse::Begun::kGood;
-}
-
-void PlayLoop::AdoptGames() {
-  const bool adopts_jobs = host_.AdoptsJobs();
-  std::vector<GameOrder> playing;
-  bool leaves_jobs = false;
-  {
-    const Hold hold = room_.shared.Take();
-    RemoveHalfSaved(*hold, room_.host.files, room_.file.With(hold));
-    RunningGames& running = room_.running.With(hold);
-    playing = FindGamesToAdopt(*hold, room_.host.files, running);
-    SettleJournal(*hold, room_.host.files, room_.file.With(hold));
-    leaves_jobs = !adopts_jobs && LeaveJobs(*hold, playing);
-    for (const GameOrder& order : playing)
-      running.Add(order);
-  }
-  games_under_way_ += playing.size();
-  host_.Adopt(playing);
-  is_fresh_ = leaves_jobs;
-  has_collected_ = false;
-}
-
 bool PlayLoop::IsPlaceFree(const std::string& files_path, TimePoint now) {
   const std::optional<Obstacle> obstacle = host_.FindObstacle(files_path, now);
   if (!obstacle) return true;
   if (!obstacle->tell_at) return false;
   if (*obstacle->tell_at <= now) {
-    Hinder(AccessMessage(obstacle->file), now);
+    hindrances_.Hinder(TextOfHeldFile(obstacle->file), now);
   } else {
     look_at_ = obstacle->tell_at;
   }
   return false;
 }
 
-void PlayLoop::CollectWhatIsThere() {
-  // Records that come from elsewhere are rare, and with many games each look at all of them costs
-  // more than a game.
-  if (pace_.referee == RefereePace::kInGroups && has_collected_) return;
+/// The next step is planned, and what of it needs no more than the tourney is done.
+Plan PlayLoop::PlanStepNow(PlanAttempt& attempt) {
   const Hold hold = room_.shared.Take();
-  CollectAll(*hold, room_.host.files, room_.file.With(hold), room_.running.With(hold));
-  has_collected_ = true;
+  const Plan plan = PlanNextStep(*hold, room_.running.With(hold), attempt, hindrances_.Blocked());
+  const std::string& files_path = hold->Settings().files_path;
+  // An empty or bad FilesPath leaves the current directory as it is.
+  const bool is_final =
+      plan.step == PlanStep::kStart || plan.step == PlanStep::kBye || plan.step == PlanStep::kWait;
+  if (is_final && !files_path.empty()) room_.host.files.ChangeDirectory(files_path);
+  if (plan.step == PlanStep::kSwitchOff) hold->ChangeSettings()->auto_run = 0;
+  if (plan.step == PlanStep::kReplay) {
+    attempt.failed_to_replay = !ReplayUnfinished(*hold, room_.host.files);
+  }
+  return plan;
 }
 
 PlayLoop::Attempt PlayLoop::TakeStep(PlanAttempt& attempt, TimePoint now) {
-  Plan plan;
-  {
-    const Hold hold = room_.shared.Take();
-    plan = PlanNextStep(*hold, room_.running.With(hold), attempt, blocked_);
-    const std::string& files_path = hold->Settings().files_path;
-    // An empty or bad FilesPath leaves the current directory as it is.
-    const bool is_final = plan.step == PlanStep::kStart || plan.step == PlanStep::kBye ||
-                          plan.step == PlanStep::kWait;
-    if (is_final && !files_path.empty()) room_.host.files.ChangeDirectory(files_path);
-    if (plan.step == PlanStep::kSwitchOff) hold->ChangeSettings()->auto_run = 0;
-    if (plan.step == PlanStep::kReplay) {
-      attempt.failed_to_replay = !ReplayUnfinished(*hold, room_.host.files);
-    }
-  }
+  const Plan plan = PlanStepNow(attempt);
   switch (plan.step) {
     case PlanStep::kStart:
       return StartGame(plan.game_number, now);
@@ -281,7 +202,7 @@ PlayLoop::Attempt PlayLoop::TakeStep(PlanAttempt& attempt, TimePoint now) {
       PairRound(attempt);
       return Attempt::kAgain;
     case PlanStep::kWait:
-      return blocked_.empty() ? Attempt::kNothingToDo : Attempt::kHindered;
+      return hindrances_.Blocked().empty() ? Attempt::kNothingToDo : Attempt::kHindered;
     case PlanStep::kReplay:
     case PlanStep::kSwitchOff:
       break;
@@ -297,42 +218,49 @@ PlayLoop::Attempt PlayLoop::StartGame(int number, TimePoint now) {
   }
   const std::string debug_file = host_.DebugFileFor(files_path, number);
   PreparedGame prepared;
-  {
-    const Hold hold = room_.shared.Take();
-    const Game* game = hold->FindGame(number);
-    const bool is_startable =
-        game != nullptr && game->status == kSpooled && !ResultByBye(*hold, *game);
-    if (!is_startable) return Attempt::kAgain;
-    const std::string batch_file = game->bat_file;
-    const std::string claim_file = ClaimFileOf(game->pgn_file);
-    const auto opening = openings_.WordsFor(*hold, room_.host.files, *game);
-    if (!opening) return Attempt::kHindered;
-    // What is being played must be known to the next start, or it would play the game a second
-    // time.
-    TourneyFile& file = room_.file.With(hold);
-    if (pace_.referee == RefereePace::kAtOnce && file.HasChanged(*hold)) file.AutoSave(*hold);
-    if (!hold->Switch().IsRunning()) return Attempt::kNothingToDo;
-    switch (PrepareGame(*hold, room_.host, *game, debug_file, prepared)) {
-      case Preparation::kReady:
-        break;
-      case Preparation::kBeingPlayed:
-        Block(number, AccessMessage(claim_file), now);
-        return Attempt::kAgain;
-      case Preparation::kNoBatchFile:
-        Hinder("Error opening file for writing:  " + batch_file + "\n", now);
-        return Attempt::kHindered;
-      case Preparation::kNoClaim:
-        Hinder("Error opening file for writing:  " + claim_file + "\n", now);
-        return Attempt::kHindered;
-    }
-    prepared.order.more_words = *opening;
-    room_.running.With(hold).Add(prepared.order);
-  }
+  const Attempt attempt = MakeReady(number, debug_file, prepared, now);
+  if (attempt != Attempt::kStarted) return attempt;
   ++games_under_way_;
   const bool saves_later = pace_.referee == RefereePace::kInGroups;
   if (saves_later && !settle_at_) settle_at_ = NextSettle(now);
   host_.Start(prepared.order, std::move(prepared.claim));
   return Attempt::kStarted;
+}
+
+PlayLoop::Attempt PlayLoop::MakeReady(int number, const std::string& debug_file,
+                                      PreparedGame& prepared, TimePoint now) {
+  const Hold hold = room_.shared.Take();
+  const Game* game = hold->FindGame(number);
+  const bool is_startable =
+      game != nullptr && game->status == kSpooled && !ResultByBye(*hold, *game);
+  if (!is_startable) return Attempt::kAgain;
+  const std::string batch_file = game->bat_file;
+  const std::string claim_file = ClaimFileOf(game->pgn_file);
+  const auto opening = workplace_.Using().WordsFor(*hold, room_.host.files, *game);
+  if (!opening) return Attempt::kHindered;
+  // What is being played must be known to the next start, or it would play the game a second time.
+  TourneyFile& file = room_.file.With(hold);
+  if (pace_.referee == RefereePace::kAtOnce && file.HasChanged(*hold)) file.AutoSave(*hold);
+  if (!hold->Switch().IsRunning()) return Attempt::kNothingToDo;
+  switch (PrepareGame(*hold, room_.host, *game, debug_file, prepared)) {
+    case Preparation::kReady:
+      break;
+    case Preparation::kBeingPlayed:
+      hindrances_.Block(number, TextOfHeldFile(claim_file), now);
+      return Attempt::kAgain;
+    case Preparation::kNoBatchFile:
+      return HinderedByFile(batch_file, now);
+    case Preparation::kNoClaim:
+      return HinderedByFile(claim_file, now);
+  }
+  prepared.order.more_words = *opening;
+  room_.running.With(hold).Add(prepared.order);
+  return Attempt::kStarted;
+}
+
+PlayLoop::Attempt PlayLoop::HinderedByFile(const std::string& file, TimePoint now) {
+  hindrances_.Hinder("Error opening file for writing:  " + file + "\n", now);
+  return Attempt::kHindered;
 }
 
 PlayLoop::Attempt PlayLoop::TakeBye(int number, TimePoint now) {
@@ -343,7 +271,7 @@ PlayLoop::Attempt PlayLoop::TakeBye(int number, TimePoint now) {
     if (game == nullptr || game->status != kSpooled) return Attempt::kAgain;
     // A game that was begun before its player became a bye is played to its end.
     if (IsBeingPlayed(room_.host.files, game->pgn_file)) {
-      Block(number, AccessMessage(ClaimFileOf(game->pgn_file)), now);
+      hindrances_.Block(number, TextOfHeldFile(ClaimFileOf(game->pgn_file)), now);
       return Attempt::kAgain;
     }
     is_round_due = referee_.JudgeBye(*hold, room_.file.With(hold), room_.running.With(hold), *game);
@@ -362,8 +290,7 @@ PlayLoop::Attempt PlayLoop::SpoolOne(PlanAttempt& attempt, TimePoint now) {
   const int number = next->number;
   if (!SpoolSilently(*hold, room_.host.files, *next)) {
     const std::string batch_file = GameFileName(hold->Settings().files_path, number, ".BAT");
-    Hinder("Error opening file for writing:  " + batch_file + "\n", now);
-    return Attempt::kHindered;
+    return HinderedByFile(batch_file, now);
   }
   Print("Game %d spooled.\n", number);
   return Attempt::kAgain;
@@ -416,29 +343,12 @@ std::optional<TimePoint> PlayLoop::NextPass() const {
     if (moment && (!next || *moment < *next)) next = moment;
   };
   const TimePoint now = room_.host.clock.Steady();
-  if (is_on_ && start_at_ > now) no_later_than(start_at_);
+  if (is_on_) no_later_than(hindrances_.NextTry(now));
   no_later_than(look_at_);
-  if (!blocked_.empty()) no_later_than(blocked_until_);
+  no_later_than(hindrances_.EndOfBlocks());
   no_later_than(settle_at_);
   no_later_than(switch_at_);
   return next;
-}
-
-void PlayLoop::Hinder(const std::string& message, TimePoint now) {
-  PrintRarely(message);
-  start_at_ = now + pace_.retry;
-}
-
-void PlayLoop::Block(int number, const std::string& message, TimePoint now) {
-  PrintRarely(message);
-  blocked_.push_back(number);
-  blocked_until_ = now + pace_.retry;
-}
-
-void PlayLoop::PrintRarely(const std::string& message) {
-  if (--tries_until_message_ >= 0) return;
-  PrintText(message);
-  tries_until_message_ = kTriesBetweenMessages;
 }
 
 }  // namespace tarvendo

@@ -9,12 +9,12 @@
 
 #include "platform/clock.h"
 #include "play/game_host.h"
-#include "runner/directory_lock.h"
-#include "runner/openings_in_use.h"
+#include "runner/hindrances.h"
 #include "runner/plan.h"
+#include "runner/preparation.h"
 #include "runner/referee.h"
-#include "runner/starter.h"
 #include "runner/tourney_room.h"
+#include "runner/workplace.h"
 
 namespace tarvendo {
 
@@ -50,7 +50,7 @@ class PlayLoop {
   /// Why no game is started any more, whatever the switch says: those in FilesPath were begun with
   /// other openings (runner/openings_in_use.h). A line without its line feed; empty when there is
   /// no such reason.
-  const std::string& Refusal() const { return openings_.Refusal(); }
+  const std::string& Refusal() const { return workplace_.Using().Refusal(); }
 
   /// At the end of the program: saves the results that still wait for it, deletes the files of
   /// those games and writes the page.
@@ -66,7 +66,7 @@ class PlayLoop {
   std::uint64_t SwitchChangesSeen() const { return switch_changes_; }
 
  private:
-  /// How an attempt to start a game has ended. One that is had by a bye counts as started.
+  /// How an attempt to start a game has ended. A game that a bye decides counts as started.
   enum class Attempt { kStarted, kNothingToDo, kHindered, kAgain };
 
   void SwitchAtSetTimes();
@@ -79,13 +79,15 @@ class PlayLoop {
   bool IsSwitchedOn(TimePoint now);
   PlanAttempt NewAttempt() const;
   Attempt StartOne(TimePoint now);
-  bool TakeDirectory(const std::string& files_path, TimePoint now);
-  bool BeginWithOpenings(TimePoint now);
-  void AdoptGames();
   bool IsPlaceFree(const std::string& files_path, TimePoint now);
-  void CollectWhatIsThere();
+  Plan PlanStepNow(PlanAttempt& attempt);
   Attempt TakeStep(PlanAttempt& attempt, TimePoint now);
   Attempt StartGame(int number, TimePoint now);
+  /// Fills `prepared` when it returns kStarted: then only the game host is still to be told.
+  Attempt MakeReady(int number, const std::string& debug_file, PreparedGame& prepared,
+                    TimePoint now);
+  /// The file cannot be written.
+  Attempt HinderedByFile(const std::string& file, TimePoint now);
   Attempt TakeBye(int number, TimePoint now);
   Attempt SpoolOne(PlanAttempt& attempt, TimePoint now);
   void PairRound(PlanAttempt& attempt);
@@ -94,31 +96,18 @@ class PlayLoop {
   void Settle();
   std::optional<TimePoint> NextPass() const;
 
-  /// Something is in the way of every game, or of one of them.
-  void Hinder(const std::string& message, TimePoint now);
-  void Block(int number, const std::string& message, TimePoint now);
-  /// The message comes at the first attempt and at every eleventh one.
-  void PrintRarely(const std::string& message);
-
   TourneyRoom& room_;
   GameHost& host_;
   PlayPace pace_;
   Referee referee_;
-  DirectoryLock directory_;
-  OpeningsInUse openings_;
-  bool is_on_ = false;    ///< the switch, as the last pass saw it
-  bool is_fresh_ = true;  ///< claims of an earlier process have not been looked for yet
+  Workplace workplace_;
+  Hindrances hindrances_;
+  bool is_on_ = false;  ///< the switch, as the last pass saw it
   bool is_idle_ = false;
-  bool was_kept_waiting_ = false;  ///< by another program
-  bool has_collected_ = false;     ///< what lay there at the start
-  int tries_until_message_ = 0;
   int failures_ = 0;  ///< games in a row without a sign of life or a record
   std::uint64_t switch_changes_ = 0;
   std::size_t games_under_way_ = 0;
   std::size_t games_judged_ = 0;
-  std::vector<int> blocked_;  ///< games whose claim somebody else holds
-  TimePoint blocked_until_;
-  TimePoint start_at_;                ///< no game is started before
   std::optional<TimePoint> look_at_;  ///< when to see again what is in the way
   std::optional<TimePoint> settle_at_;
   std::chrono::milliseconds settled_in_{0};  ///< so long the last save and page took

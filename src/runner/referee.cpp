@@ -12,7 +12,7 @@
 #include "runner/adoption.h"
 #include "runner/batch_file.h"
 #include "runner/collect.h"
-#include "runner/game_files.h"
+#include "runner/file_deletion.h"
 #include "runner/running_games.h"
 #include "tourney/bye.h"
 #include "tourney/game_list.h"
@@ -195,13 +195,13 @@ void Referee::SaveAndClear(Tourney& tourney, TourneyFile& file, const RunningGam
   if (file.HasChanged(tourney) && !file.AutoSave(tourney)) return;
   pgn_->Rescue();
   std::erase_if(settled_, [&](Settled& settled) {
-    // A load between the result and this save has made the game one to be played, and it is.
+    // A load between the result and this save made it a game to be played, and it is under way.
     return running.HasNumber(settled.order.number) || ClearUp(tourney, settled);
   });
   pgn_->DropJournals(tourney);
 }
 
-/// A game that was begun anew has taken the claim over: then it is that one's.
+/// A claim that a game begun anew has taken over is left to that game.
 void Referee::DropHeldClaims(const RunningGames& running) {
   std::erase_if(held_claims_, [&](const GameOrder& held) {
     const bool is_begun_anew =
@@ -249,7 +249,7 @@ bool Referee::DropFiles(const Tourney& tourney, const Settled& settled) {
 }
 
 void Referee::WritePage(Tourney& tourney) {
-  WriteTable(tourney, host_.files, "", HtmlTableDefaults(tourney));
+  UpdateAndWriteTable(tourney, host_.files, "", HtmlTableDefaults(tourney));
 }
 
 void Referee::Settle(Tourney& tourney, TourneyFile& file, const RunningGames& running) {

@@ -36,13 +36,13 @@ class Referee {
   /// holds in the tourney's PGN file.
   void GoBeforeSavesOf(TourneyFile& file);
 
-  /// Judges one outcome and takes the game out of `running`. A game that the tourney no longer has
-  /// SPOOLED under that number and with these players is left alone: its record is kept as
-  /// gN.left.PGN, and the console names it. One that nobody has begun is still to be played; when
-  /// it was refused, the runner stops. Then the step behind a finished game: the log is cut down,
-  /// and in a Swiss tourney whose round is complete Rounds and the current round are brought up to
-  /// date. Either the tourney is finished ("Tourney finished.\n", AutoRun goes off), or with
-  /// AutoRun on the next round is to be paired: then true.
+  /// Judges one outcome and takes the game out of `running`. A game that the tourney does not have
+  /// any more as SPOOLED, under that number and with these players, is left alone: its record is
+  /// kept as gN.left.PGN, and the console names it. A game that nobody has begun is still to be
+  /// played; when it was refused, the runner stops. Behind a finished game the log is cut down, and
+  /// in a Swiss tourney whose round is complete Rounds and the current round are brought up to
+  /// date. Then either the tourney is finished ("Tourney finished.\n", AutoRun goes off), or with
+  /// AutoRun on the next round is to be paired: true.
   bool Judge(Tourney& tourney, TourneyFile& file, RunningGames& running,
              const GameOutcome& outcome);
 
@@ -52,9 +52,9 @@ class Referee {
   bool JudgeBye(Tourney& tourney, TourneyFile& file, const RunningGames& running, const Game& game);
 
   /// Saves (AutoSave) what has been judged since the last call, deletes the files of those games
-  /// and writes the page. Should the save fail, the files stay, and the next call tries again. So
-  /// it does with a file that cannot be deleted, which is said once: "Error deleting file:  %s\n".
-  /// What lies there under the name of a game that was begun anew meanwhile is that one's.
+  /// and writes the page. When the save fails, the files stay, and the next call tries again. The
+  /// next call also tries again to delete a file that could not be deleted, which is said once:
+  /// "Error deleting file: %s\n". The files of a game that was begun anew meanwhile are left alone.
   void Settle(Tourney& tourney, TourneyFile& file, const RunningGames& running);
 
   /// Whether something waits for Settle.
@@ -69,8 +69,9 @@ class Referee {
     bool is_told = false;  ///< that something of it cannot be deleted
   };
 
-  /// Deletes what nobody needs any more of a game whose result is saved, the claim last. False when
-  /// something stays, and then the claim does too: it tells whose that is.
+  /// Deletes the files that nobody needs any more of a game whose result is saved, the claim last.
+  /// False when some of them cannot be deleted; then the claim stays too, for it tells whose they
+  /// are.
   bool ClearUp(const Tourney& tourney, Settled& settled);
   bool DropFiles(const Tourney& tourney, const Settled& settled);
   void DropHeldClaims(const RunningGames& running);

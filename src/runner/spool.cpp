@@ -22,8 +22,7 @@ bool IsNothingDone(const Game& game) {
   return game.status == kNothingDone;
 }
 
-/// Number 0 has a meaning of its own in a command, so a game that a damaged file gives it is not
-/// found.
+/// The first game of that number that is not READY; null when there is none.
 const Game* UnplayedGame(const Tourney& tourney, int number) {
   for (const Game& game : tourney.Games()) {
     if (game.number == number && !game.IsReady()) return &game;
@@ -89,12 +88,12 @@ bool Spool(Tourney& tourney, FileSystem& files, int number) {
   return false;
 }
 
-bool SpoolRound(Tourney& tourney, FileSystem& files, int round) {
+void SpoolRound(Tourney& tourney, FileSystem& files, int round) {
   if (round == 0) {
     const Game* next = tourney.FirstGameToSpool();
     if (next == nullptr) {
       Print("All games are either spooled or ready!\n");
-      return true;
+      return;
     }
     round = next->round;
   }
@@ -102,13 +101,12 @@ bool SpoolRound(Tourney& tourney, FileSystem& files, int round) {
     EndWhenAsked();
     if (game.round == round && !game.IsReady()) SpoolGame(tourney, files, game);
   }
-  return true;
 }
 
-bool SpoolPlayer(Tourney& tourney, FileSystem& files, int player_number) {
+void SpoolPlayer(Tourney& tourney, FileSystem& files, int player_number) {
   if (tourney.FindParticipant(player_number) == nullptr) {
     Print("Player number %d does not exist in this tourney!\n", player_number);
-    return false;
+    return;
   }
   bool any_spooled = false;
   for (const Game& game : tourney.Games()) {
@@ -119,7 +117,6 @@ bool SpoolPlayer(Tourney& tourney, FileSystem& files, int player_number) {
   if (!any_spooled) {
     Print("All games of player %d are already either spooled or ready!\n", player_number);
   }
-  return true;
 }
 
 void SpoolAll(Tourney& tourney, FileSystem& files) {

@@ -8,10 +8,10 @@ class RunningGames;
 class Tourney;
 class TourneyFile;
 
-/// Writes the game's batch file (none for a game with a bye), deletes an old PGN file of it, sets
-/// it SPOOLED at the end of the running order and prints "Game %d spooled.\n". False, with "Error
-/// opening file for writing: %s\n" and the game unchanged, when the batch file cannot be written.
-/// Of a game whose files belong to one that is being played, or not yet judged, the PGN file stays.
+/// Writes the game's batch file (a game with a bye has none), deletes an old PGN file of the game,
+/// sets it SPOOLED at the end of the running order and prints "Game %d spooled.\n". False, with
+/// "Error opening file for writing: %s\n" and the game unchanged, when the batch file cannot be
+/// written. A PGN file that belongs to a game that is being played, or not yet judged, stays.
 bool SpoolGame(Tourney& tourney, FileSystem& files, const Game& game);
 
 /// The same, but prints nothing.
@@ -23,13 +23,12 @@ bool SpoolSilently(Tourney& tourney, FileSystem& files, const Game& game);
 bool Spool(Tourney& tourney, FileSystem& files, int number);
 
 /// Spools every game of the round that is not READY. Round 0 stands for the lowest round with a
-/// game that is NOTHING DONE; "All games are either spooled or ready!\n" when there is none. Always
-/// true.
-bool SpoolRound(Tourney& tourney, FileSystem& files, int round);
+/// game that is NOTHING DONE; "All games are either spooled or ready!\n" when there is none.
+void SpoolRound(Tourney& tourney, FileSystem& files, int round);
 
-/// Spools every NOTHING DONE game of the participant, or says that there is none. False, with a
-/// message, when nobody has the number.
-bool SpoolPlayer(Tourney& tourney, FileSystem& files, int player_number);
+/// Spools every NOTHING DONE game of the participant, or says that there is none, or that
+/// nobody has the number.
+void SpoolPlayer(Tourney& tourney, FileSystem& files, int player_number);
 
 /// Spools every NOTHING DONE game in the order of rounds, or says that there is none.
 void SpoolAll(Tourney& tourney, FileSystem& files);

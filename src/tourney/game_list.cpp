@@ -19,17 +19,17 @@ bool IsUnsetOr(int criterion, int value) {
   return criterion == 0 || criterion == value;
 }
 
-/// Deletes the files of the games at these places, says so for each, and takes them out of the
+/// Deletes the files of the games with these indices, says so for each, and takes them out of the
 /// list.
-void RemoveAt(Tourney& tourney, FileSystem& files, const std::vector<std::size_t>& places) {
-  for (const std::size_t place : places) {
+void RemoveAt(Tourney& tourney, FileSystem& files, const std::vector<std::size_t>& indices) {
+  for (const std::size_t index : indices) {
     EndWhenAsked();
-    const Game& game = tourney.Games()[place];
+    const Game& game = tourney.Games()[index];
     DeleteGameFiles(tourney, files, game);
     Print("Removing game %d...", game.number);
     Print("removed.\n");
   }
-  if (!places.empty()) tourney.EraseGames(places);
+  if (!indices.empty()) tourney.EraseGames(indices);
 }
 
 const char* ResultColumn(int result) {
@@ -144,12 +144,12 @@ void ListGames(Tourney& tourney, const GameFilter& filter) {
 }
 
 int RemoveGames(Tourney& tourney, FileSystem& files, const GameFilter& filter) {
-  std::vector<std::size_t> places;
+  std::vector<std::size_t> indices;
   for (std::size_t i = 0; i < tourney.Games().size(); ++i) {
-    if (Matches(tourney.Games()[i], filter)) places.push_back(i);
+    if (Matches(tourney.Games()[i], filter)) indices.push_back(i);
   }
-  RemoveAt(tourney, files, places);
-  return static_cast<int>(places.size());
+  RemoveAt(tourney, files, indices);
+  return static_cast<int>(indices.size());
 }
 
 int RemoveFirstGame(Tourney& tourney, FileSystem& files, int number, const GameFilter& filter) {
@@ -163,12 +163,12 @@ int RemoveFirstGame(Tourney& tourney, FileSystem& files, int number, const GameF
 }
 
 void RemoveGamesOf(Tourney& tourney, FileSystem& files, int player_number) {
-  std::vector<std::size_t> places;
+  std::vector<std::size_t> indices;
   for (std::size_t i = tourney.Games().size(); i-- > 0;) {
     const Game& game = tourney.Games()[i];
-    if (game.IsPlayedBy(player_number) || game.IsPlayedBy(0)) places.push_back(i);
+    if (game.IsPlayedBy(player_number) || game.IsPlayedBy(0)) indices.push_back(i);
   }
-  RemoveAt(tourney, files, places);
+  RemoveAt(tourney, files, indices);
 }
 
 std::array<std::string, 2> ReasonFilesOf(const Tourney& tourney, const Game& game) {

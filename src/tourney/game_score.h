@@ -5,22 +5,31 @@
 
 namespace tarvendo {
 
-/// What the result of a game gives White, in quarter points. Games are scored when they are READY;
-/// that is for the caller to look at.
+/// What a GameResult gives White. A game is scored when it is READY; that is for the caller to look
+/// at.
+constexpr QuarterPoints WhiteScore(int result) {
+  if (result == kWhiteWins) return kWinPoints;
+  return result == kDraw ? kDrawPoints : 0;
+}
 inline QuarterPoints WhiteScore(const Game& game) {
-  if (game.result == kWhiteWins) return kWinPoints;
-  return game.result == kDraw ? kDrawPoints : 0;
+  return WhiteScore(game.result);
 }
 
-/// What the result of a game gives Black, in quarter points.
+/// What it gives Black.
+constexpr QuarterPoints BlackScore(int result) {
+  if (result == kBlackWins) return kWinPoints;
+  return result == kDraw ? kDrawPoints : 0;
+}
 inline QuarterPoints BlackScore(const Game& game) {
-  if (game.result == kBlackWins) return kWinPoints;
-  return game.result == kDraw ? kDrawPoints : 0;
+  return BlackScore(game.result);
 }
 
-/// Whether the result is one between two players who really fought it out: a win or a draw.
+/// Whether it is one that two players have fought out: a win or a draw.
+constexpr bool IsDecidedOnBoard(int result) {
+  return result == kWhiteWins || result == kBlackWins || result == kDraw;
+}
 inline bool IsDecidedOnBoard(const Game& game) {
-  return game.result == kWhiteWins || game.result == kBlackWins || game.result == kDraw;
+  return IsDecidedOnBoard(game.result);
 }
 
 }  // namespace tarvendo

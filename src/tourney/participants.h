@@ -32,7 +32,7 @@ void ShowParticipants(const Tourney& tourney, int number);
 void ShowParticipantByName(const Tourney& tourney, const std::string& prefix);
 
 /// The full display of a participant: its data and the list of its opponents, such as
-/// "+W03(0) -B12(7) ": result, own colour, the opponent's number, the game's place in the list.
+/// "+W03(0) -B12(7) ": result, own colour, the opponent's number, the game's index in the list.
 std::string ParticipantText(const Tourney& tourney, const Player& player);
 
 /// The number of the participant that a command names: a first word of digits (but 0) is returned

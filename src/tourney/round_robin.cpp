@@ -9,6 +9,7 @@
 #include "base/log.h"
 #include "platform/faults.h"
 #include "tourney/game_list.h"
+#include "tourney/pairing_games.h"
 #include "tourney/rounds.h"
 #include "tourney/tourney.h"
 
@@ -33,14 +34,6 @@ Pairing MainPairing(int low, int high, int rounds) {
 Pairing PairingWithLast(int k, int last, int rounds) {
   const int round = WrappedRound(2 * k - 1, rounds);
   return round % 2 != 0 ? Pairing{round, last, k} : Pairing{round, k, last};
-}
-
-void AddGamesOf(Tourney& tourney, const Pairing& pairing, int sub_rounds) {
-  for (int sub_round = 1; sub_round <= sub_rounds; ++sub_round) {
-    const bool swapped = sub_round % 2 == 0;
-    tourney.AddGame(swapped ? pairing.second : pairing.first,
-                    swapped ? pairing.first : pairing.second, pairing.round, sub_round);
-  }
 }
 
 }  // namespace
@@ -82,7 +75,7 @@ bool CreateRRGames(Tourney& tourney, FileSystem& files) {
   const int sub_rounds = std::max(PlayableSubRounds(tourney, schedule.size()), 1);
   for (const Pairing& pairing : schedule) {
     EndWhenAsked();
-    AddGamesOf(tourney, pairing, sub_rounds);
+    AddGamesOfPairing(tourney, pairing.first, pairing.second, pairing.round, sub_rounds);
   }
   Print("ready.\n");
   return true;

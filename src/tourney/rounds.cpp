@@ -18,7 +18,7 @@ int HalfOfParticipants(const Tourney& tourney) {
   return static_cast<int>(tourney.Participants().size() / 2);
 }
 
-/// The first round behind `round` up to which the participant has a game in every sub-round.
+/// The first round in which the participant has no game of some sub-round; 0 when there is none.
 int FirstIncompleteRound(const Tourney& tourney, const Player& player) {
   std::set<std::pair<int, int>> played;
   for (const int index : player.games) {

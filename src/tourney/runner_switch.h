@@ -55,8 +55,8 @@ class RunnerSwitch {
     ++changes_;
   }
 
-  /// Whether a start time is set and has come by `now`; it is cleared and the runner is on then, in
-  /// the same step, so that nobody ever sees neither.
+  /// Whether a start time is set and has come by `now`. It is then cleared and the runner switched
+  /// on in one step, so that nobody finds the runner off with no time set. Likewise the stop time.
   bool TakeStartTime(long long now) { return Take(&State::start_time, now, 1); }
   bool TakeStopTime(long long now) { return Take(&State::stop_time, now, 0); }
 

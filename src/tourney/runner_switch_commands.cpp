@@ -6,12 +6,12 @@
 
 namespace tarvendo {
 
-void StartRunner(Tourney& tourney) {
+void SwitchRunnerOn(Tourney& tourney) {
   tourney.ChangeSwitch()->SetRunning(true);
   Print("\n***************\nRunner started.\n***************\n> ");
 }
 
-void StopRunner(Tourney& tourney) {
+void SwitchRunnerOff(Tourney& tourney) {
   tourney.ChangeSwitch()->SetRunning(false);
   Print("\n***************\nRunner stopped.\n***************\n> ");
 }

@@ -4,10 +4,10 @@ namespace tarvendo {
 
 class Tourney;
 
-/// Switches the runner on or off and says so. A game that is being played is finished and collected
-/// first.
-void StartRunner(Tourney& tourney);
-void StopRunner(Tourney& tourney);
+/// Moves the switch of the runner and says so. The runner itself sees it at its next step; when it
+/// goes off, a game that is being played is finished and collected first.
+void SwitchRunnerOn(Tourney& tourney);
+void SwitchRunnerOff(Tourney& tourney);
 
 /// Sets when the runner goes on or off by itself (seconds since the epoch) and says so; 0 clears
 /// the time and prints nothing.

@@ -4,7 +4,7 @@
 // the games for every pair costs participants x participants x games. Instead each game is put down
 // twice, with its two players (how many games each has is counted first, so that all of them fit
 // into one array, player behind player). Then the games of one player at a time are summed up per
-// opponent, in an array that has a place for every opponent and is told to be fresh by a stamp
+// opponent, in an array that has an entry for every opponent and is told to be fresh by a stamp
 // rather than by clearing it:
 //
 //   Ada beats Ben, draws with Ben, loses to Cyd, who has 3 points; Ben has 2
@@ -19,7 +19,7 @@
 #include <vector>
 
 #include "tourney/game_score.h"
-#include "tourney/participant_places.h"
+#include "tourney/participant_indices.h"
 #include "tourney/rounds.h"
 #include "tourney/tourney.h"
 
@@ -28,13 +28,13 @@ namespace {
 
 /// One game of a participant: against whom, and what it scored in it.
 struct Meeting {
-  std::size_t opponent;  ///< 0-based place
+  std::size_t opponent;  ///< 0-based index
   QuarterPoints score;
 };
 
 /// A game that has both its players in the list and counts for the tie-breaks.
 struct CountedGame {
-  std::size_t white;  ///< 0-based places
+  std::size_t white;  ///< 0-based index, as `black`
   std::size_t black;
   const Game* game;
 };
@@ -60,19 +60,19 @@ void AddGameScore(ComputedStanding& standing, QuarterPoints score) {
 
 /// Adds up points and games played, and picks the games that the tie-breaks count.
 std::vector<CountedGame> AddUpPoints(const Tourney& tourney, Standings& standings) {
-  const ParticipantPlaces places(tourney.Participants());
+  const ParticipantIndices indices(tourney.Participants());
   std::vector<CountedGame> counted;
   counted.reserve(tourney.Games().size());
   for (const Game& game : tourney.Games()) {
     if (!game.IsReady()) continue;
-    const int white = places.Of(game.white);
-    const int black = places.Of(game.black);
-    const auto white_place = static_cast<std::size_t>(white);
-    const auto black_place = static_cast<std::size_t>(black);
-    if (white >= 0) AddGameScore(standings[white_place], WhiteScore(game));
-    if (black >= 0) AddGameScore(standings[black_place], BlackScore(game));
+    const int white = indices.Of(game.white);
+    const int black = indices.Of(game.black);
+    const auto white_index = static_cast<std::size_t>(white);
+    const auto black_index = static_cast<std::size_t>(black);
+    if (white >= 0) AddGameScore(standings[white_index], WhiteScore(game));
+    if (black >= 0) AddGameScore(standings[black_index], BlackScore(game));
     const bool have_met = white >= 0 && black >= 0 && white != black && IsDecidedOnBoard(game);
-    if (have_met) counted.push_back({white_place, black_place, &game});
+    if (have_met) counted.push_back({white_index, black_index, &game});
   }
   return counted;
 }
@@ -195,13 +195,12 @@ std::vector<ComputedStanding> ComputeStandings(const Tourney& tourney) {
   return standings;
 }
 
-bool CalculateStandings(Tourney& tourney) {
+void UpdateStandingsAndRound(Tourney& tourney) {
   const std::vector<Player>& participants = tourney.Participants();
   const Standings standings = ComputeStandings(tourney);
   for (std::size_t i = 0; i < participants.size(); ++i)
     Enter(tourney, participants[i], standings[i]);
   AdvanceCurrentRound(tourney);
-  return true;
 }
 
 }  // namespace tarvendo

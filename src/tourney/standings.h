@@ -19,16 +19,10 @@ struct ComputedStanding {
   bool operator==(const ComputedStanding&) const = default;
 };
 
-/// The standings of all participants, in list order, as CalculateStandings would enter them;
-/// changes nothing.
-std::vector<ComputedStanding> ComputeStandings(const Tourney& tourney);
-
-/// Computes every participant's games played, points, Buchholz, Sonneborn-Berger (all three in
-/// quarter points) and rank (1 is best) anew from the READY games, and in a Swiss tourney moves the
-/// current round on when everybody has played in it. Always true. Prints nothing.
+/// The standings of all participants, in list order; changes and prints nothing.
 ///
-/// Buchholz is the sum of the points of the opponents met, each opponent once; Sonneborn-Berger
-/// weighs each opponent's points by what was scored against him
+/// Only READY games count. Buchholz is the sum of the points of the opponents met, each opponent
+/// once; Sonneborn-Berger weighs each opponent's points by what was scored against him
 /// (https://en.wikipedia.org/wiki/Buchholz_system,
 /// https://en.wikipedia.org/wiki/Sonneborn-Berger_score). A Swiss tourney breaks ties by the first,
 /// then by the second, a round robin by the second alone. Who is equal in all of it shares a rank,
@@ -37,6 +31,10 @@ std::vector<ComputedStanding> ComputeStandings(const Tourney& tourney);
 /// Games of players that are no participants count for the other player's games and points only.
 /// Sums too large for their type stay at the largest number. Linear in the number of games, but for
 /// the sorting.
-bool CalculateStandings(Tourney& tourney);
+std::vector<ComputedStanding> ComputeStandings(const Tourney& tourney);
+
+/// Enters the standings that ComputeStandings gives with the participants. In a Swiss tourney then
+/// moves the current round on when everybody has played in it (rounds.h). Prints nothing.
+void UpdateStandingsAndRound(Tourney& tourney);
 
 }  // namespace tarvendo

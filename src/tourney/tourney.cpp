@@ -17,8 +17,8 @@ int NextNumber(int number) {
 /// anywhere.
 template <typename List>
 auto FindByNumber(List& list, int number) -> decltype(list.data()) {
-  const auto place = static_cast<std::size_t>(number) - 1;
-  if (number >= 1 && place < list.size() && list[place].number == number) return &list[place];
+  const auto index = static_cast<std::size_t>(number) - 1;
+  if (number >= 1 && index < list.size() && list[index].number == number) return &list[index];
   const auto found = std::find_if(list.begin(), list.end(),
                                   [&](const auto& element) { return element.number == number; });
   return found == list.end() ? nullptr : &*found;
@@ -42,7 +42,7 @@ int StateOf(const std::vector<Game>& games) {
 
 }  // namespace
 
-bool Tourney::Reset() {
+void Tourney::Reset() {
   TourneySettings fresh;
   fresh.pics_dir = settings_.pics_dir;
   fresh.winboard_path = settings_.winboard_path;
@@ -55,7 +55,6 @@ bool Tourney::Reset() {
   *state = TourneyState();
   if (!games_.empty()) ChangeGames().clear();
   if (!participants_.empty()) ChangeParticipants().clear();
-  return true;
 }
 
 std::vector<Player>& Tourney::ChangeParticipants() {
@@ -83,8 +82,8 @@ Edit<Game> Tourney::Change(const Game& game) {
 }
 
 const Game* Tourney::GameAt(int index) const {
-  const auto place = static_cast<std::size_t>(index);
-  return index >= 0 && place < games_.size() ? &games_[place] : nullptr;
+  const bool is_there = index >= 0 && static_cast<std::size_t>(index) < games_.size();
+  return is_there ? &games_[static_cast<std::size_t>(index)] : nullptr;
 }
 
 void Tourney::AddGame(int white, int black, int game_round, int sub_round) {
@@ -112,26 +111,26 @@ void Tourney::AddGame(int white, int black, int game_round, int sub_round) {
   }
 }
 
-void Tourney::EraseGames(const std::vector<std::size_t>& places) {
-  std::vector<int> new_place(games_.size(), 0);
-  for (const std::size_t place : places)
-    new_place[place] = -1;
+void Tourney::EraseGames(const std::vector<std::size_t>& indices) {
+  std::vector<int> new_index(games_.size(), 0);
+  for (const std::size_t index : indices)
+    new_index[index] = -1;
   std::size_t kept = 0;
   for (std::size_t i = 0; i < games_.size(); ++i) {
-    if (new_place[i] < 0) continue;
-    new_place[i] = static_cast<int>(kept);
+    if (new_index[i] < 0) continue;
+    new_index[i] = static_cast<int>(kept);
     if (kept != i) games_[kept] = std::move(games_[i]);
     ++kept;
   }
   ChangeGames().resize(kept);
   const auto is_gone = [&](int index) {
-    return index < 0 || static_cast<std::size_t>(index) >= new_place.size() ||
-           new_place[static_cast<std::size_t>(index)] < 0;
+    return index < 0 || static_cast<std::size_t>(index) >= new_index.size() ||
+           new_index[static_cast<std::size_t>(index)] < 0;
   };
   for (Player& player : participants_) {
     std::erase_if(player.games, is_gone);
     for (int& index : player.games)
-      index = new_place[static_cast<std::size_t>(index)];
+      index = new_index[static_cast<std::size_t>(index)];
   }
   RecomputeGamesState();
 }

@@ -36,9 +36,8 @@ struct TourneySettings {
   int auto_run = 0;   ///< the runner spools and pairs by itself
   int auto_save = 0;  ///< the tourney is saved after every change
   int save_debug_files = kSaveNever;
-  std::string
-      files_path;  ///< directory of the games' files, with its separator; prefix of their names
-  std::string report_path;               ///< kept and saved beside files_path
+  std::string files_path;   ///< directory of the games' files, with its separator
+  std::string report_path;  ///< has no effect; stays in the tourney file as it was found there
   std::string pgn_file = "default.pgn";  ///< where finished games are collected
   std::string pics_dir;                  ///< prefix of the pictures' names in the HTML table
   std::string winboard_path = "winboard.exe";
@@ -88,10 +87,10 @@ class Tourney {
   /// text.
   std::uint64_t Version() const { return version_; }
 
-  /// Sets everything back to the defaults of a new tourney, which are not in all places those of a
+  /// Sets everything back to the defaults of a new tourney, which are not always those of a
   /// new program (5 minutes a game, debug files AUTOMATICALLY, a Computer). Keeps WinboardPath,
-  /// PicsDir and the runner's switch. Always true.
-  bool Reset();
+  /// PicsDir and the runner's switch.
+  void Reset();
 
   // The record as it stands in the tourney file (docs/files.md), behind its header line.
   // `save_file` is the name for saving that stands in it.
@@ -100,8 +99,8 @@ class Tourney {
 
   /// Replaces the participants and games. Other fields that the file no longer holds stay as they
   /// are. False, and nothing is changed, when it holds more than any tourney has: 1,000,000
-  /// participants, 4,000,000 games or kMostPlaces. Throws Terminated when the process is asked to
-  /// end meanwhile; nothing is changed then either.
+  /// participants, 4,000,000 games or kMostInHistories. Throws Terminated when the process is asked
+  /// to end meanwhile; nothing is changed then either.
   bool ReadRecord(RecordReader& reader, std::string& save_file);
 
   // Participants, numbered from 1 in list order.
@@ -140,16 +139,17 @@ class Tourney {
     return index_.FirstSpooled(games_, passes);
   }
 
-  /// The game at a 0-based place of a participant's history; null when there is none.
+  /// The game with that index (0-based) in the list, as the histories have it; null when there is
+  /// none.
   const Game* GameAt(int index) const;
 
   /// Creates a game with the next number, adds it to the history of both participants (whose colour
   /// states it changes in a Swiss tourney) and prints "Adding game %2d %-12s - %2d %-12s\n".
   void AddGame(int white, int black, int round, int sub_round);
 
-  /// Takes the games at these places (0-based, any order, no place twice) out of the list and out
-  /// of the histories. Numbers do not change. Prints nothing.
-  void EraseGames(const std::vector<std::size_t>& places);
+  /// Takes the games with these indices (0-based, any order, none twice) out of the list and out of
+  /// the histories. Numbers do not change. Prints nothing.
+  void EraseGames(const std::vector<std::size_t>& indices);
 
   /// Takes all games out of the list and out of the histories.
   void EraseAllGames();

@@ -37,20 +37,20 @@ bool IsForeign(FileSystem& files, const std::string& path) {
 
 }  // namespace
 
-class TourneyFile::PlaceKeeper {
+class TourneyFile::TargetKeeper {
  public:
-  explicit PlaceKeeper(Place& place) : place_(place), before_(place) {}
-  ~PlaceKeeper() {
-    if (keeps_) place_ = before_;
+  explicit TargetKeeper(Target& target) : target_(target), before_(target) {}
+  ~TargetKeeper() {
+    if (keeps_) target_ = before_;
   }
-  PlaceKeeper(const PlaceKeeper&) = delete;
-  PlaceKeeper& operator=(const PlaceKeeper&) = delete;
+  TargetKeeper(const TargetKeeper&) = delete;
+  TargetKeeper& operator=(const TargetKeeper&) = delete;
 
   void LetGo() { keeps_ = false; }
 
  private:
-  Place& place_;
-  const Place before_;
+  Target& target_;
+  const Target before_;
   bool keeps_ = true;
 };
 
@@ -65,28 +65,28 @@ bool TourneyFile::IsTourneyFile(FileSystem& files, const std::string& path) {
 }
 
 void TourneyFile::SetName(const std::string& name) {
-  place_ = {name, name.empty() ? name : files_.FullPath(name), files_.FullPath(".")};
+  target_ = {name, name.empty() ? name : files_.FullPath(name), files_.FullPath(".")};
 }
 
 bool TourneyFile::SaveBeside(const Tourney& tourney, const std::string& directory,
                              const std::string& path) {
   RecordWriter writer;
   writer.WriteString(kHeader);
-  tourney.WriteRecord(writer, directory == place_.directory ? place_.name : place_.path);
+  tourney.WriteRecord(writer, directory == target_.directory ? target_.name : target_.path);
   return SaveDurably(files_, path, writer.Text()) != SaveOutcome::kFailed;
 }
 
 void TourneyFile::ChooseName(const Tourney& tourney, const std::string& name) {
   if (!name.empty()) {
     SetName(name);
-  } else if (place_.name.empty()) {
+  } else if (target_.name.empty()) {
     SetName(tourney.Settings().files_path + "tourney.ini");
   }
 }
 
 bool TourneyFile::Save(const Tourney& tourney, const std::string& name) {
   ChooseName(tourney, name);
-  if (name.empty() && IsForeign(files_, place_.path)) return false;
+  if (name.empty() && IsForeign(files_, target_.path)) return false;
   return Write(tourney);
 }
 
@@ -94,15 +94,15 @@ bool TourneyFile::Write(const Tourney& tourney) {
   if (before_save_) before_save_(tourney);
   RecordWriter writer;
   writer.WriteString(kHeader);
-  tourney.WriteRecord(writer, place_.name);
-  const SaveOutcome outcome = SaveDurably(files_, place_.path, writer.Text(), &known_stamp_);
+  tourney.WriteRecord(writer, target_.name);
+  const SaveOutcome outcome = SaveDurably(files_, target_.path, writer.Text(), &known_stamp_);
   const bool saved = outcome != SaveOutcome::kFailed;
   // What a failed save has left is nobody else's work.
-  Know(saved ? writer.Text() : ReadFile(files_, place_.path, kTourneyFileLimit));
+  Know(saved ? writer.Text() : ReadFile(files_, target_.path, kTourneyFileLimit));
   if (!saved) return false;
   known_version_ = tourney.Version();
-  if (outcome == SaveOutcome::kInPlace && told_in_place_.insert(place_.path).second) {
-    TellOfSaveInPlace(place_.name);
+  if (outcome == SaveOutcome::kInPlace && told_in_place_.insert(target_.path).second) {
+    TellOfSaveInPlace(target_.name);
   }
   for (const std::string& text : writer.CutTexts())
     ReportCutText(text);
@@ -110,18 +110,15 @@ bool TourneyFile::Write(const Tourney& tourney) {
 }
 
 bool TourneyFile::Load(Tourney& tourney, const std::string& name) {
-  PlaceKeeper keeper(place_);
+  TargetKeeper keeper(target_);
   ChooseName(tourney, name);
-  const auto stamp = files_.Stamp(place_.path);
-  // So nobody reads a file without an end that is something else to its limit.
-  if (IsForeign(files_, place_.path)) {
-    keeper.LetGo();
-    Print("Not a tourney file.\n");
-    return false;
-  }
-  BoundedText read = ReadLongFile(files_, place_.path, kTourneyFileLimit);
+  const auto stamp = files_.Stamp(target_.path);
+  // Something else may be very long, or a device without an end: it is not read.
+  BoundedText read = IsForeign(files_, target_.path)
+                         ? BoundedText{""}
+                         : ReadLongFile(files_, target_.path, kTourneyFileLimit);
   if (read.is_too_long) {
-    PrintText(TooLongMessage(place_.path, kTourneyFileLimit));
+    PrintText(TooLongMessage(target_.path, kTourneyFileLimit));
     return false;
   }
   RecordReader reader(read.text ? *read.text : std::string_view(), most_empty_records_);
@@ -132,9 +129,10 @@ bool TourneyFile::Load(Tourney& tourney, const std::string& name) {
     if (read.text) Print("Not a tourney file.\n");
     return false;
   }
-  std::string save_file = place_.name;
+  std::string save_file = target_.name;
   if (!tourney.ReadRecord(reader, save_file)) {
-    PrintText("The file '" + place_.path + "' holds more than a tourney can, so it is not read.\n");
+    PrintText("The file '" + target_.path +
+              "' holds more than a tourney can, so it is not read.\n");
     return false;
   }
   keeper.LetGo();
@@ -146,11 +144,11 @@ bool TourneyFile::Load(Tourney& tourney, const std::string& name) {
 }
 
 void TourneyFile::TakeLoadedName(const Tourney& tourney, const std::string& save_file) {
-  const std::string loaded = place_.name;
+  const std::string loaded = target_.name;
   SetName(save_file);
   if (!IsOfEmergency(loaded) || loaded == save_file) return;
   ChooseName(tourney, "");
-  PrintText("From now on the tourney is saved to '" + place_.name + "'.\n");
+  PrintText("From now on the tourney is saved to '" + target_.name + "'.\n");
 }
 
 bool TourneyFile::AutoSave(Tourney& tourney) {
@@ -165,16 +163,16 @@ bool TourneyFile::AutoSave(Tourney& tourney) {
 
 void TourneyFile::StopIfChangedByOthers(Tourney& tourney) {
   if (!WasChangedByOthers()) return;
-  PrintText("The tourney file '" + place_.name +
+  PrintText("The tourney file '" + target_.name +
             "' was changed by another program, so it is not saved.\n"
             "Save by hand replaces it, Load takes what is in it.\n");
-  if (tourney.Switch().IsRunning()) StopRunner(tourney);
+  if (tourney.Switch().IsRunning()) SwitchRunnerOff(tourney);
   tourney.ChangeSwitch()->StopItself();
 }
 
 void TourneyFile::RemoveHalfSaved() {
-  if (place_.path.empty()) return;
-  for (const std::string& path : HalfSavedFiles(files_, place_.path)) {
+  if (target_.path.empty()) return;
+  for (const std::string& path : HalfSavedFiles(files_, target_.path)) {
     const auto text = files_.ReadText(path);
     const std::string_view header = kHeader;
     if (text && text->substr(0, header.size()) == header.substr(0, text->size())) {
@@ -190,15 +188,15 @@ bool TourneyFile::HasChanged(const Tourney& tourney) const {
 bool TourneyFile::TryAutoSave(const Tourney& tourney) {
   if (tourney.Settings().auto_save == 0) return true;
   ChooseName(tourney, "");
-  return !WasChangedByOthers() && !IsForeign(files_, place_.path) && Write(tourney);
+  return !WasChangedByOthers() && !IsForeign(files_, target_.path) && Write(tourney);
 }
 
 bool TourneyFile::WasChangedByOthers() {
-  if (!known_ || known_->path != place_.path) return false;
-  const auto stamp = files_.Stamp(place_.path);
+  if (!known_ || known_->path != target_.path) return false;
+  const auto stamp = files_.Stamp(target_.path);
   if (!stamp || stamp == known_stamp_) return false;
   if (stamp->size > static_cast<std::int64_t>(kTourneyFileLimit)) return true;
-  const auto text = ReadFile(files_, place_.path, kTourneyFileLimit);
+  const auto text = ReadFile(files_, target_.path, kTourneyFileLimit);
   if (text && !(ContentOf(*text) == *known_)) return true;
   if (text) known_stamp_ = stamp;
   return false;
@@ -207,13 +205,13 @@ bool TourneyFile::WasChangedByOthers() {
 void TourneyFile::Know(std::optional<std::string> text) {
   known_.reset();
   if (!text) return;
-  // A text that ends in a carriage return makes a line end of another kind.
+  // A text that ends in a carriage return makes CR LF with the line feed, which a read folds.
   FoldLineEnds(*text);
   known_ = ContentOf(*text);
 }
 
 TourneyFile::Content TourneyFile::ContentOf(const std::string& text) const {
-  return {place_.path, text.size(), std::hash<std::string>()(text)};
+  return {target_.path, text.size(), std::hash<std::string>()(text)};
 }
 
 void TourneyFile::ReportCutText(const std::string& text) {

@@ -38,7 +38,7 @@ class TourneyFile {
       : files_(files), most_empty_records_(most_empty_records) {}
 
   /// The name of a save without a name, as it was typed; empty when none was given so far.
-  const std::string& Name() const { return place_.name; }
+  const std::string& Name() const { return target_.name; }
   void SetName(const std::string& name);
 
   /// Saves to the file `name`, which is kept as the name from then on, or without a name to that
@@ -97,14 +97,14 @@ class TourneyFile {
   };
 
   /// Which file is meant by saves without a name.
-  struct Place {
+  struct Target {
     std::string name;       ///< as it was typed
     std::string path;       ///< of the file with that name
     std::string directory;  ///< from which the name is meant
   };
 
-  /// Puts the place back as it was when it is destroyed, until it is told not to.
-  class PlaceKeeper;
+  /// Puts the target back as it was when it is destroyed, unless it is told not to.
+  class TargetKeeper;
 
   /// Makes a given name the name, and sees to it that there is one.
   void ChooseName(const Tourney& tourney, const std::string& name);
@@ -112,8 +112,8 @@ class TourneyFile {
   void TakeLoadedName(const Tourney& tourney, const std::string& save_file);
   bool Write(const Tourney& tourney);
 
-  /// Whether the file holds something else than what was loaded from it or saved to it last. One
-  /// that looks like that from outside is not read.
+  /// Whether the file holds something else than what was loaded from it or saved to it last. It is
+  /// read only when its stamp is another one.
   bool WasChangedByOthers();
 
   /// Remembers what is in the file now; nothing when there is none.
@@ -124,12 +124,12 @@ class TourneyFile {
   FileSystem& files_;
   int most_empty_records_;
   std::function<void(const Tourney&)> before_save_;
-  Place place_;
+  Target target_;
   std::optional<Content> known_;                ///< what was loaded or saved last
   std::optional<FileStamp> known_stamp_;        ///< of the file then
   std::optional<std::uint64_t> known_version_;  ///< of the tourney that was loaded or saved last
-  std::set<std::string> told_in_place_;         ///< the paths of which it was said that they are
-  std::set<std::string> reported_;  ///< the texts of which it was said that they were cut
+  std::set<std::string> told_in_place_;         ///< paths that were said to be written in place
+  std::set<std::string> reported_;              ///< texts that were said to be cut
 };
 
 }  // namespace tarvendo

@@ -76,11 +76,11 @@ bool ReadList(RecordReader& reader, std::size_t most, const Record& blank, const
 }
 
 bool ReadParticipants(RecordReader& reader, std::vector<Player>& participants) {
-  std::size_t places = 0;
+  std::size_t in_histories = 0;
   return ReadList(reader, kMostParticipantsRead, Player(), [&](Player player) {
-    places += player.games.size();
+    in_histories += player.games.size();
     participants.push_back(std::move(player));
-    return places <= kMostPlaces;
+    return in_histories <= kMostInHistories;
   });
 }
 

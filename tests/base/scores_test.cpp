@@ -18,6 +18,14 @@ TEST(Scores, PointsLeaveAnOddQuarterOut) {
   EXPECT_EQ(HalfPointText(15), "3.5");
 }
 
+TEST(Scores, WholeAndHalfPointsAreToldApart) {
+  EXPECT_EQ(WholePoints(11), 2);
+  EXPECT_TRUE(HasHalfPoint(11));
+  EXPECT_EQ(WholePoints(13), 3);
+  EXPECT_FALSE(HasHalfPoint(13));
+  EXPECT_EQ(InPoints(13), 3.25);
+}
+
 TEST(Scores, SonnebornBergerShowsQuarters) {
   EXPECT_EQ(QuarterPointText(0), "0.00");
   EXPECT_EQ(QuarterPointText(41), "10.25");

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "console/typed_commands.h"
+#include "console/unknown_word_text.h"
 #include "tourney/content_text.h"
 
 // Whatever is typed wrongly is answered, and leaves the tourney, the player database and the files
@@ -16,10 +17,6 @@ struct Mistake {
   std::string line;
   std::string answer;
 };
-
-std::string Unknown(const std::string& word) {
-  return "I just don't know what you mean by '" + word + "'.\n";
-}
 
 constexpr const char* kNoneRemoved = "No games removed, because you didn't specify one!\n";
 constexpr const char* kTheResults =

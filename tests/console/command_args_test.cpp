@@ -21,12 +21,12 @@ TEST(CommandArgs, WordsAreCountedFromZeroAndAMissingOneIsEmpty) {
 }
 
 TEST(CommandArgs, TheLineIsTrimmedOnTheRight) {
-  EXPECT_EQ(Filled("set name My Cup \t \n").Line(), "set name My Cup");
+  EXPECT_EQ(Filled("set name My Cup \t \n").RestFrom(0), "set name My Cup");
   EXPECT_EQ(Filled("a \n").Count(), 1);
 }
 
 TEST(CommandArgs, ALineThatBeginsWithALineFeedIsEmpty) {
-  EXPECT_EQ(Filled("\nabc").Line(), "");
+  EXPECT_EQ(Filled("\nabc").RestFrom(0), "");
   EXPECT_EQ(Filled("\n").Count(), 0);
   EXPECT_EQ(Filled("").Count(), 0);
 }

@@ -159,7 +159,7 @@ class CommandOnATourney : public TypedCommands, public ::testing::WithParamInter
     machine.files.Put("/t/players.txt", "PLAYER_FILE\n");
     machine.files.Put("/t/other.ini", kOther);
     if (GetParam().type == kSwiss) MakeSwiss();
-    CalculateStandings(tourney);
+    UpdateStandingsAndRound(tourney);
     UseAutoSave();
     machine.TakeOutput();
   }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "console/typed_commands.h"
+#include "console/unknown_word_text.h"
 #include "runner/runner.h"
 #include "runner/spool.h"
 
@@ -94,7 +95,7 @@ TEST_F(Interpreter, AShellCommandDoesNotHoldTheTourney) {
 }
 
 TEST_F(Interpreter, PercentSignsAndQuotesReachTheMessagesUnharmed) {
-  EXPECT_EQ(Type("get %s%n\"'"), "I just don't know what you mean by '%s%n\"''.\n");
+  EXPECT_EQ(Type("get %s%n\"'"), Unknown("%s%n\"'"));
 }
 
 TEST_F(Interpreter, TheEndOfTheInputSavesNothing) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "console/typed_commands.h"
+#include "console/unknown_word_text.h"
 
 namespace tarvendo {
 namespace {
@@ -102,7 +103,7 @@ TEST_F(GameCommands, RemovingNeedsASelection) {
 }
 
 TEST_F(GameCommands, AnUnknownOptionRemovesNothing) {
-  EXPECT_EQ(Type("remg -all -foo"), "I just don't know what you mean by '-foo'.\n");
+  EXPECT_EQ(Type("remg -all -foo"), Unknown("-foo"));
   EXPECT_EQ(Left(), "1 2 3 4 ");
 }
 
@@ -166,7 +167,7 @@ TEST_F(GameCommands, ShowGamesListsAllOrASelection) {
   EXPECT_EQ(Type("showg -sta rea"), "");
   EXPECT_EQ(Type("showg -all"), Type("showg"));
   EXPECT_EQ(Type("showg -sta what"), Type("showg")) << "counts as no option";
-  EXPECT_EQ(Type("showg -xyz"), "I just don't know what you mean by '-xyz'.\n");
+  EXPECT_EQ(Type("showg -xyz"), Unknown("-xyz"));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "console/command_args.h"
+#include "console/unknown_word_text.h"
 #include "fakes/captured_log.h"
 #include "tourney/game.h"
 
@@ -94,7 +95,7 @@ TEST_F(GameOptions, BothTakesTheLaterOfTwoColours) {
 
 TEST_F(GameOptions, AnUnknownOptionIsRefused) {
   EXPECT_FALSE(Read("-pla 2 -xyz"));
-  EXPECT_EQ(machine_.TakeOutput(), "I just don't know what you mean by '-xyz'.\n");
+  EXPECT_EQ(machine_.TakeOutput(), Unknown("-xyz"));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "console/command_args.h"
+#include "console/unknown_word_text.h"
 #include "fakes/captured_log.h"
 
 namespace tarvendo {
@@ -41,12 +42,12 @@ TEST_F(Options, ASwitchIsKnownByItsWholeLengthOnly) {
 
 TEST_F(Options, TheFirstUnknownOptionIsNamedAndNothingRead) {
   EXPECT_FALSE(Read("cmd -pla 3 -foo -bar2"));
-  EXPECT_EQ(machine_.TakeOutput(), "I just don't know what you mean by '-foo'.\n");
+  EXPECT_EQ(machine_.TakeOutput(), Unknown("-foo"));
 }
 
 TEST_F(Options, ALoneMinusIsAnUnknownOption) {
   EXPECT_FALSE(Read("cmd -"));
-  EXPECT_EQ(machine_.TakeOutput(), "I just don't know what you mean by '-'.\n");
+  EXPECT_EQ(machine_.TakeOutput(), Unknown("-"));
 }
 
 TEST_F(Options, AValueNeverBeginsWithAMinus) {

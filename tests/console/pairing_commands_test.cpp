@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "console/typed_commands.h"
+#include "console/unknown_word_text.h"
 
 namespace tarvendo {
 namespace {
@@ -36,7 +37,7 @@ TEST_F(PairingCommands, AnOddNumberOfPlayersIsNotPaired) {
 }
 
 TEST_F(PairingCommands, TheTypeIsLookedAtFirstThenTheNumberThenTheWords) {
-  EXPECT_EQ(Type("pair -foo"), "I just don't know what you mean by '-foo'.\n");
+  EXPECT_EQ(Type("pair -foo"), Unknown("-foo"));
   tourney.ChangeParticipants().pop_back();
   EXPECT_EQ(Type("pair -foo"), "In swiss tourneys total number of players must be even.\n");
   tourney.ChangeSettings()->type = kRoundRobin;
@@ -45,8 +46,8 @@ TEST_F(PairingCommands, TheTypeIsLookedAtFirstThenTheNumberThenTheWords) {
 }
 
 TEST_F(PairingCommands, AWordThatIsNoNumberIsNotUnderstood) {
-  EXPECT_EQ(Type("pair foo"), "I just don't know what you mean by 'foo'.\n");
-  EXPECT_EQ(Type("createb -foo"), "I just don't know what you mean by '-foo'.\n");
+  EXPECT_EQ(Type("pair foo"), Unknown("foo"));
+  EXPECT_EQ(Type("createb -foo"), Unknown("-foo"));
 }
 
 TEST_F(PairingCommands, BracketsOfNobodyCannotBeMade) {

@@ -1,17 +1,13 @@
 #include <gtest/gtest.h>
 
 #include "console/typed_commands.h"
+#include "console/unknown_word_text.h"
 #include "platform/clock.h"
 
 namespace tarvendo {
 namespace {
 
-class Get : public TypedCommands {
- protected:
-  static std::string Unknown(const std::string& word) {
-    return "I just don't know what you mean by '" + word + "'.\n";
-  }
-};
+class Get : public TypedCommands {};
 
 TEST_F(Get, WithoutAWordListsTheSettings) {
   EXPECT_EQ(Type("get"),

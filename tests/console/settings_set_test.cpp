@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "console/typed_commands.h"
+#include "console/unknown_word_text.h"
 
 namespace tarvendo {
 namespace {
@@ -194,16 +195,14 @@ TEST_F(Set, AWordShorterThanItsPrefixIsUnknown) {
        {"pond", "autor", "autos", "sav", "sub", "fil", "pic", "com", "has", "tab", "name", "pgn",
         "whi", "bla", "win", "tim", "rounds", "type"}) {
     const std::string shorter = prefix.substr(0, prefix.size() - 1);
-    EXPECT_EQ(Type("set " + shorter + " x"),
-              "I just don't know what you mean by '" + shorter + "'.\n");
-    EXPECT_NE(Type("set " + prefix + " x"),
-              "I just don't know what you mean by '" + prefix + "'.\n");
+    EXPECT_EQ(Type("set " + shorter + " x"), Unknown(shorter));
+    EXPECT_NE(Type("set " + prefix + " x"), Unknown(prefix));
   }
 }
 
 TEST_F(Set, AnUnknownWordIsNamed) {
-  EXPECT_EQ(Type("set round 3"), "I just don't know what you mean by 'round'.\n");
-  EXPECT_EQ(Type("set runner on"), "I just don't know what you mean by 'runner'.\n");
+  EXPECT_EQ(Type("set round 3"), Unknown("round"));
+  EXPECT_EQ(Type("set runner on"), Unknown("runner"));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "console/typed_commands.h"
+#include "console/unknown_word_text.h"
 
 namespace tarvendo {
 namespace {
@@ -8,10 +9,6 @@ namespace {
 class SpoolCommands : public TypedCommands {
  protected:
   SpoolCommands() { AddGames(4); }
-
-  static std::string Unknown(const std::string& word) {
-    return "I just don't know what you mean by '" + word + "'.\n";
-  }
 };
 
 TEST_F(SpoolCommands, WithoutAWordTheNextGameIsSpooled) {

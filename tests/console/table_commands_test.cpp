@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "console/typed_commands.h"
+#include "console/unknown_word_text.h"
 #include "reports/table_driver.h"
 
 namespace tarvendo {
@@ -8,14 +9,10 @@ namespace {
 
 class TableCommands : public TypedCommands {
  protected:
-  static std::string Unknown(const std::string& word) {
-    return "I just don't know what you mean by '" + word + "'.\n";
-  }
-
   /// The text table with these options.
   std::string Expected(const TableOptions& options) {
     machine.TakeOutput();
-    WriteTable(tourney, machine.files, "stdout", options);
+    UpdateAndWriteTable(tourney, machine.files, "stdout", options);
     return machine.TakeOutput();
   }
 };

@@ -121,7 +121,7 @@ TYPED_TEST(FileSystemContract, AppendingMakesTheFileOrGoesOnBehindIt) {
     ASSERT_NE(file, nullptr);
     EXPECT_TRUE(file->Write("line\n"));
     const std::int64_t size = file->Size();
-    const auto bytes = this->files.ReadFrom(this->Path("a"), 0);
+    const auto bytes = this->files.ReadPart(this->Path("a"), 0, std::string::npos);
     ASSERT_TRUE(bytes.has_value());
     EXPECT_EQ(size, static_cast<std::int64_t>(bytes->size())) << i;
     EXPECT_EQ(std::count(bytes->begin(), bytes->end(), '\n'), i + 1);
@@ -209,9 +209,9 @@ TYPED_TEST(FileSystemContract, ReadingFoldsCrLfUnlessItIsReadFromAPlace) {
   const std::string path = this->Path("a");
   this->disk.Put("a", "a\r\nb\rc\n");
   EXPECT_EQ(this->files.ReadText(path), "a\nb\rc\n");
-  EXPECT_EQ(this->files.ReadFrom(path, 1), "\r\nb\rc\n");
-  EXPECT_EQ(this->files.ReadFrom(path, 7), "");
-  EXPECT_EQ(this->files.ReadFrom(path, 700), "");
+  EXPECT_EQ(this->files.ReadPart(path, 1, std::string::npos), "\r\nb\rc\n");
+  EXPECT_EQ(this->files.ReadPart(path, 7, std::string::npos), "");
+  EXPECT_EQ(this->files.ReadPart(path, 700, std::string::npos), "");
   EXPECT_EQ(this->files.ReadPart(path, 1, 3), "\r\nb");
   EXPECT_EQ(this->files.ReadPart(path, 5, 300), "c\n");
   EXPECT_EQ(this->files.ReadPart(path, 0, 0), "");
@@ -221,7 +221,7 @@ TYPED_TEST(FileSystemContract, ReadingFoldsCrLfUnlessItIsReadFromAPlace) {
 TYPED_TEST(FileSystemContract, AMissingFileIsNotThereForAnybody) {
   const std::string path = this->Path("a");
   EXPECT_FALSE(this->files.ReadText(path).has_value());
-  EXPECT_FALSE(this->files.ReadFrom(path, 0).has_value());
+  EXPECT_FALSE(this->files.ReadPart(path, 0, std::string::npos).has_value());
   EXPECT_FALSE(this->files.Exists(path));
   EXPECT_FALSE(this->files.IsReadable(path));
   EXPECT_FALSE(this->files.IsPlainFile(path));

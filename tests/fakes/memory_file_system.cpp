@@ -2,20 +2,14 @@
 
 #include <algorithm>
 
+#include "platform/line_ends.h"
+
 namespace tarvendo {
 namespace {
 
 std::string ParentOf(const std::string& key) {
   const std::size_t slash = key.rfind('/');
   return slash == 0 ? "/" : key.substr(0, slash);
-}
-
-std::string FoldLineEnds(const std::string& bytes) {
-  std::string text;
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    if (bytes[i] != '\r' || i + 1 == bytes.size() || bytes[i + 1] != '\n') text += bytes[i];
-  }
-  return text;
 }
 
 }  // namespace
@@ -102,14 +96,9 @@ class MemoryFileSystem::MemoryLock : public LockedFile {
 MemoryFileSystem::MemoryFileSystem() : directories_{"/", "/home"}, current_("/home") {}
 
 std::optional<std::string> MemoryFileSystem::ReadText(const std::string& path) {
-  const auto bytes = ReadFrom(path, 0);
-  if (!bytes) return std::nullopt;
-  return FoldLineEnds(*bytes);
-}
-
-std::optional<std::string> MemoryFileSystem::ReadFrom(const std::string& path,
-                                                      std::uint64_t offset) {
-  return ReadPart(path, offset, std::string::npos);
+  auto text = ReadPart(path, 0, std::string::npos);
+  if (text) FoldLineEnds(*text);
+  return text;
 }
 
 std::optional<std::string> MemoryFileSystem::ReadPart(const std::string& path, std::uint64_t offset,

@@ -38,7 +38,6 @@ class MemoryFileSystem : public FileSystem {
 
   // The FileSystem.
   std::optional<std::string> ReadText(const std::string& path) override;
-  std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override;
   std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
                                       std::size_t most) override;
   std::unique_ptr<OutputFile> Create(const std::string& path) override;

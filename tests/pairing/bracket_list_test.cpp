@@ -12,7 +12,7 @@ class BracketListTest : public TourneyTest {
  protected:
   /// Brackets of the current standings, without the message.
   void Create(int quarter_points = 0, BracketMode mode = BracketMode::kPairDown) {
-    CalculateStandings(tourney);
+    UpdateStandingsAndRound(tourney);
     EXPECT_TRUE(CreateBrackets(tourney, brackets, BracketWidth{quarter_points}, mode));
     Output();
   }
@@ -37,7 +37,7 @@ TEST_F(BracketListPrinting, SaysHowManyBracketsWereMade) {
   AddReady(1, 2, kWhiteWins);
   AddReady(3, 4, kDraw);
   tourney.ChangeState()->round = 2;
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_TRUE(CreateBrackets(tourney, brackets, BracketWidth{4}, BracketMode::kPairDown));
   EXPECT_EQ(Output(), "1 brackets created.\n");
 }
@@ -78,7 +78,7 @@ TEST_F(BracketListPrinting, ShowsPartnersAndWhoIsAbsent) {
   AddReady(1, 3, kDraw, 2);
   AddReady(2, 4, kDraw, 2);
   tourney.ChangeState()->round = 3;
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   const PairingField field = MakePairingField(tourney);
   Bracket upper(4);
   Bracket lower(4);

@@ -51,8 +51,8 @@ TEST_F(Files, WhatIsNotAReadableFileHasNoText) {
   EXPECT_FALSE(files_->ReadText(directory_.File("missing")));
   EXPECT_FALSE(files_->ReadText(directory_.Path()));
   EXPECT_FALSE(files_->ReadText(""));
-  EXPECT_FALSE(files_->ReadFrom(directory_.File("missing"), 0));
-  EXPECT_FALSE(files_->ReadFrom(directory_.Path(), 0));
+  EXPECT_FALSE(files_->ReadPart(directory_.File("missing"), 0, std::string::npos));
+  EXPECT_FALSE(files_->ReadPart(directory_.Path(), 0, std::string::npos));
 }
 
 TEST_F(Files, AGrowingFileIsReadFromWhereItWasReadTo) {
@@ -60,18 +60,20 @@ TEST_F(Files, AGrowingFileIsReadFromWhereItWasReadTo) {
   const std::string name = directory_.File("x");
   const auto writer = files_->Append(name);
   ASSERT_NE(writer, nullptr);
-  EXPECT_EQ(files_->ReadFrom(name, 0), "one\r\n");
-  EXPECT_EQ(files_->ReadFrom(name, 5), "");
+  EXPECT_EQ(files_->ReadPart(name, 0, std::string::npos), "one\r\n");
+  EXPECT_EQ(files_->ReadPart(name, 5, std::string::npos), "");
   ASSERT_TRUE(writer->Write("two"));
   ASSERT_TRUE(writer->Flush());
-  EXPECT_EQ(files_->ReadFrom(name, 5), "two");
-  EXPECT_EQ(files_->ReadFrom(name, 7), "o");
+  EXPECT_EQ(files_->ReadPart(name, 5, std::string::npos), "two");
+  EXPECT_EQ(files_->ReadPart(name, 7, std::string::npos), "o");
 }
 
 TEST_F(Files, BehindTheEndThereIsAnEmptyText) {
   directory_.Put("x", "one");
-  EXPECT_EQ(files_->ReadFrom(directory_.File("x"), 4), "");
-  EXPECT_EQ(files_->ReadFrom(directory_.File("x"), std::numeric_limits<std::uint64_t>::max()), "");
+  EXPECT_EQ(files_->ReadPart(directory_.File("x"), 4, std::string::npos), "");
+  EXPECT_EQ(files_->ReadPart(directory_.File("x"), std::numeric_limits<std::uint64_t>::max(),
+                             std::string::npos),
+            "");
 }
 
 TEST_F(Files, CreatingEmptiesAndAppendingKeepsWhatIsThere) {

@@ -154,7 +154,7 @@ TEST_F(CrossTableTest, CrossCellsFollowTheirRow) {
   AddPlayers(3);
   Play(3, 1, kWhiteWins);
   Play(3, 2, kDraw);
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   const CrossTable table = Build();
   EXPECT_EQ(table.rows[0].number, 3);
   EXPECT_EQ(table.rows[0].cross, "+=X");

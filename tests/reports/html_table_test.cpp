@@ -14,7 +14,7 @@ class HtmlTableTest : public TableTourney {
   std::string Page() { return Page(HtmlTableDefaults(tourney)); }
 
   std::string Page(const TableOptions& options) {
-    CalculateStandings(tourney);
+    UpdateStandingsAndRound(tourney);
     return HtmlTable(BuildCrossTable(tourney, options), tourney.Settings());
   }
 

@@ -24,33 +24,33 @@ class TableDriver : public TableTourney {
 };
 
 TEST_F(TableDriver, TheNameStdoutPrintsTheTable) {
-  EXPECT_TRUE(WriteTable(tourney, machine.files, "stdout", TextTableDefaults()));
+  EXPECT_TRUE(UpdateAndWriteTable(tourney, machine.files, "stdout", TextTableDefaults()));
   EXPECT_EQ(machine.TakeOutput(), kTable);
   EXPECT_TRUE(machine.files.FileNames().empty());
 }
 
 TEST_F(TableDriver, AnyOtherNameIsAFileThatIsReplaced) {
   machine.files.Put("cup.txt", std::string(10000, 'x'));
-  EXPECT_TRUE(WriteTable(tourney, machine.files, "cup.txt", TextTableDefaults()));
+  EXPECT_TRUE(UpdateAndWriteTable(tourney, machine.files, "cup.txt", TextTableDefaults()));
   EXPECT_EQ(machine.files.Bytes("cup.txt"), kTable);
-  EXPECT_TRUE(WriteTable(tourney, machine.files, "STDOUT", TextTableDefaults()));
+  EXPECT_TRUE(UpdateAndWriteTable(tourney, machine.files, "STDOUT", TextTableDefaults()));
   EXPECT_EQ(machine.files.Bytes("STDOUT"), kTable);
   EXPECT_EQ(machine.files.FileNames().size(), 2U);
   EXPECT_EQ(machine.TakeOutput(), "");
 }
 
 TEST_F(TableDriver, WithoutANameItIsTableHtmBehindFilesPath) {
-  EXPECT_TRUE(WriteTable(tourney, machine.files, "", TextTableDefaults()));
+  EXPECT_TRUE(UpdateAndWriteTable(tourney, machine.files, "", TextTableDefaults()));
   EXPECT_EQ(machine.files.Bytes("table.htm"), kTable);
   machine.files.MakeDirectory("/t");
   tourney.ChangeSettings()->files_path = "/t\\cup_";
-  EXPECT_TRUE(WriteTable(tourney, machine.files, "", HtmlTableDefaults(tourney)));
+  EXPECT_TRUE(UpdateAndWriteTable(tourney, machine.files, "", HtmlTableDefaults(tourney)));
   EXPECT_EQ(machine.files.Bytes("/t/cup_table.htm").substr(0, 6), "<html>");
 }
 
 TEST_F(TableDriver, ComputesTheStandingsAndTheRounds) {
   tourney.ChangeSettings()->rounds = 99;
-  WriteTable(tourney, machine.files, "stdout", TextTableDefaults());
+  UpdateAndWriteTable(tourney, machine.files, "stdout", TextTableDefaults());
   EXPECT_EQ(P(2).points, 4);
   EXPECT_EQ(P(2).rank, 1);
   EXPECT_EQ(tourney.Settings().rounds, 1);
@@ -60,7 +60,7 @@ TEST_F(TableDriver, ComputesTheStandingsAndTheRounds) {
 TEST_F(TableDriver, TheRoundsOfASwissAreAdjustedBeforeTheTable) {
   tourney.ChangeSettings()->type = kSwiss;
   tourney.ChangeSettings()->rounds = 9;
-  WriteTable(tourney, machine.files, "stdout", TextTableDefaults());
+  UpdateAndWriteTable(tourney, machine.files, "stdout", TextTableDefaults());
   EXPECT_EQ(machine.TakeOutput(),
             "Number of rounds adjusted to 1 (maximum).\n"
             "Rank|No  |Name  |   1|Pts |Buch |S-B  |\n"
@@ -72,7 +72,8 @@ TEST_F(TableDriver, TheRoundsOfASwissAreAdjustedBeforeTheTable) {
 
 TEST_F(TableDriver, AFileThatCannotBeOpenedIsAMessageAndNothingIsComputed) {
   tourney.ChangeSettings()->rounds = 99;
-  EXPECT_FALSE(WriteTable(tourney, machine.files, "/nowhere/cup%s.txt", TextTableDefaults()));
+  EXPECT_FALSE(
+      UpdateAndWriteTable(tourney, machine.files, "/nowhere/cup%s.txt", TextTableDefaults()));
   EXPECT_EQ(machine.TakeOutput(), "Can't open file /nowhere/cup%s.txt!\n");
   EXPECT_EQ(P(2).points, 0);
   EXPECT_EQ(tourney.Settings().rounds, 99);
@@ -81,14 +82,14 @@ TEST_F(TableDriver, AFileThatCannotBeOpenedIsAMessageAndNothingIsComputed) {
 TEST_F(TableDriver, ADirectoryOfThatNameIsAMessage) {
   machine.files.PutDirectory("/t/table.htm");
   tourney.ChangeSettings()->files_path = "/t/";
-  EXPECT_FALSE(WriteTable(tourney, machine.files, "", TextTableDefaults()));
+  EXPECT_FALSE(UpdateAndWriteTable(tourney, machine.files, "", TextTableDefaults()));
   EXPECT_EQ(machine.TakeOutput(), "Can't open file /t/table.htm!\n");
 }
 
 TEST_F(TableDriver, AFileThatMayNotBeWrittenStaysAsItWas) {
   machine.files.Put("cup.txt", "old");
   machine.files.Deny(FileOperation::kOpen, "cup.txt");
-  EXPECT_FALSE(WriteTable(tourney, machine.files, "cup.txt", TextTableDefaults()));
+  EXPECT_FALSE(UpdateAndWriteTable(tourney, machine.files, "cup.txt", TextTableDefaults()));
   EXPECT_EQ(machine.TakeOutput(), "Can't open file cup.txt!\n");
   EXPECT_EQ(machine.files.Bytes("cup.txt"), "old");
 }
@@ -98,11 +99,11 @@ TEST_F(TableDriver, ASaveThatFailsLeavesTheOldTableOrNone) {
        {FileOperation::kWrite, FileOperation::kClose, FileOperation::kRename}) {
     machine.files.Put("old.txt", "old");
     machine.files.FailAt(operation, 1);
-    EXPECT_FALSE(WriteTable(tourney, machine.files, "old.txt", TextTableDefaults()));
+    EXPECT_FALSE(UpdateAndWriteTable(tourney, machine.files, "old.txt", TextTableDefaults()));
     EXPECT_EQ(machine.files.Bytes("old.txt"), "old");
     EXPECT_EQ(machine.TakeOutput(), "Can't open file old.txt!\n");
     machine.files.FailAt(operation, 1);
-    EXPECT_FALSE(WriteTable(tourney, machine.files, "new.txt", TextTableDefaults()));
+    EXPECT_FALSE(UpdateAndWriteTable(tourney, machine.files, "new.txt", TextTableDefaults()));
     EXPECT_EQ(machine.files.FileNames(), std::vector<std::string>{"/home/old.txt"});
     machine.TakeOutput();
   }
@@ -111,11 +112,11 @@ TEST_F(TableDriver, ASaveThatFailsLeavesTheOldTableOrNone) {
 TEST_F(TableDriver, ADeviceIsWrittenInPlaceAndOpenedOnce) {
   machine.files.Put("/dev/lp", "");
   machine.files.MakeSpecial("/dev/lp");
-  EXPECT_TRUE(WriteTable(tourney, machine.files, "/dev/lp", TextTableDefaults()));
+  EXPECT_TRUE(UpdateAndWriteTable(tourney, machine.files, "/dev/lp", TextTableDefaults()));
   EXPECT_EQ(machine.files.Bytes("/dev/lp"), kTable);
   EXPECT_EQ(machine.files.Count(FileOperation::kOpen), 1);
   machine.files.FailAt(FileOperation::kWrite, 1);
-  EXPECT_FALSE(WriteTable(tourney, machine.files, "/dev/lp", TextTableDefaults()));
+  EXPECT_FALSE(UpdateAndWriteTable(tourney, machine.files, "/dev/lp", TextTableDefaults()));
   EXPECT_EQ(machine.TakeOutput(), "Can't open file /dev/lp!\n");
   EXPECT_TRUE(machine.files.Has("/dev/lp"));
 }

@@ -12,7 +12,7 @@ namespace {
 class TextTableTest : public TableTourney {
  protected:
   std::string Table(const TableOptions& options = {}) {
-    CalculateStandings(tourney);
+    UpdateStandingsAndRound(tourney);
     return TextTable(BuildCrossTable(tourney, options));
   }
 

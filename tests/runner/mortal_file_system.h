@@ -26,9 +26,6 @@ class MortalFileSystem : public FileSystem {
   std::optional<std::string> ReadText(const std::string& path) override {
     return disk_.ReadText(path);
   }
-  std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override {
-    return disk_.ReadFrom(path, offset);
-  }
   std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
                                       std::size_t most) override {
     return disk_.ReadPart(path, offset, most);

@@ -181,7 +181,7 @@ TEST_F(PlayOpenings, AByeIsNoBeginning) {
 TEST_F(PlayOpenings, ANoteThatCannotBeWrittenHindersEveryGameUntilItCan) {
   machine.files.Deny(FileOperation::kOpen, std::string(kNote) + ".tarvendo.new");
   machine.files.Deny(FileOperation::kOpen, kNote);
-  EXPECT_EQ(Pass(), 3000);
+  EXPECT_EQ(Pass(), play_pace_.retry.count());
   EXPECT_EQ(Output(), "Error opening file for writing:  /t\\runner.openings\n");
   EXPECT_TRUE(machine.processes.Batches().empty());
   machine.files.Allow(FileOperation::kOpen, std::string(kNote) + ".tarvendo.new");

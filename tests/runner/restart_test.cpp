@@ -262,7 +262,7 @@ TEST_F(TwoPrograms, ARunnerThatStopsItselfBeforeAStartLetsGoOfTheLock) {
 TEST_F(TwoPrograms, TheLockGoesWhenTheRunnerHasNothingMoreToDo) {
   Pass();
   EXPECT_TRUE(machine.files.IsLocked("/t/runner.lock"));
-  StopRunner(tourney);
+  SwitchRunnerOff(tourney);
   EndGame(1, "1-0");
   PassTime(seconds(5));
   EXPECT_FALSE(machine.files.Has("/t/runner.lock"));

@@ -94,7 +94,7 @@ TEST_F(RunnerThreads, AwaitIdleWaitsUntilAllGamesArePlayed) {
   tourney.ChangeSettings()->auto_run = 1;
   LetGamesBePlayed();
   Start();
-  StartRunner(*shared.Take());
+  SwitchRunnerOn(*shared.Take());
   runner_->AwaitIdle();
   EXPECT_EQ(CountReady(), 3);
 }
@@ -114,7 +114,7 @@ TEST_F(RunnerThreads, ACommandWorksWhileGamesArePlayed) {
   tourney.ChangeSettings()->auto_run = 1;
   LetGamesBePlayed();
   Start();
-  StartRunner(*shared.Take());
+  SwitchRunnerOn(*shared.Take());
   for (int i = 0; i < 200; ++i) {
     const Hold hold = shared.Take();
     tourney.ChangeSettings()->name = "Cup " + std::to_string(i);

@@ -103,10 +103,6 @@ class DyingFileSystem : public FileSystem {
     CommitFaultOf(path);
     return files_.ReadText(path);
   }
-  std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override {
-    CommitFaultOf(path);
-    return files_.ReadFrom(path, offset);
-  }
   std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
                                       std::size_t most) override {
     CommitFaultOf(path);

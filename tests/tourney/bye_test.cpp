@@ -52,7 +52,7 @@ TEST_F(Byes, OnlyTheExactWordMakesABye) {
 TEST_F(Byes, TheStandingsTreatItAsAnyParticipant) {
   AddReady(1, 3, kWhiteWins);
   AddReady(2, 4, kWhiteWins);
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(tourney.FindParticipant(1)->points, 4);
   EXPECT_EQ(tourney.FindParticipant(3)->points, 0);
   EXPECT_EQ(tourney.FindParticipant(3)->games_played, 1);

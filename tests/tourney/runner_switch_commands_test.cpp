@@ -21,15 +21,15 @@ class RunnerSwitchCommands : public TourneyTest {
 };
 
 TEST_F(RunnerSwitchCommands, StartingSaysSoAndShowsThePromptAgain) {
-  StartRunner(tourney);
+  SwitchRunnerOn(tourney);
   EXPECT_TRUE(tourney.Switch().IsRunning());
   EXPECT_EQ(machine.TakeOutput(), "\n***************\nRunner started.\n***************\n> ");
 }
 
 TEST_F(RunnerSwitchCommands, StoppingSaysSoAndShowsThePromptAgain) {
-  StartRunner(tourney);
+  SwitchRunnerOn(tourney);
   machine.TakeOutput();
-  StopRunner(tourney);
+  SwitchRunnerOff(tourney);
   EXPECT_FALSE(tourney.Switch().IsRunning());
   EXPECT_EQ(machine.TakeOutput(), "\n***************\nRunner stopped.\n***************\n> ");
 }
@@ -56,7 +56,7 @@ TEST_F(RunnerSwitchCommands, TimeZeroClearsWithoutAWord) {
 
 TEST_F(RunnerSwitchCommands, TheStatusWithoutTimesIsOneLine) {
   EXPECT_EQ(Status(), "Runner status: STOPPED\n");
-  StartRunner(tourney);
+  SwitchRunnerOn(tourney);
   EXPECT_EQ(Status(), "Runner status: RUNNING\n");
 }
 

@@ -4,7 +4,6 @@
 
 #include <limits>
 
-#include "tourney/participants.h"
 #include "tourney/table_tourney.h"
 
 namespace tarvendo {
@@ -17,7 +16,7 @@ TEST_F(Standings, AWinIsFourQuartersAndADrawTwo) {
   Play(1, 2, kWhiteWins);
   Play(3, 1, kBlackWins, 2);
   Play(2, 3, kDraw, 3);
-  EXPECT_TRUE(CalculateStandings(tourney));
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(P(1).points, 8);
   EXPECT_EQ(P(2).points, 2);
   EXPECT_EQ(P(3).points, 2);
@@ -31,7 +30,7 @@ TEST_F(Standings, AReadyGameWithoutResultCountsAsPlayedAndForNothingElse) {
     AddPlayers(3);
     Play(1, 3, kWhiteWins);
     Play(1, 2, result, 2);
-    CalculateStandings(tourney);
+    UpdateStandingsAndRound(tourney);
     EXPECT_EQ(P(1).games_played, 2);
     EXPECT_EQ(P(2).games_played, 1);
     EXPECT_EQ(P(2).points, 0);
@@ -44,7 +43,7 @@ TEST_F(Standings, WhenBothLoseTheyHavePlayedButNotMet) {
   AddPlayers(3);
   Play(1, 3, kWhiteWins);
   Play(1, 2, kBothLose, 2);
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(P(1).points, 4);
   EXPECT_EQ(P(2).points, 0);
   EXPECT_EQ(P(2).games_played, 1);
@@ -55,7 +54,7 @@ TEST_F(Standings, GamesThatAreNotReadyAreIgnored) {
   AddPlayers(2);
   Play(1, 2, kWhiteWins).status = kSpooled;
   Play(1, 2, kWhiteWins, 2).status = kNothingDone;
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(P(1).games_played, 0);
   EXPECT_EQ(P(1).points, 0);
   EXPECT_EQ(P(2).buchholz, 0);
@@ -66,7 +65,7 @@ TEST_F(Standings, TwoWhoMeetTwiceGiveEachOtherBuchholzOnce) {
   Play(1, 2, kWhiteWins, 1, 1);
   Play(2, 1, kDraw, 1, 2);
   Play(2, 3, kWhiteWins, 2);
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(P(1).points, 6);
   EXPECT_EQ(P(2).points, 6);
   EXPECT_EQ(P(1).buchholz, 6);
@@ -78,13 +77,13 @@ TEST_F(Standings, TwoWhoMeetTwiceGiveEachOtherBuchholzOnce) {
 TEST_F(Standings, EverythingIsComputedAnewInEachRun) {
   AddPlayers(2);
   Play(1, 2, kWhiteWins);
-  CalculateStandings(tourney);
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(P(1).points, 4);
   EXPECT_EQ(P(1).games_played, 1);
   EXPECT_EQ(P(2).buchholz, 4);
   tourney.ChangeGames().clear();
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(P(1).points, 0);
   EXPECT_EQ(P(2).buchholz, 0);
   EXPECT_EQ(P(2).rank, 1);
@@ -98,7 +97,7 @@ TEST_F(Standings, SwissBreaksTiesByBuchholzFirst) {
   Play(3, 1, kWhiteWins, 3);
   Play(3, 5, kWhiteWins, 4);
   Play(4, 2, kWhiteWins, 5);
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(P(1).points, P(2).points);
   EXPECT_GT(P(1).buchholz, P(2).buchholz);
   EXPECT_EQ(P(1).sonneborn_berger, P(2).sonneborn_berger);
@@ -120,7 +119,7 @@ class EqualButForSonnebornBerger : public TableTourney {
 };
 
 TEST_F(EqualButForSonnebornBerger, TheHigherSonnebornBergerStandsAheadInASwiss) {
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   ASSERT_EQ(P(1).points, P(2).points);
   ASSERT_EQ(P(1).buchholz, P(2).buchholz);
   EXPECT_GT(P(1).sonneborn_berger, P(2).sonneborn_berger);
@@ -138,13 +137,13 @@ TEST_F(Standings, RoundRobinLooksAtSonnebornBergerOnly) {
   Play(3, 2, kWhiteWins, 2);
   Play(3, 5, kWhiteWins, 3);
   Play(3, 4, kWhiteWins, 4);
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   ASSERT_EQ(P(1).points, P(2).points);
   ASSERT_LT(P(1).buchholz, P(2).buchholz);
   ASSERT_GT(P(1).sonneborn_berger, P(2).sonneborn_berger);
   EXPECT_LT(P(1).rank, P(2).rank);
   tourney.ChangeSettings()->type = kSwiss;
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_GT(P(1).rank, P(2).rank);
 }
 
@@ -154,7 +153,7 @@ TEST_F(Standings, EqualScoresShareARankAndTheNextIsSkipped) {
   Play(1, 2, kDraw, 1);
   Play(3, 1, kDraw, 2);
   Play(1, 4, kDraw, 3);
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(P(1).rank, 1);
   EXPECT_EQ(P(2).rank, 2);
   EXPECT_EQ(P(3).rank, 2);
@@ -166,9 +165,9 @@ TEST_F(Standings, ARoundThatEverybodyHasPlayedMovesTheSwissOn) {
   tourney.ChangeSettings()->rounds = 3;
   AddPlayers(2);
   Play(1, 2, kDraw, 1);
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(tourney.State().round, 2);
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(tourney.State().round, 2) << "round 2 has no games yet";
 }
 
@@ -176,7 +175,7 @@ TEST_F(Standings, TheCurrentRoundNeverGoesPastRounds) {
   tourney.ChangeSettings()->rounds = 1;
   AddPlayers(2);
   Play(1, 2, kDraw, 1);
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(tourney.State().round, 1);
 }
 
@@ -184,7 +183,7 @@ TEST_F(Standings, ARoundRobinHasNoCurrentRoundToMove) {
   MakeRoundRobin();
   AddPlayers(2);
   Play(1, 2, kDraw, 1);
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(tourney.State().round, 1);
 }
 
@@ -193,7 +192,7 @@ TEST_F(Standings, OnlyTheFirstGameOfTheRoundInTheHistoryCountsForMovingOn) {
   AddPlayers(2);
   Schedule(1, 2, 1, 1);
   Play(2, 1, kDraw, 1, 2);
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(tourney.State().round, 1);
 }
 
@@ -201,16 +200,16 @@ TEST_F(Standings, AParticipantWithoutGameInTheRoundHoldsItUp) {
   tourney.ChangeSettings()->rounds = 3;
   AddPlayers(3);
   Play(1, 2, kDraw, 1);
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(tourney.State().round, 1);
 }
 
 TEST_F(Standings, WithoutParticipantsEachRunMovesTheRoundOn) {
   tourney.ChangeSettings()->rounds = 3;
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(tourney.State().round, 2);
-  CalculateStandings(tourney);
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(tourney.State().round, 3);
 }
 
@@ -220,7 +219,7 @@ TEST_F(Standings, GamesOfStrangersAndAgainstOneselfDoNoHarm) {
   Play(0, -5, kDraw);
   Play(std::numeric_limits<int>::max(), std::numeric_limits<int>::min(), kDraw);
   Play(2, 2, kDraw, std::numeric_limits<int>::min());
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(P(1).points, 4);
   EXPECT_EQ(P(1).games_played, 1);
   EXPECT_EQ(P(1).buchholz, 0);
@@ -236,7 +235,7 @@ TEST_F(Standings, ParticipantsOfADamagedFileAreFoundByTheirOddNumbers) {
   tourney.ChangeParticipants()[2].number = 900;
   Play(3, -8, kWhiteWins);
   Play(900, 3, kWhiteWins, 2);
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(tourney.Participants()[0].points, 4);
   EXPECT_EQ(tourney.Participants()[1].buchholz, 4);
   EXPECT_EQ(tourney.Participants()[2].rank, 1);
@@ -245,17 +244,8 @@ TEST_F(Standings, ParticipantsOfADamagedFileAreFoundByTheirOddNumbers) {
 TEST_F(Standings, NothingIsPrinted) {
   AddPlayers(2);
   Play(1, 2, kDraw);
-  CalculateStandings(tourney);
+  UpdateStandingsAndRound(tourney);
   EXPECT_EQ(machine.TakeOutput(), "");
-}
-
-TEST_F(Standings, QuartersAreShownAsQuartersAndHalvesAsHalves) {
-  AddPlayers(1);
-  P(1).sonneborn_berger = 43;
-  P(1).buchholz = 30;
-  const std::string text = ParticipantText(tourney, P(1));
-  EXPECT_NE(text.find("    Sonneborn-B  : 10.75\n"), std::string::npos);
-  EXPECT_NE(text.find("    Buchholz     : 7.5\n"), std::string::npos);
 }
 
 }  // namespace

@@ -66,7 +66,6 @@ TEST_F(TourneyFileName, GivenAgainIsMeantAnew) {
 constexpr const char* kChanged =
     "The tourney file 't.ini' was changed by another program, so it is not saved.\n"
     "Save by hand replaces it, Load takes what is in it.\n";
-constexpr const char* kRunnerStopped = "\n***************\nRunner stopped.\n***************\n> ";
 
 /// A tourney that is saved in t.ini, which another program then writes to.
 class TourneyFileOfTwo : public TourneyTest {
@@ -101,7 +100,7 @@ TEST_F(TourneyFileOfTwo, StopsTheRunner) {
   tourney.ChangeSwitch()->SetRunning(true);
   LetAnotherSave();
   EXPECT_FALSE(file.AutoSave(tourney));
-  EXPECT_EQ(Output(), std::string(kChanged) + kRunnerStopped);
+  EXPECT_TRUE(Output().starts_with(kChanged));
   EXPECT_FALSE(tourney.Switch().IsRunning());
   EXPECT_TRUE(tourney.Switch().HasStoppedItself());
 }

@@ -43,7 +43,8 @@ constexpr const char* kSavedLists =
     "2\n"  // participants
     // flag, Buchholz, colour state, games played, number, points, rank, Sonneborn-Berger
     "1\n2\n9\n1\n1\n2\n1\n4\n"
-    // BlackOptions, Dir, Group, InitString, Name, ProgramExe, WhiteOptions; the places of the games
+    // BlackOptions, Dir, Group, InitString, Name, ProgramExe, WhiteOptions; the indices of the
+    // games
     "/b1\nd1\ng1\ni1\nAlpha\na.exe\n/w1\n"
     "2\n0\n1\n"
     "1\n2\n8\n1\n2\n2\n1\n4\n"
@@ -350,9 +351,10 @@ TEST_F(TourneyFileTest, AHugeCountOfPositionsGivesThoseThatAreThere) {
 
 TEST_F(TourneyFileTest, PositionsThatNoGameHasDoNoHarm) {
   EXPECT_TRUE(LoadLists("1\n1\n0\n2\n0\n1\n0\n1\n0\n\n\n\n\nA\na\n\n3\n-1\n77\nx\n0\n"));
-  ShowParticipants(tourney, 1);
-  const std::string shown = Output();
-  EXPECT_NE(shown.find("    Opponents    : \n"), std::string::npos);
+  const Player& player = tourney.Participants().front();
+  const std::string shown = ParticipantText(tourney, player);
+  tourney.Change(player)->games.clear();
+  EXPECT_EQ(shown, ParticipantText(tourney, player));
   EXPECT_TRUE(RemoveParticipant(tourney, machine.files, 1));
 }
 
@@ -585,10 +587,10 @@ TEST_F(TourneyFileTest, AFileThatHoldsMoreThanATourneyCanIsRefused) {
   ASSERT_TRUE(LoadText(SavedText()));
   const std::string before = ContentText(tourney);
   const std::string player = std::string(8 + 7, '\n');
-  const auto places = static_cast<int>(kMostPlaces);
+  const auto most = static_cast<int>(kMostInHistories);
   machine.files.Put("big.ini", kSavedSettings + std::string("1\n") + player +
-                                   std::to_string(places + 1) + "\n" +
-                                   std::string(kMostPlaces + 1, '\n'));
+                                   std::to_string(most + 1) + "\n" +
+                                   std::string(kMostInHistories + 1, '\n'));
   EXPECT_FALSE(file.Load(tourney, "big.ini"));
   EXPECT_EQ(Output(),
             "The file '/home/big.ini' holds more than a tourney can, so it is not read.\n");

@@ -50,7 +50,7 @@ TEST_F(TourneyTest, ResetGivesTheDefaultsOfANewTourney) {
   tourney.ChangeState()->games_state = 3;
   Enter({"A", "B"});
   Add(1, 2);
-  EXPECT_TRUE(tourney.Reset());
+  tourney.Reset();
   EXPECT_EQ(tourney.Settings().save_debug_files, kSaveAutomatically);
   EXPECT_EQ(tourney.Settings().time_control.seconds, 300);
   EXPECT_EQ(tourney.Settings().time_control.mps, 0);
@@ -217,7 +217,7 @@ TEST_F(TourneyTest, ErasingDropsPlacesThatNoGameHas) {
   EXPECT_EQ(History(1), std::vector<int>{0});
 }
 
-/// Takes one place out of a history, as the list takes out one game.
+/// Takes one index out of a history, as the list takes out one game.
 void RemoveGameIndex(std::vector<int>& history, int index) {
   std::erase(history, index);
   for (int& other : history) {

@@ -3,13 +3,14 @@
 #include <poll.h>
 #include <signal.h>
 #include <sys/syscall.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <system_error>
 #include <utility>
+
+#include "platform/posix/child_end.h"
 
 namespace tarvendo {
 namespace {
@@ -25,15 +26,6 @@ constexpr int kLookMilliseconds = 50;
 /// The C library of older systems has no function for it. Linux 5.3 and later.
 Descriptor OpenProcess(pid_t process) {
   return Descriptor(static_cast<int>(syscall(SYS_pidfd_open, process, 0)));
-}
-
-bool HasEnded(pid_t child) {
-  int status = 0;
-  pid_t ended = 0;
-  do {
-    ended = waitpid(child, &status, WNOHANG);
-  } while (ended < 0 && errno == EINTR);
-  return ended != 0;  // Its end, or an error: there is no such child any more.
 }
 
 bool HasProcess(pid_t number) {

@@ -3,14 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "platform/letters.h"
+
 namespace tarvendo {
 namespace {
 
 constexpr std::size_t kMostShown = 200;
-
-char Lower(char letter) {
-  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
 
 /// The byte is not the first of its character.
 bool ContinuesCharacter(char byte) {
@@ -30,7 +28,7 @@ std::string Extended(const std::vector<Candidate>& candidates) {
   if (candidates.size() == 1) return first + (candidates.front().is_whole ? " " : "");
   std::size_t common = first.size();
   for (const Candidate& other : candidates) {
-    const auto same = [](char one, char two) { return Lower(one) == Lower(two); };
+    const auto same = [](char one, char two) { return ToLowerLetter(one) == ToLowerLetter(two); };
     const auto end =
         std::mismatch(first.begin(), first.end(), other.text.begin(), other.text.end(), same);
     common = std::min(common, static_cast<std::size_t>(end.first - first.begin()));

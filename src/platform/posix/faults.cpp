@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "platform/ending_thread.h"
 #include "platform/posix/ctrl_c.h"
 #include "platform/posix/termination.h"
 

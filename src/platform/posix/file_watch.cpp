@@ -91,9 +91,9 @@ class InotifyWatches : public FileWatches {
   std::mutex mutex_;  ///< held while notices are given, so that none is under way behind a Forget
   bool is_over_ = false;
   std::map<int, Directory> directories_;
-  /// One in which nothing is watched at the moment, 0 for none. The kernel goes through every name
-  /// that it knows in a directory, and be it of a file that has gone, when the directory is watched
-  /// for the first time: with a new watch for each game that is what a long tourney gets slow by.
+  /// A directory that stays watched although nobody wants its news at the moment; 0 for none. When
+  /// a directory is watched anew, the kernel goes through all names that it remembers in it, also
+  /// those of deleted files: done for each game, that would make a long tourney slow.
   int idle_ = 0;
   std::unique_ptr<Descriptor> events_;
   WakeUp wake_up_;

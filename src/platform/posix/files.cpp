@@ -59,10 +59,6 @@ class PosixFileSystem : public FileSystem {
     return text;
   }
 
-  std::optional<std::string> ReadFrom(const std::string& path, std::uint64_t offset) override {
-    return ReadPart(path, offset, kNoLimit);
-  }
-
   std::optional<std::string> ReadPart(const std::string& path, std::uint64_t offset,
                                       std::size_t most) override {
     const Descriptor file = OpenToRead(CallPath(path));

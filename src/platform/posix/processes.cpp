@@ -4,7 +4,6 @@
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -21,6 +20,7 @@
 #include "platform/paths.h"
 #include "platform/posix/batch_child.h"
 #include "platform/posix/batch_watch.h"
+#include "platform/posix/child_end.h"
 #include "platform/posix/child_setup.h"
 #include "platform/posix/ctrl_c.h"
 #include "platform/posix/descriptor.h"
@@ -32,16 +32,6 @@ namespace {
 
 /// What is to end with its batch file gets so long to do it by itself.
 constexpr std::chrono::milliseconds kGrace{2000};
-
-/// Whether the child has ended; it is reaped then.
-bool HasEnded(pid_t child) {
-  int status = 0;
-  pid_t ended = 0;
-  do {
-    ended = waitpid(child, &status, WNOHANG);
-  } while (ended < 0 && errno == EINTR);
-  return ended != 0;  // Its end, or an error: there is no such child any more.
-}
 
 /// Waits for the end of a command. No call of the host waits for a child and for the wish to end at
 /// the same time, so the child is looked at again and again, the less often the longer it runs.

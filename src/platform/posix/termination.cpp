@@ -6,7 +6,6 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
-#include <thread>
 
 #include "platform/faults.h"
 
@@ -15,7 +14,6 @@ namespace {
 
 // A signal handler reaches nothing but globals.
 std::atomic<bool> termination_requested{false};
-std::atomic<std::thread::id> ending_thread{};  ///< the one that EndWhenAsked ends; none: any
 std::atomic<int> wake_end{-1};
 static_assert(std::atomic<bool>::is_always_lock_free && std::atomic<int>::is_always_lock_free);
 
@@ -51,21 +49,6 @@ void RequestTermination() {
 
 bool TerminationRequested() {
   return termination_requested;
-}
-
-void EndOnThisThread() {
-  ending_thread = std::this_thread::get_id();
-}
-
-void EndOnAnyThread() {
-  ending_thread = std::thread::id();
-}
-
-void EndWhenAsked() {
-  if (!TerminationRequested()) return;
-  const std::thread::id ending = ending_thread;
-  const bool is_meant = ending == std::thread::id() || ending == std::this_thread::get_id();
-  if (is_meant) throw Terminated("asked to end in the middle of a command");
 }
 
 }  // namespace tarvendo

@@ -10,8 +10,4 @@ int TerminationDescriptor();
 /// called.
 void NoteTermination();
 
-/// From now on EndWhenAsked does so on the calling thread only, or again on any that calls it.
-void EndOnThisThread();
-void EndOnAnyThread();
-
 }  // namespace tarvendo

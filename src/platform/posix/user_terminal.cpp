@@ -11,6 +11,7 @@
 
 #include "platform/faults.h"
 #include "platform/folding_input.h"
+#include "platform/posix/ctrl_c.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/pager.h"
 #include "platform/posix/screen.h"
@@ -257,7 +258,7 @@ void UserTerminal::ShowPage() {
 void UserTerminal::GiveBack() {
   const std::lock_guard lock(mutex_);
   FollowKeyRules(false);
-  // Not otherwise: who runs in the background is stopped by it.
+  // Only where a line was being read: in the background this call would stop the process.
   if (reader_ != nullptr) tcsetattr(STDIN_FILENO, TCSADRAIN, &modes_);
   if (is_typing_) WriteAll(STDOUT_FILENO, "\n");
   is_typing_ = false;

@@ -8,7 +8,6 @@
 #include <string>
 #include <thread>
 
-#include "platform/posix/ctrl_c.h"
 #include "platform/posix/history_file.h"
 #include "platform/posix/line_editor.h"
 #include "platform/terminal.h"

@@ -18,7 +18,7 @@ bool IsEmpty(const Handle& job) {
 
 }  // namespace
 
-/// It ends its wait with itself, after a call that is under way.
+/// The destructor ends the wait, when a call of OnEnd that is under way has returned.
 struct BatchWatch::Batch {
   Batch(BatchWatch& the_owner, Handle the_process, Handle the_job)
       : owner(the_owner), process(std::move(the_process)), job(std::move(the_job)) {

@@ -8,18 +8,15 @@
 #include <cstddef>
 #include <string_view>
 
+#include "platform/letters.h"
+
 namespace tarvendo {
 namespace {
 
-char LowerAscii(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 bool IsCmd(const std::string& processor) {
   std::string name = processor.substr(processor.find_last_of("\\/:") + 1);
-  for (char& c : name) {
-    c = LowerAscii(c);
-  }
+  for (char& c : name)
+    c = ToLowerLetter(c);
   return name == "cmd.exe" || name == "cmd";
 }
 

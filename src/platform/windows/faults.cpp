@@ -12,6 +12,7 @@
 #include <array>
 #include <cstdint>
 
+#include "platform/ending_thread.h"
 #include "platform/windows/termination.h"
 #include "platform/windows/watchdog.h"
 

@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include <atomic>
-#include <thread>
 
 #include "platform/faults.h"
 
@@ -12,7 +11,6 @@ namespace {
 
 // The host calls a console handler without any argument of ours.
 std::atomic<bool> termination_requested{false};
-std::atomic<std::thread::id> ending_thread{};  ///< the one that EndWhenAsked ends; none: any
 std::atomic<bool> console_events_wanted{false};
 
 BOOL WINAPI OnConsoleEvent(DWORD event) {
@@ -46,21 +44,6 @@ void RequestTermination() {
 
 bool TerminationRequested() {
   return termination_requested;
-}
-
-void EndOnThisThread() {
-  ending_thread = std::this_thread::get_id();
-}
-
-void EndOnAnyThread() {
-  ending_thread = std::thread::id();
-}
-
-void EndWhenAsked() {
-  if (!TerminationRequested()) return;
-  const std::thread::id ending = ending_thread;
-  const bool is_meant = ending == std::thread::id() || ending == std::this_thread::get_id();
-  if (is_meant) throw Terminated("asked to end in the middle of a command");
 }
 
 }  // namespace tarvendo

@@ -11,8 +11,4 @@ void* TerminationEvent();
 /// process at once. When the window is closed the program has four seconds to save what there is.
 void HearConsoleEvents(bool wanted);
 
-/// From now on EndWhenAsked does so on the calling thread only, or again on any that calls it.
-void EndOnThisThread();
-void EndOnAnyThread();
-
 }  // namespace tarvendo

@@ -1,4 +1,6 @@
-#include "tourney/pairing_place.h"
+#include "tourney/pairing_games.h"
+
+#include <utility>
 
 #include "tourney/tourney.h"
 
@@ -12,7 +14,14 @@ bool IsSamePairing(const Game& a, const Game& b) {
 
 }  // namespace
 
-std::size_t PairingPlace(const Tourney& tourney, const Game& game) {
+void AddGamesOfPairing(Tourney& tourney, int white, int black, int round, int sub_rounds) {
+  for (int sub_round = 1; sub_round <= sub_rounds; ++sub_round) {
+    tourney.AddGame(white, black, round, sub_round);
+    std::swap(white, black);
+  }
+}
+
+std::size_t PairingIndex(const Tourney& tourney, const Game& game) {
   std::size_t pairings = 0;
   const Game* before = nullptr;
   for (const Game& other : tourney.Games()) {

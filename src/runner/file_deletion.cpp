@@ -1,4 +1,4 @@
-#include "runner/game_files.h"
+#include "runner/file_deletion.h"
 
 #include "base/log.h"
 #include "platform/files.h"

@@ -1,4 +1,4 @@
-#include "runner/starter.h"
+#include "runner/preparation.h"
 
 #include "base/log.h"
 #include "base/read_file.h"
