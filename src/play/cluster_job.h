@@ -22,6 +22,7 @@ struct ClusterPace {
   std::chrono::milliseconds no_answer{60000};     ///< a command that takes so long gets none
   std::chrono::milliseconds giving_up{600000};    ///< and is ended
   std::chrono::milliseconds record_look{1000};    ///< between two looks for a record
+  std::chrono::milliseconds waiting_look{60000};  ///< likewise, of a job that is queued
   std::chrono::milliseconds late_record{90000};   ///< of a job that ended well
   std::chrono::milliseconds broken_record{5000};  ///< of one that did not
   std::size_t submissions = 4;                    ///< at a time
@@ -53,7 +54,8 @@ struct ClusterJob {
   TimePoint looked;  ///< when it was looked at
   std::int64_t debug_size = 0;
   bool is_silence_told = false;
-  TimePoint deadline;  ///< of the record
+  TimePoint record_looked;  ///< while it was queued
+  TimePoint deadline;       ///< of the record
 };
 
 /// Whether anything but its claim shows that the job has ever run.
