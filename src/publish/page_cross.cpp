@@ -155,8 +155,8 @@ void AddRoundRobinHead(std::string& html, const Report& report) {
 void AddRoundRobin(std::string& html, const Report& report) {
   const std::size_t size = report.order.size();
   BeginSection(html, "cross", "Cross table",
-               "Points of the row against each column, in the order of rank. Point at a cell to "
-               "see its games: result and colour.");
+               "Points of the row against each column, in the order of rank. "
+               "<span class=screen>Point at a cell to see its games: result and colour.</span>");
   if (size > kPageLimits.cross_table) {
     html += Format(
         "<p>A cross table of %d participants would be too large for a page: all games are in "

@@ -158,6 +158,12 @@ void AddGames(std::string& html, const Report& report, const PageSurroundings& s
   }
   const RoundsView view{RoundToShow(rounds), report.games.size() <= kPageLimits.open_games,
                         report.games.size() <= kPageLimits.games_in_tables};
+  // The page's script unfolds them.
+  if (!view.all_open) {
+    html +=
+        "<noscript><p class=\"note paper\">Rounds that are folded on the screen are not printed."
+        "</p></noscript>\n";
+  }
   for (const auto& [round, games] : rounds)
     AddRound(html, round, games, view, surroundings);
   EndSection(html);

@@ -3,17 +3,19 @@
 namespace tarvendo {
 
 // What the page can do beyond being read: sort the standings, go through a cross table with the
-// arrow keys, load itself anew (which can be switched off), and look the same after that. Whoever
-// changes it makes kPageScriptHash anew: tests/publish/script_hash.py tells it.
+// arrow keys, load itself anew (which can be switched off), and look the same after that: what is
+// to stay is kept with the page's place in the browser's history, for browsers lose the storage of
+// a page from a file between two loads. Whoever changes it makes kPageScriptHash anew:
+// tests/publish/script_hash.py tells it.
 const char* const kPageScript = R"js(
 (function () {
   'use strict';
-  var kept = {};
-  try { kept = JSON.parse(sessionStorage.getItem(location.pathname) || '{}'); } catch (e) { kept = {}; }
+  var kept = history.state || {};
   function keep(name, value) {
     kept[name] = value;
-    try { sessionStorage.setItem(location.pathname, JSON.stringify(kept)); } catch (e) { return; }
+    history.replaceState(kept, '');
   }
+  addEventListener('hashchange', function () { history.replaceState(kept, ''); });
 
   function valueOf(cell) {
     if (!cell || cell.classList.contains('none')) return null;
@@ -105,6 +107,6 @@ const char* const kPageScript = R"js(
 })();
 )js";
 
-const char* const kPageScriptHash = "6D7bEI8QPO4ifZVDTLcMNQPFZnLYITcYYC7JFFjeL1Y=";
+const char* const kPageScriptHash = "azw6P5nsUf86+A8JBPicynlx8Rm4/n8iCO7ZMQtwQyo=";
 
 }  // namespace tarvendo

@@ -3,7 +3,9 @@
 namespace tarvendo {
 
 // Colours stand at the top, for bright and dark screens; each pair of text and ground has a
-// contrast of 4.5 at least. No text is smaller than 12 pixels.
+// contrast of 4.5 at least. No text is smaller than 12 pixels. On a screen each row of a table is
+// whole pixels high, for the lines below a cell that stays in view and below its neighbours are
+// rounded apart.
 const char* const kPageStyle = R"css(
 :root{color-scheme:light dark;--ink:#1b2430;--soft:#556070;--line:#d8dde5;--paper:#fff;--ground:#f6f7f9;
 --accent:#1b5e8c;--w:#d8ecdf;--d:#eceef1;--l:#f7e0db;--x:#c9d0d9;
@@ -43,8 +45,8 @@ nav a:hover{text-decoration:underline}
 .files a{margin-left:.6rem}
 .scroll{overflow:auto;max-height:85vh;width:fit-content;max-width:100%;border:1px solid var(--line);border-radius:6px;
 position:relative}
-table{border-collapse:separate;border-spacing:0;font-size:.9375rem;line-height:1.35}
-th,td{padding:.35rem .7rem;text-align:right;border-bottom:1px solid var(--line);background:var(--paper);
+table{border-collapse:separate;border-spacing:0;font-size:.9375rem;line-height:1.25rem}
+th,td{padding:.375rem .7rem;text-align:right;border-bottom:1px solid var(--line);background:var(--paper);
 vertical-align:top;white-space:nowrap}
 tbody tr:last-child>*{border-bottom:0}
 tbody tr:hover>*{background:var(--ground)}
@@ -73,14 +75,14 @@ th[aria-sort=descending] button::after{content:"\25BC";opacity:1}
 th[aria-sort] button{color:var(--ink)}
 .bye>*{color:var(--soft);font-weight:400}
 .bye td:last-child{text-align:left}
-.cross th,.cross td{padding:.3rem .45rem}
+.cross th,.cross td{padding:.3125rem .45rem}
 .cross tbody th{min-width:13rem}
 .cross td{text-align:center;min-width:2.2rem}
 .cross thead th{text-align:center}
 .cross thead th:nth-child(2){text-align:left}
 .cross thead a,.swiss td a{color:inherit;text-decoration:none}
 .cross thead a:hover,.swiss td a:hover{text-decoration:underline}
-.swiss td a{color:var(--soft);font-size:.8125rem}
+.swiss td a{color:var(--soft);font-size:.8125rem;line-height:1}
 .cross td.w,.cross tr:hover td.w{background:var(--w)}
 .cross td.d,.cross tr:hover td.d{background:var(--d)}
 .cross td.l,.cross tr:hover td.l{background:var(--l)}
@@ -122,11 +124,12 @@ margin:1rem 1rem 0 0;font-size:.8125rem;color:var(--soft)}
 .legend li{display:flex;gap:.5rem;align-items:center}
 .legend svg{flex:none}
 footer{color:var(--soft);font-size:.875rem;padding-bottom:2rem}
+.paper{display:none}
 .hidden{position:absolute;width:1px;height:1px;overflow:hidden;clip-path:inset(50%);white-space:nowrap}
 @media(max-width:40rem){
 header,main,footer{padding-left:.75rem;padding-right:.75rem}
 section{padding:1rem .75rem}
-th,td{padding:.35rem .5rem}
+th,td{padding:.375rem .5rem}
 tbody th,.cross tbody th{min-width:7rem;max-width:9.5rem}
 .games{min-width:46rem}.games tbody th{position:static}
 td.text{max-width:12rem}
@@ -139,10 +142,11 @@ dl{display:grid;grid-template-columns:1fr 1fr;gap:.6rem 1rem}
 @media print{
 :root{--ground:#fff}
 body{font-size:10pt}
-nav,.files,.live,th button::after{display:none}
+nav,.files,.live,.screen,.round:not([open]),th button::after{display:none}
+.paper{display:block}
 section{border:0;padding:0;break-inside:auto}
 .scroll{overflow:visible;max-height:none;max-width:none;border:0}
-table{font-size:8.5pt}
+table{font-size:8.5pt;line-height:1.35}
 th,td{padding:.15rem .35rem}
 thead th,tbody th{position:static}
 tr{break-inside:avoid}

@@ -15,6 +15,8 @@ import re
 import shutil
 import subprocess
 
+import slurm_stand_in
+
 BLOCK = re.compile(r"^```([^\n`]*)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
 KINDS = ("sh", "tarvendo", "file", "ini", "text", "bat")
 SECONDS = 120
@@ -30,7 +32,7 @@ esac
 """
 # Commands of the blocks that would change the machine.
 STAND_INS = {"sudo": '#!/bin/sh\nexec "$@"\n', "apt-get": "#!/bin/sh\n", "systemctl": "#!/bin/sh\n",
-             "cmake": "#!/bin/sh\n", "dpkg": "#!/bin/sh\n"}
+             "cmake": "#!/bin/sh\n", "dpkg": "#!/bin/sh\n", **slurm_stand_in.COMMANDS}
 
 COMPLAINTS = re.compile(
     r"I just don't know|don't understand|do(es)? not exist|doesn't exist|failed|Error|not found|No such file|cannot|Can't|"
@@ -55,7 +57,7 @@ def sections_of(text):
 
 
 class Desk:
-    """A home of its own, with the program and its stand-in for WinBoard, and what the package puts beside."""
+    """A home of its own, with the program and its stand-in for WinBoard, and what package and sources put beside."""
 
     def __init__(self, directory, program, stub, root):
         self.home = directory / "home"
@@ -72,6 +74,13 @@ class Desk:
         self.add_command("tarvendo", PROGRAM.format(program=installed / "tarvendo"))
         for name, text in STAND_INS.items():
             self.add_command(name, text)
+        built = self.home / "build"
+        built.mkdir()
+        (built / "tarvendo").symlink_to(self.commands / "tarvendo")
+        (self.home / "packaging").mkdir()
+        shutil.copy(root / "packaging/first-tourney-linux.txt", self.home / "packaging")
+        self.shared = directory / "srv" / "cup"
+        self.shared.mkdir(parents=True)
         self.place = self.home
         self.seen = ""
 
@@ -81,7 +90,7 @@ class Desk:
 
     def told(self, text):
         """The lines with the directories of this desk in place of the system's."""
-        return text.replace("/usr/share/doc/tarvendo", str(self.package))
+        return text.replace("/usr/share/doc/tarvendo", str(self.package)).replace("/srv/cup", str(self.shared))
 
     def run(self, script, typed=""):
         """Runs lines of the shell, with what is typed into the last one; the next ones run where these have led to."""
@@ -113,7 +122,13 @@ class Desk:
 
     def stub_lines(self):
         """What the stand-in for WinBoard has written down."""
-        return [line for words in self.home.rglob("stub_words.txt") for line in words.read_text().splitlines()]
+        return [line for place in (self.home, self.shared) for words in place.rglob("stub_words.txt")
+                for line in words.read_text().splitlines()]
+
+    def cancelled_jobs(self):
+        """What the stand-in for Slurm was told to cancel."""
+        told = self.home / ".cancelled"
+        return told.read_text().split() if told.exists() else []
 
     def complaints(self):
         """What the program, the shell or the stand-in for WinBoard had to say against it, a line each."""

@@ -16,6 +16,8 @@ from typed_blocks import Block, Desk, sections_of  # noqa: E402
 PROGRAM = STUB = ROOT = pathlib.Path()
 # Typed under Wine: tests/windows/readme_test.py.
 OF_WINDOWS = ("Windows",)
+# Of the jobs that slurm_stand_in.py lets wait.
+CANCELLED = {"A cluster": ["900"]}
 
 
 class TypedBlocks(unittest.TestCase):
@@ -40,6 +42,7 @@ class TypedBlocks(unittest.TestCase):
                 desk = desk_of(heading)
                 desk.type_blocks(blocks)
                 self.assertEqual(desk.complaints(), [], desk.seen)
+                self.assertEqual(desk.cancelled_jobs(), CANCELLED.get(heading, []))
                 typed = "".join(block.text for block in blocks if block.kind in ("sh", "tarvendo", "file"))
                 if "\nrun\n" in typed or "--resume" in typed:
                     self.assertGreater(desk.games_started(), 0, desk.seen)

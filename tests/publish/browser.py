@@ -8,11 +8,13 @@
 """
 
 import base64
+import ctypes
 import json
 import os
 import pathlib
 import select
 import shutil
+import signal
 import subprocess
 import sys
 import tempfile
@@ -22,6 +24,8 @@ BROWSERS = ("chromium", "chromium-browser", "google-chrome")
 OPTIONS = ("--headless", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--disable-background-networking",
            "--disable-component-update", "--disable-sync", "--no-first-run", "--remote-debugging-pipe")
 PATIENCE = 400  # seconds; a machine may have much else to do
+PR_SET_PDEATHSIG = 1
+LIBC = ctypes.CDLL(None)
 
 
 class BrowserError(Exception):
@@ -38,6 +42,9 @@ class Browser:
         self.input, from_browser = os.pipe()
 
         def hand_over():
+            # However this program ends, the browser ends with it; meanwhile others come first.
+            LIBC.prctl(PR_SET_PDEATHSIG, signal.SIGKILL)
+            os.nice(5)
             # The protocol is spoken on the descriptors 3 and 4. Both are moved away first, for one may be the other's.
             reading, writing = os.dup(to_browser), os.dup(from_browser)
             high = max(reading, writing, 10)
@@ -48,7 +55,8 @@ class Browser:
 
         self.process = subprocess.Popen(
             [program, *OPTIONS, f"--user-data-dir={self.directory.name}/profile"], preexec_fn=hand_over,
-            close_fds=False, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            close_fds=False, start_new_session=True, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL)
         os.close(to_browser)
         os.close(from_browser)
         self.number = 0
@@ -63,11 +71,19 @@ class Browser:
             self.call("Browser.close")
             self.process.wait(PATIENCE)
         except (BrowserError, OSError, subprocess.TimeoutExpired):
-            self.process.kill()
-            self.process.wait()
+            pass
+        self.end_processes()
         os.close(self.out)
         os.close(self.input)
         self.directory.cleanup()
+
+    def end_processes(self):
+        """Ends the browser and whatever it has started, if anything of it is left."""
+        try:
+            os.killpg(self.process.pid, signal.SIGKILL)
+        except ProcessLookupError:
+            pass
+        self.process.wait()
 
     def message(self, deadline):
         while b"\0" not in self.rest:
@@ -99,11 +115,11 @@ class Browser:
                 return message["result"]
             self.events.append(message)
 
-    def await_event(self, method, session):
+    def await_event(self, is_wanted):
         deadline = time.monotonic() + PATIENCE
         while True:
             for place, message in enumerate(self.events):
-                if message.get("method") == method and message.get("sessionId") == session:
+                if is_wanted(message):
                     return self.events.pop(place)
             self.events.append(self.message(deadline))
 
@@ -122,6 +138,7 @@ class Page:
         self.call("Page.enable")
         self.call("Runtime.enable")
         self.call("Log.enable")
+        self.call("Page.setLifecycleEventsEnabled", enabled=True)
         self.call("Emulation.setDeviceMetricsOverride", width=width, height=height, deviceScaleFactor=1,
                   mobile=width < 600)
         self.call("Emulation.setEmulatedMedia", media="print" if paper else "",
@@ -131,12 +148,24 @@ class Page:
         if not script:
             self.call("Emulation.setScriptExecutionDisabled", value=True)
         began = time.monotonic()
-        self.call("Page.navigate", url=path.resolve().as_uri())
-        browser.await_event("Page.loadEventFired", self.session)
+        # The empty page that was there first may tell late that it is loaded.
+        self.await_load(self.call("Page.navigate", url=path.resolve().as_uri())["loaderId"])
         self.seconds = time.monotonic() - began
 
     def call(self, method, **parameters):
         return self.browser.call(method, self.session, **parameters)
+
+    def is_load(self, message, loader=None):
+        told = message.get("params", {})
+        return (message.get("method") == "Page.lifecycleEvent" and message.get("sessionId") == self.session
+                and told["name"] == "load" and loader in (None, told["loaderId"]))
+
+    def await_load(self, loader=None):
+        """Until a page is loaded, of this loader or of any since forget_loads()."""
+        self.browser.await_event(lambda message: self.is_load(message, loader))
+
+    def forget_loads(self):
+        self.browser.events = [message for message in self.browser.events if not self.is_load(message)]
 
     def close(self):
         self.browser.call("Target.closeTarget", targetId=self.target)

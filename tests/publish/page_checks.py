@@ -95,6 +95,33 @@ def reads_well_without_script(page, data):
     says_so = page.evaluate("document.body.innerText.includes('loads itself anew')")
     if says_so != left:
         faults.append(f"says that it loads itself anew: {says_so}, games left: {left}")
+    folded = page.evaluate("!!document.querySelector('.round:not([open])')")
+    if page.evaluate("document.body.textContent.includes('are not printed')") != folded:
+        faults.append(f"does not say rightly what is not printed; rounds are folded: {folded}")
+    return faults
+
+
+def lines_up(page):
+    """A cell that stays in view is rounded on its own: only rows of whole pixels have their lines in one line."""
+    heights = page.evaluate("Array.from(document.querySelectorAll('table'), table => Array.from(table.tBodies[0].rows, "
+                            "row => row.getBoundingClientRect().height)).flat().filter(height => height % 1 !== 0)")
+    return [f"{len(heights)} rows are no whole pixels high, such as {heights[0]}"] if heights else []
+
+
+ON_PAPER = """Array.from(document.querySelectorAll('.live,.screen,nav,.round:not([open])'))
+  .filter(element => element.getClientRects().length).length"""
+
+
+def is_of_use_on_paper(page, data):
+    """Nothing that can only be clicked or pointed at, and no heading of what is folded away; but all games."""
+    faults = []
+    if page.evaluate(ON_PAPER):
+        faults.append("there are parts that are of no use on paper")
+    page.evaluate("dispatchEvent(new Event('beforeprint'))")
+    rows = page.evaluate("Array.from(document.querySelectorAll('.games tbody tr'))"
+                         ".filter(row => row.getClientRects().length).length")
+    if rows != len(data["games"]):
+        faults.append(f"{rows} games are printed")
     return faults
 
 
@@ -164,7 +191,6 @@ def sorts_by_a_click(page, data):
     same("by rank again", in_order_of_rank(data), page.evaluate(NAMES))
     page.click(header_button(2))
     by_name = page.evaluate(NAMES)
-    page.evaluate("sessionStorage.clear()")
     same("by name: nobody gets lost", sorted(in_order_of_rank(data)), sorted(by_name))
     return faults
 
@@ -221,15 +247,17 @@ def loads_itself_anew(browser, path):
     # Its first half minute passes in a blink, and once: a page that is told to load itself anew each millisecond never
     # comes to the end of it on a busy machine.
     page = browser.open(path, width=1400, before="""
-        if (!sessionStorage.wasHurried) {
-          sessionStorage.wasHurried = 'yes';
+        if (history.state === null) {
           window.setInterval = (what, span) => { window.span = span; window.hurry = () => setTimeout(what, 1); };
         }""")
     page.click(header_button(9))
+    # Somebody who has followed a link of the page since.
+    page.evaluate("location.hash = '#games'")
     page.evaluate("window.isOld = true")
     span = page.evaluate("window.span")
+    page.forget_loads()
     page.evaluate("window.hurry() && 1")
-    browser.await_event("Page.loadEventFired", page.session)
+    page.await_load()
     faults = [] if span == 30000 else [f"it waits {span} milliseconds"]
     if page.evaluate("window.isOld === true"):
         faults.append("the page is the old one")

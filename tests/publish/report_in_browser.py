@@ -84,6 +84,10 @@ def look_at(browser, name, report, axe, screenshots):
             found += page_checks.reads_well_without_script(page, data)
         elif look == "wide" or (look in ("narrow", "dark") and (name == "round_robin" or LONG and name != "sixty")):
             found += page_checks.has_no_serious_fault(page, axe, data)
+        if look == "paper":
+            found += page_checks.is_of_use_on_paper(page, data)
+        else:
+            found += page_checks.lines_up(page)
         if look == "dark":
             found += page_checks.is_dark(page)
         if look == "wide":

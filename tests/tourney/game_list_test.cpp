@@ -313,6 +313,20 @@ TEST_F(GameListTest, AForfeitGivesTheOpponentsTheGamesNotYetReady) {
   EXPECT_EQ(tourney.Games()[2].bat_file, "");
 }
 
+TEST_F(GameListTest, AForfeitKnowsNoByes) {
+  Enter({"Nobody", "No One"});
+  for (const std::size_t place : {3U, 4U})
+    tourney.ChangeParticipants()[place].texts.program_exe = "bye";
+  Add(1, 4);
+  Add(4, 2);
+  Add(4, 5);
+  EXPECT_TRUE(Forfeit(tourney, machine.files, 1));
+  EXPECT_EQ(tourney.Games()[0].result, kBlackWins) << "who forfeits has no point from a bye";
+  EXPECT_TRUE(Forfeit(tourney, machine.files, 4));
+  EXPECT_EQ(tourney.Games()[1].result, kBlackWins);
+  EXPECT_EQ(tourney.Games()[2].result, kBlackWins) << "the other bye, as any opponent";
+}
+
 TEST_F(GameListTest, AForfeitOfNobodyIsRefused) {
   AddThree();
   EXPECT_FALSE(Forfeit(tourney, machine.files, 4));

@@ -36,6 +36,11 @@ def refuse_threads():
     resource.setrlimit(resource.RLIMIT_STACK, (200 << 40, resource.RLIM_INFINITY))
 
 
+def hear_hangups():
+    """Run in the child: under nohup the tests ignore SIGHUP, and all that they start."""
+    signal.signal(signal.SIGHUP, signal.SIG_DFL)
+
+
 class Setup:
     """The lines of a folder's "setup": a word and its value."""
 
@@ -193,7 +198,7 @@ class Transcript:
             stdout=out,
             stderr=err,
             start_new_session=True,
-            preexec_fn=refuse_threads if self.setup.no_threads else None,
+            preexec_fn=self.prepare_child if os.name == "posix" else None,
         )
         try:
             process.wait(TIMEOUT_SECONDS_WITH_LAUNCHER if self.options.launcher else TIMEOUT_SECONDS)
@@ -202,6 +207,11 @@ class Transcript:
             process.wait()
             return b"\n*** the program did not end ***\n"
         return self.exit_note(process.returncode)
+
+    def prepare_child(self):
+        hear_hangups()
+        if self.setup.no_threads:
+            refuse_threads()
 
     @staticmethod
     def exit_note(code):
