@@ -25,7 +25,10 @@ constexpr std::size_t kMostAtOnce = std::size_t{1} << 16U;
 constexpr const char* kStars = "**********************************************";
 
 std::string Framed(const std::string& message) {
-  return std::string("\n") + kStars + "\n" + message + "\n" + kStars + "\n";
+  std::string framed("\n");
+  for (const std::string& part : {std::string(kStars), message, std::string(kStars)})
+    framed += part + "\n";
+  return framed;
 }
 
 /// Gives `take` the pieces of the rest of a text, as a loop that writes its buffer after every read

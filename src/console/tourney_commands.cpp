@@ -8,6 +8,7 @@
 #include "pairing/bracket_list.h"
 #include "platform/files.h"
 #include "platform/processes.h"
+#include "runner/adoption.h"
 #include "tourney/game_list.h"
 #include "tourney/round_robin.h"
 #include "tourney/shared_tourney.h"
@@ -49,7 +50,10 @@ void DoReset(CommandContext& context) {
 
 void DoLoad(CommandContext& context) {
   const bool loaded = context.file.Load(context.tourney, context.args.Word(1));
-  if (loaded) context.brackets.Clear();
+  if (loaded) {
+    context.brackets.Clear();
+    SpoolRunningAgain(context.tourney, context.host.files, context.running);
+  }
   context.must_save = loaded;
   Print(loaded ? "Tourney loaded.\n" : "Loading tourney failed!\n");
 }

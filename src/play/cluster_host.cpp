@@ -149,10 +149,10 @@ void ClusterHost::TakeLocal(TimePoint now) {
 std::vector<GameOrder> ClusterHost::TakeSilent(TimePoint now) {
   std::vector<GameOrder> silent = local_.TakeSilent(now);
   for (auto& [number, job] : jobs_) {
-    GameOrder order = job.order;
-    if (TakeSilenceOf(host_.files, job, pace_.silence, now, order.debug_file)) {
-      silent.push_back(order);
-    }
+    const auto debug_file = TakeSilenceOf(host_.files, job, pace_.silence, now);
+    if (!debug_file) continue;
+    silent.push_back(job.order);
+    silent.back().debug_file = *debug_file;
   }
   return silent;
 }
@@ -335,10 +335,21 @@ void ClusterHost::Judge(const SlurmQueue& queue, int question, TimePoint now) {
     job.missed = 0;
     NoteState(job, told->second, now);
     const SlurmState state = told->second.State();
-    const bool has_left =
-        state == SlurmState::kLeaves && host_.files.IsReadable(job.order.pgn_file);
+    const bool has_left = IsRecordLikely(job, now) && host_.files.IsReadable(job.order.pgn_file);
     if (state == SlurmState::kEnded || has_left) End(job, now);
   }
+}
+
+/// A record gets its name when the game has ended, and Slurm may hear of that late or never: one
+/// that lost its controller meanwhile queues the job again, and perhaps holds it back for ever.
+bool ClusterHost::IsRecordLikely(ClusterJob& job, TimePoint now) const {
+  const SlurmState state = job.told.State();
+  if (state == SlurmState::kLeaves) return true;
+  if (state != SlurmState::kWaits || now < job.record_looked + cluster_pace_.waiting_look) {
+    return false;
+  }
+  job.record_looked = now;
+  return true;
 }
 
 void ClusterHost::NoteMissing(ClusterJob& job, TimePoint now) {

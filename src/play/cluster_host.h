@@ -62,6 +62,7 @@ class ClusterHost : public GameHost {
   void TakeAnswer(TimePoint now);
   void TellThatNobodyAnswers(const std::string& what);
   void Judge(const SlurmQueue& queue, int question, TimePoint now);
+  bool IsRecordLikely(ClusterJob& job, TimePoint now) const;
   void NoteMissing(ClusterJob& job, TimePoint now);
 
   // Ending.

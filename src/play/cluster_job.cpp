@@ -65,12 +65,12 @@ void NoteState(ClusterJob& job, const SlurmJob& told, TimePoint now) {
   job.is_running = is_running;
 }
 
-bool TakeSilenceOf(FileSystem& files, ClusterJob& job, std::chrono::milliseconds silence,
-                   TimePoint now, std::string& debug_file) {
-  if (!job.is_running || now < job.looked + silence / kLooks) return false;
+std::optional<std::string> TakeSilenceOf(FileSystem& files, ClusterJob& job,
+                                         std::chrono::milliseconds silence, TimePoint now) {
+  if (!job.is_running || now < job.looked + silence / kLooks) return std::nullopt;
   job.looked = now;
   const std::vector<JobTry> tries = FindTries(files, job.order);
-  debug_file = tries.empty() ? job.order.debug_file : tries.back().DebugFile();
+  const std::string debug_file = tries.empty() ? job.order.debug_file : tries.back().DebugFile();
   const auto stamp = files.Stamp(debug_file);
   const std::int64_t size = stamp ? stamp->size : 0;
   if (size != job.debug_size) {
@@ -78,9 +78,9 @@ bool TakeSilenceOf(FileSystem& files, ClusterJob& job, std::chrono::milliseconds
     job.grown = now;
     job.is_silence_told = false;
   }
-  if (job.is_silence_told || now < job.grown + silence) return false;
+  if (job.is_silence_told || now < job.grown + silence) return std::nullopt;
   job.is_silence_told = true;
-  return true;
+  return debug_file;
 }
 
 }  // namespace tarvendo

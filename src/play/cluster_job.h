@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/clock.h"
@@ -21,6 +22,7 @@ struct ClusterPace {
   std::chrono::milliseconds no_answer{60000};     ///< a command that takes so long gets none
   std::chrono::milliseconds giving_up{600000};    ///< and is ended
   std::chrono::milliseconds record_look{1000};    ///< between two looks for a record
+  std::chrono::milliseconds waiting_look{60000};  ///< likewise, of a job that is queued
   std::chrono::milliseconds late_record{90000};   ///< of a job that ended well
   std::chrono::milliseconds broken_record{5000};  ///< of one that did not
   std::size_t submissions = 4;                    ///< at a time
@@ -52,7 +54,8 @@ struct ClusterJob {
   TimePoint looked;  ///< when it was looked at
   std::int64_t debug_size = 0;
   bool is_silence_told = false;
-  TimePoint deadline;  ///< of the record
+  TimePoint record_looked;  ///< while it was queued
+  TimePoint deadline;       ///< of the record
 };
 
 /// Whether anything but its claim shows that the job has ever run.
@@ -71,9 +74,9 @@ std::string ReasonWithoutRecord(FileSystem& files, const ClusterJob& job);
 /// Notes what Slurm says of a job that has not ended.
 void NoteState(ClusterJob& job, const SlurmJob& told, TimePoint now);
 
-/// Looks at the debug file of a job that runs, when that is due. True once for each silence of
-/// `silence`; `debug_file` gets its name then.
-bool TakeSilenceOf(FileSystem& files, ClusterJob& job, std::chrono::milliseconds silence,
-                   TimePoint now, std::string& debug_file);
+/// Looks at the debug file of a job that runs, when that is due. Its name, once for each silence of
+/// `silence`; otherwise nothing.
+std::optional<std::string> TakeSilenceOf(FileSystem& files, ClusterJob& job,
+                                         std::chrono::milliseconds silence, TimePoint now);
 
 }  // namespace tarvendo

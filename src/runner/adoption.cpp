@@ -43,7 +43,7 @@ const Game* SameGame(const Tourney& tourney, const GameOrder& order) {
   return is_same ? game : nullptr;
 }
 
-/// The program ended between the start of the game and the save that knows of it.
+/// The game was begun before a save that knows of it.
 void SpoolAgain(Tourney& tourney, const Game& game) {
   if (game.status != kNothingDone) return;
   const std::string& files_path = tourney.Settings().files_path;
@@ -100,6 +100,16 @@ void SettleForeign(const Tourney& tourney, FileSystem& files, const GameOrder& o
 }
 
 }  // namespace
+
+void SpoolRunningAgain(Tourney& tourney, FileSystem& files, const RunningGames& running) {
+  for (const GameOrder& order : running.Orders()) {
+    const Game* game = SameGame(tourney, order);
+    if (game == nullptr) continue;
+    const std::string& files_path = tourney.Settings().files_path;
+    const std::string record = files.FullPath(GameFileName(files_path, game->number, ".PGN"));
+    if (record == order.pgn_file) SpoolAgain(tourney, *game);
+  }
+}
 
 std::vector<GameOrder> FindGamesToAdopt(Tourney& tourney, FileSystem& files,
                                         const RunningGames& running) {

@@ -28,6 +28,10 @@ class Tourney;
 std::vector<GameOrder> FindGamesToAdopt(Tourney& tourney, FileSystem& files,
                                         const RunningGames& running);
 
+/// To be called behind a load: a game that is under way in the tourney's FilesPath and that the
+/// loaded file shows as not even spooled is SPOOLED again, as at the next start.
+void SpoolRunningAgain(Tourney& tourney, FileSystem& files, const RunningGames& running);
+
 /// The claim of a game that nobody plays any more; nothing when there is none.
 std::optional<GameOrder> FreeClaimOf(const Tourney& tourney, FileSystem& files, int game_number);
 

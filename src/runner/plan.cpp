@@ -9,24 +9,12 @@
 namespace tarvendo {
 namespace {
 
-bool IsSpooledEarlier(const Game& a, const Game& b) {
-  return static_cast<unsigned>(a.spool_index) < static_cast<unsigned>(b.spool_index);
-}
-
 const Game* GameWhoseTurnItIs(const Tourney& tourney, const RunningGames& running,
                               const std::vector<int>& blocked) {
-  const Game* first = nullptr;
-  for (const Game& game : tourney.Games()) {
-    if (game.status != kSpooled || (first != nullptr && !IsSpooledEarlier(game, *first))) continue;
+  return tourney.FirstSpooledGame([&](const Game& game) {
     const bool is_blocked = std::find(blocked.begin(), blocked.end(), game.number) != blocked.end();
-    if (!is_blocked && !running.HasNumber(game.number)) first = &game;
-  }
-  return first;
-}
-
-bool HasGameToSpool(const Tourney& tourney) {
-  return std::any_of(tourney.Games().begin(), tourney.Games().end(),
-                     [](const Game& game) { return game.status == kNothingDone; });
+    return !is_blocked && !running.HasNumber(game.number);
+  });
 }
 
 /// What a Swiss tourney with AutoRun does when nothing is left to spool.
@@ -44,7 +32,8 @@ Plan PlanNextStep(const Tourney& tourney, const RunningGames& running, const Pla
     return {ResultByBye(tourney, *game) ? PlanStep::kBye : PlanStep::kStart, game->number};
   }
   const bool may_only_spool = !running.IsEmpty() || !blocked.empty();
-  if (tourney.Settings().auto_run == 0 || (may_only_spool && !HasGameToSpool(tourney))) {
+  if (tourney.Settings().auto_run == 0 ||
+      (may_only_spool && tourney.FirstGameToSpool() == nullptr)) {
     return {PlanStep::kWait};
   }
   if (!attempt.has_nothing_to_spool) return {PlanStep::kSpool};

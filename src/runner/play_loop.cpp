@@ -222,7 +222,7 @@ PlayLoop::Attempt PlayLoop::StartGame(int number, TimePoint now) {
   if (attempt != Attempt::kStarted) return attempt;
   ++games_under_way_;
   const bool saves_later = pace_.referee == RefereePace::kInGroups;
-  if (saves_later && !settle_at_) settle_at_ = now + pace_.grouping;
+  if (saves_later && !settle_at_) settle_at_ = NextSettle(now);
   host_.Start(prepared.order, std::move(prepared.claim));
   return Attempt::kStarted;
 }
@@ -282,7 +282,7 @@ PlayLoop::Attempt PlayLoop::TakeBye(int number, TimePoint now) {
 
 PlayLoop::Attempt PlayLoop::SpoolOne(PlanAttempt& attempt, TimePoint now) {
   const Hold hold = room_.shared.Take();
-  const Game* next = NextGameToSpool(*hold);
+  const Game* next = hold->FirstGameToSpool();
   if (next == nullptr) {
     attempt.has_nothing_to_spool = !Spool(*hold, room_.host.files, 0);
     return Attempt::kAgain;
@@ -313,10 +313,16 @@ void PlayLoop::PairRound(PlanAttempt& attempt) {
 
 void PlayLoop::SettleWhenDue(TimePoint now) {
   if (pace_.referee == RefereePace::kAtOnce) return;
-  if (referee_.HasUnsettled() && !settle_at_) settle_at_ = now + pace_.grouping;
+  if (referee_.HasUnsettled() && !settle_at_) settle_at_ = NextSettle(now);
   if (!settle_at_ || (now < *settle_at_ && !is_idle_)) return;
   Settle();
   if (referee_.HasUnsettled()) settle_at_ = now + pace_.next_save;
+}
+
+/// A large tourney takes long to save, and other work is to be done meanwhile. The results wait in
+/// the games' own files.
+TimePoint PlayLoop::NextSettle(TimePoint now) const {
+  return now + std::max(pace_.grouping, pace_.grouping_share * settled_in_);
 }
 
 void PlayLoop::SettleAtEnd() {
@@ -326,7 +332,9 @@ void PlayLoop::SettleAtEnd() {
 void PlayLoop::Settle() {
   settle_at_.reset();
   const Hold hold = room_.shared.Take();
+  const TimePoint begin = room_.host.clock.Steady();
   referee_.Settle(*hold, room_.file.With(hold), room_.running.With(hold));
+  settled_in_ = room_.host.clock.Steady() - begin;
 }
 
 std::optional<TimePoint> PlayLoop::NextPass() const {

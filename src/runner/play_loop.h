@@ -23,6 +23,7 @@ struct PlayPace {
   std::chrono::milliseconds between_games{5000};
   std::chrono::milliseconds retry{3000};     ///< between two attempts while something is in the way
   std::chrono::milliseconds grouping{1000};  ///< from a result to its save, at the latest
+  int grouping_share = 10;  ///< but so many times as long as the last save and page took
   std::chrono::milliseconds next_save{30000};  ///< from a save that failed to the next attempt
   RefereePace referee = RefereePace::kAtOnce;
   int failures_allowed = 0;  ///< so many in a row stop the runner; 0 is any number
@@ -91,6 +92,7 @@ class PlayLoop {
   Attempt SpoolOne(PlanAttempt& attempt, TimePoint now);
   void PairRound(PlanAttempt& attempt);
   void SettleWhenDue(TimePoint now);
+  TimePoint NextSettle(TimePoint now) const;
   void Settle();
   std::optional<TimePoint> NextPass() const;
 
@@ -108,7 +110,8 @@ class PlayLoop {
   std::size_t games_judged_ = 0;
   std::optional<TimePoint> look_at_;  ///< when to see again what is in the way
   std::optional<TimePoint> settle_at_;
-  std::optional<TimePoint> switch_at_;  ///< when to look at the set times again
+  std::chrono::milliseconds settled_in_{0};  ///< so long the last save and page took
+  std::optional<TimePoint> switch_at_;       ///< when to look at the set times again
 };
 
 }  // namespace tarvendo

@@ -48,14 +48,6 @@ void ForgetFiles(FileSystem& files, Game& game) {
 
 }  // namespace
 
-const Game* NextGameToSpool(const Tourney& tourney) {
-  const Game* next = nullptr;
-  for (const Game& game : tourney.Games()) {
-    if (IsNothingDone(game) && (next == nullptr || game.round < next->round)) next = &game;
-  }
-  return next;
-}
-
 bool SpoolSilently(Tourney& tourney, FileSystem& files, const Game& game) {
   Game spooled = game;
   spooled.bat_file = GameFileName(tourney.Settings().files_path, game.number, ".BAT");
@@ -90,7 +82,7 @@ bool SpoolGame(Tourney& tourney, FileSystem& files, const Game& game) {
 }
 
 bool Spool(Tourney& tourney, FileSystem& files, int number) {
-  const Game* game = number == 0 ? NextGameToSpool(tourney) : UnplayedGame(tourney, number);
+  const Game* game = number == 0 ? tourney.FirstGameToSpool() : UnplayedGame(tourney, number);
   if (game != nullptr) return SpoolGame(tourney, files, *game);
   if (number == 0) Print("All games are either ready or spooled!\n");
   return false;
@@ -98,7 +90,7 @@ bool Spool(Tourney& tourney, FileSystem& files, int number) {
 
 void SpoolRound(Tourney& tourney, FileSystem& files, int round) {
   if (round == 0) {
-    const Game* next = NextGameToSpool(tourney);
+    const Game* next = tourney.FirstGameToSpool();
     if (next == nullptr) {
       Print("All games are either spooled or ready!\n");
       return;

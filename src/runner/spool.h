@@ -17,10 +17,6 @@ bool SpoolGame(Tourney& tourney, FileSystem& files, const Game& game);
 /// The same, but prints nothing.
 bool SpoolSilently(Tourney& tourney, FileSystem& files, const Game& game);
 
-/// The NOTHING DONE game of the lowest round; the first of the list among equals; null when there
-/// is none.
-const Game* NextGameToSpool(const Tourney& tourney);
-
 /// Spools the first game with that number that is not READY; nothing and false when there is none.
 /// Number 0 stands for the next game: NOTHING DONE in the lowest round, the first of the list among
 /// equals; when there is none, prints "All games are either ready or spooled!\n" and gives false.

@@ -72,17 +72,13 @@ const Player* Tourney::FindParticipant(int number) const {
 
 std::vector<Game>& Tourney::ChangeGames() {
   ++version_;
+  index_.Forget();
   return games_;
 }
 
 Edit<Game> Tourney::Change(const Game& game) {
+  index_.NoteChangeAt(static_cast<std::size_t>(&game - games_.data()));
   return {Own(games_, game), version_};
-}
-
-const Game* Tourney::FindGame(int number) const {
-  const auto found = std::find_if(games_.begin(), games_.end(),
-                                  [&](const Game& game) { return game.number == number; });
-  return found == games_.end() ? nullptr : &*found;
 }
 
 const Game* Tourney::GameAt(int index) const {

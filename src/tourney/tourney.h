@@ -2,12 +2,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "players/player.h"
 #include "tourney/edit.h"
 #include "tourney/game.h"
+#include "tourney/game_index.h"
 #include "tourney/runner_switch.h"
 #include "tourney/time_control.h"
 
@@ -118,14 +120,24 @@ class Tourney {
 
   const std::vector<Game>& Games() const { return games_; }
 
-  /// For changes to the list itself or to all of it; counts as a change, whatever is done.
+  /// For changes to the list itself or to all of it, at once; counts as a change, whatever is done.
   std::vector<Game>& ChangeGames();
 
-  /// For a change to one game of the list.
+  /// For a change to one game of the list, which is made before any game is asked for.
   Edit<Game> Change(const Game& game);
 
   /// The first game with that number; null when there is none.
-  const Game* FindGame(int number) const;
+  const Game* FindGame(int number) const { return index_.Find(games_, number); }
+
+  /// The NOTHING DONE game of the lowest round, the first of the list among equals; null when there
+  /// is none.
+  const Game* FirstGameToSpool() const { return index_.FirstToSpool(games_); }
+
+  /// The first in the running order of the SPOOLED games that pass `passes`, the first of the list
+  /// among equals; null when there is none.
+  const Game* FirstSpooledGame(const std::function<bool(const Game&)>& passes) const {
+    return index_.FirstSpooled(games_, passes);
+  }
 
   /// The game with that index (0-based) in the list, as the histories have it; null when there is
   /// none.
@@ -158,6 +170,7 @@ class Tourney {
   RunnerSwitch switch_;
   std::vector<Player> participants_;
   std::vector<Game> games_;
+  mutable GameIndex index_;  ///< of these
   std::uint64_t version_ = 0;
 };
 

@@ -145,6 +145,7 @@ bool Tourney::ReadRecord(RecordReader& reader, std::string& save_file) {
   switch_.Set(runner);
   participants_ = std::move(participants);
   games_ = std::move(games);
+  index_.Forget();
   save_file = std::move(name);
   return true;
 }

@@ -125,7 +125,7 @@ class House:
         self.repeated = self.find_repeated()
 
     def note_runs(self, name, lines):
-        told = [(number, "".join(line.split())) for number, line in enumerate(lines, 1) if not PASSED_OVER.match(line)]
+        told = [(number, " ".join(line.split())) for number, line in enumerate(lines, 1) if not PASSED_OVER.match(line)]
         for first in range(len(told) - RUN + 1):
             run = told[first:first + RUN]
             self.places[tuple(text for _, text in run)].append((name, [number for number, _ in run]))

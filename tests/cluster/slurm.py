@@ -5,7 +5,7 @@
 
 starts it, runs the command with it, stops it, and ends with the command's exit code. Needs root and Debian's packages slurm-wlm
 and munge. Nothing of the machine's own Slurm is touched: keys, sockets, states and logs lie in the directory, and every
-process that was started is ended by its number.
+process that was started is ended by its number. Should this program be killed, a guard that it has started ends them.
 """
 
 import os
@@ -78,6 +78,41 @@ def await_true(done, what, seconds=PATIENCE):
         time.sleep(0.05)
 
 
+def processes_of(directory):
+    """The numbers of all processes that were started for the Slurm in that directory, with their environments: all know
+    its configuration."""
+    mark = f"\0SLURM_CONF={directory}/slurm.conf\0".encode()
+    found = {}
+    for process in pathlib.Path("/proc").iterdir():
+        if not process.name.isdigit() or int(process.name) == os.getpid():
+            continue
+        try:
+            environment = b"\0" + (process / "environ").read_bytes()
+        except OSError:
+            continue
+        if mark in environment:
+            found[int(process.name)] = environment
+    return found
+
+
+def kill_all(processes):
+    for process in processes:
+        try:
+            os.kill(process, signal.SIGKILL)
+        except ProcessLookupError:
+            pass
+
+
+def guard(directory):
+    """Waits for the end of whoever has started this, however it comes, and ends what it has left."""
+    sys.stdin.buffer.read()
+    # What is being killed may still have started something.
+    end = time.monotonic() + 30
+    while (left := processes_of(directory)) and time.monotonic() < end:
+        kill_all(left)
+        time.sleep(0.1)
+
+
 class Slurm:
     """It runs inside a `with`."""
 
@@ -85,6 +120,7 @@ class Slurm:
         self.directory = pathlib.Path(directory).resolve()
         self.min_job_age = min_job_age
         self.processes = {}
+        self.guard = None
         self.environment = dict(os.environ, SLURM_CONF=str(self.directory / "slurm.conf"))
         for name in list(self.environment):
             if name.startswith(("SBATCH_", "SQUEUE_")):
@@ -93,6 +129,9 @@ class Slurm:
     def __enter__(self):
         self.directory.mkdir(parents=True, exist_ok=True)
         self.directory.chmod(0o755)
+        # It sees the end of this process by the end of its own input, which nobody else holds.
+        self.guard = subprocess.Popen([sys.executable, __file__, "--guard", str(self.directory)], stdin=subprocess.PIPE,
+                                      start_new_session=True)
         try:
             self._configure()
             self._start("munged", ["munged", "--foreground", "--force", f"--key-file={self.directory}/munge.key",
@@ -170,11 +209,7 @@ class Slurm:
                 await_true(lambda: not self.step_processes(), "jobs end", 20)
             except TimeoutError:
                 pass
-        for process in self.step_processes():
-            try:
-                os.kill(process, signal.SIGKILL)
-            except ProcessLookupError:
-                pass
+        kill_all(self.step_processes())
         for name in [*NODES, "slurmctld", "munged"]:
             process = self.processes.pop(name, None)
             if process is None:
@@ -186,23 +221,20 @@ class Slurm:
                 process.kill()
                 process.wait()
 
+        if self.guard:
+            self.guard.stdin.close()
+            self.guard.wait()
+
     def step_processes(self):
-        """The numbers of the processes that this Slurm's jobs run in: they know its configuration."""
-        mark = f"SLURM_CONF={self.directory}/slurm.conf".encode()
-        own = {process.pid for process in self.processes.values()} | {os.getpid()}
-        found = []
-        for directory in pathlib.Path("/proc").iterdir():
-            if not directory.name.isdigit() or int(directory.name) in own:
-                continue
-            try:
-                if b"\0SLURM_JOB_ID=" in (words := b"\0" + (directory / "environ").read_bytes()) and mark in words:
-                    found.append(int(directory.name))
-            except OSError:
-                continue
-        return found
+        """The numbers of the processes that this Slurm's jobs run in."""
+        return [process for process, environment in processes_of(self.directory).items()
+                if b"\0SLURM_JOB_ID=" in environment]
 
 
 def main(words):
+    if words[0] == "--guard":
+        guard(words[1])
+        return 0
     with Slurm(words[0]) as slurm:
         return subprocess.run(words[1:], env=slurm.environment, check=False).returncode
 

@@ -52,6 +52,23 @@ TEST_F(TourneyCommands, SaveAndLoadTakeAFileName) {
   EXPECT_EQ(tourney.Settings().name, "My Own Winboard Tourney");
 }
 
+TEST_F(TourneyCommands, ALoadKnowsAgainWhichGamesAreUnderWay) {
+  tourney.AddGame(1, 2, 1, 1);
+  Type("save /t/a.ini");
+  GameOrder order;
+  order.number = 1;
+  order.white = "Alpha";
+  order.black = "Beta";
+  order.pgn_file = "/t/g1.PGN";
+  running.Add(order);
+  Type("load /t/a.ini");
+  EXPECT_EQ(GameNumber(1).status, kSpooled);
+  EXPECT_EQ(GameNumber(1).pgn_file, "/t\\g1.PGN");
+  running.Remove(order);
+  Type("load /t/a.ini");
+  EXPECT_EQ(GameNumber(1).status, kNothingDone);
+}
+
 TEST_F(TourneyCommands, SaveAndLoadHaveADefault) {
   EXPECT_EQ(Type("save"), "Tourney saved.\n");
   EXPECT_TRUE(machine.files.Has("/t/tourney.ini"));

@@ -238,6 +238,18 @@ TEST_F(Cluster, AJobThatIsQueuedAgainGoesOn) {
   EXPECT_EQ(slurm_.submissions, 1);
 }
 
+TEST_F(Cluster, AJobThatIsQueuedAgainThoughItsGameHasEndedIsCollected) {
+  Start(1);
+  PassTime(seconds(5));
+  slurm_.Set(1, "RUNNING");
+  PassTime(seconds(5));
+  PlayTo(1, "PENDING", "JobHeldAdmin");
+  PassTime(seconds(65));
+  ASSERT_EQ(outcomes_.size(), 1U);
+  EXPECT_EQ(outcomes_[0].end, GameEnd::kEnded);
+  EXPECT_EQ(outcomes_[0].pgn, kClusterRecord);
+}
+
 TEST_F(Cluster, ASchedulerThatDoesNotAnswerIsToldOfOnceAndAwaited) {
   Start(1);
   PassTime(seconds(5));
