@@ -133,10 +133,14 @@ end_lanes() {
 make_preset() {
   preset=$1
   shift
-  cmake --preset "$preset" >"build-$preset.log" 2>&1 ||
-    { cat "build-$preset.log"; fail "$preset does not configure"; }
-  nice cmake --build --preset "$preset" ${1:+--target "$@"} -- -j "$(nproc)" >>"build-$preset.log" 2>&1 ||
-    { tail -n 60 "build-$preset.log"; fail "$preset does not build"; }
+  {
+    # Another lane may want the same.
+    flock 9
+    cmake --preset "$preset" >"build-$preset.log" 2>&1 ||
+      { cat "build-$preset.log"; fail "$preset does not configure"; }
+    nice cmake --build --preset "$preset" ${1:+--target "$@"} -- -j "$(nproc)" >>"build-$preset.log" 2>&1 ||
+      { tail -n 60 "build-$preset.log"; fail "$preset does not build"; }
+  } 9>"build-$preset.lock"
 }
 
 # build_preset PRESET: a step that builds one preset.

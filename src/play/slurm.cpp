@@ -61,7 +61,7 @@ std::string Asked(const std::string& command) {
   return command + " 2>&1; printf '\\n" + std::string(kEndMark) + "%d\\n' \"$?\"";
 }
 
-std::vector<std::string_view> LinesOf(std::string_view text) {
+std::vector<std::string_view> LinesOfAnswer(std::string_view text) {
   std::vector<std::string_view> lines;
   while (!text.empty()) {
     const std::size_t end = std::min(text.find('\n'), text.size());
@@ -187,7 +187,7 @@ std::optional<SlurmAnswer> ReadSlurmAnswer(const std::string& output) {
 std::string SlurmJobNumber(const std::string& text) {
   std::string number;
   // "1234", or "1234;cluster"; a cluster's own plugins may say more.
-  for (const std::string_view line : LinesOf(text)) {
+  for (const std::string_view line : LinesOfAnswer(text)) {
     const std::string_view digits = line.substr(0, line.find(';'));
     if (IsMadeOf(digits, kDigits)) number = digits;
   }
@@ -205,7 +205,7 @@ SlurmState SlurmJob::State() const {
 
 std::optional<SlurmQueue> ReadSlurmQueue(const std::string& text, std::string& bad_line) {
   SlurmQueue jobs;
-  for (const std::string_view line : LinesOf(text)) {
+  for (const std::string_view line : LinesOfAnswer(text)) {
     std::optional<SlurmJob> job = ReadJob(line);
     if (!job) {
       bad_line = line;

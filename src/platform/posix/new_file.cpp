@@ -16,7 +16,7 @@ namespace tarvendo {
 namespace {
 
 /// So often somebody may be faster before he is taken to hold the name.
-constexpr int kTries = 10;
+constexpr int kNamesTried = 10;
 
 /// Makes a new file look like the one that it will replace. What the host refuses (only the
 /// superuser gives files away) is no failure, but then nobody gets more rights than before: what
@@ -66,7 +66,7 @@ NewFileAttempt MakeNewFile(const std::string& host_path, const std::string& mode
   struct stat status {};
   const bool has_model = stat(model.c_str(), &status) == 0;
   const mode_t permissions = has_model ? S_IRUSR | S_IWUSR : 0666;
-  for (int i = 0; i < kTries; ++i) {
+  for (int i = 0; i < kNamesTried; ++i) {
     Descriptor file(open(host_path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, permissions));
     if (file.IsOpen()) {
       if (!TakeOwnLock(file, host_path)) continue;

@@ -36,12 +36,12 @@ constexpr std::chrono::milliseconds kGrace{2000};
 /// Waits for the end of a command. No call of the host waits for a child and for the wish to end at
 /// the same time, so the child is looked at again and again, the less often the longer it runs.
 void AwaitCommand(pid_t child) {
-  int milliseconds = 1;
+  int wait_ms = 1;
   while (!HasEnded(child)) {
     pollfd termination{TerminationDescriptor(), POLLIN, 0};
-    poll(&termination, 1, milliseconds);
+    poll(&termination, 1, wait_ms);
     if (TerminationRequested()) throw Terminated("asked to end while a command is running");
-    milliseconds = std::min(milliseconds + (milliseconds + 7) / 8, 50);
+    wait_ms = std::min(wait_ms + (wait_ms + 7) / 8, 50);
   }
 }
 

@@ -16,8 +16,8 @@ class CtrlCRules : public testing::Test {
   CtrlCRules() { FollowKeyRules(true); }
   ~CtrlCRules() override { FollowKeyRules(false); }
 
-  /// So many milliseconds behind the time of this test, which is that of no other.
-  bool PressAt(int milliseconds) { return TakeCtrlC(time_ + milliseconds); }
+  /// `ms` milliseconds behind the time of this test, which is that of no other.
+  bool PressAt(int ms) { return TakeCtrlC(time_ + ms); }
 
  private:
   static inline std::int64_t next_time = 0;
