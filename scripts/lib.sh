@@ -80,8 +80,8 @@ end_step() {
   step_name=
 }
 
-# print_steps: the table of all steps, in the order of their ends. What a test leaves to itself (Wine's server) counts
-# nowhere.
+# print_steps: the table of all steps, in the order of their ends. A lane's work is that of its own steps, and stands once
+# more in the step during which the lane ends. What a test leaves to itself (Wine's server) counts nowhere.
 print_steps() {
   end_step
   read_clocks

@@ -208,6 +208,9 @@ bool ImportEnginesJson(const std::string& text, const std::string& name, PlayerD
     return true;
   } catch (const Json::parse_error& error) {
     why = Format("line %d is no JSON", LineOf(text, error.byte));
+  } catch (const Json::out_of_range&) {
+    // The one thing in a text that is JSON which the reader has no room for.
+    why = "it holds a number that is too large";
   } catch (const Misfit& misfit) {
     why = misfit.what();
   }

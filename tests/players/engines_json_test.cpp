@@ -118,6 +118,11 @@ TEST_F(EnginesJson, BrokenJsonChangesNothingAndNamesTheLine) {
   EXPECT_EQ(WhyNot("[] []"), "line 1 is no JSON.\n");
 }
 
+TEST_F(EnginesJson, ANumberThatNoReaderHasRoomForChangesNothing) {
+  EXPECT_EQ(WhyNot(R"([{"command": "a", "depth": 1e400}])"),
+            "it holds a number that is too large.\n");
+}
+
 TEST_F(EnginesJson, AFieldOfTheWrongKindChangesNothing) {
   EXPECT_EQ(WhyNot("[1]"), "engine 1 is no object.\n");
   EXPECT_EQ(WhyNot(R"([{"command": "a"}, {"name": "B"}])"), "engine 2 has no 'command'.\n");
