@@ -20,6 +20,7 @@
 
 #include "base/log.h"
 #include "play/cluster_host.h"
+#include "play/slurm.h"
 #include "runner/play_loop.h"
 #include "runner/runner.h"
 #include "runner/tourney_room.h"
@@ -146,7 +147,7 @@ class SimulatedProcesses : public Processes {
 
  private:
   int Run(const std::string& line, std::int64_t now, std::string& said) {
-    const std::vector<std::string> words = ShellWordsOf(line);
+    const std::vector<std::string> words = SplitSlurmWords(line);
     const auto end = std::find(words.begin(), words.end(), "2>&1;");
     const auto submits = std::find(words.begin(), end, "sbatch");
     const auto asks = std::find(words.begin(), end, "squeue");

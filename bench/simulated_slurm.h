@@ -145,29 +145,6 @@ class SimulatedSlurm {
   std::size_t most_told_ = 0;
 };
 
-/// The words of a command line of the shell: blanks separate them, quotes hold them together.
-inline std::vector<std::string> ShellWordsOf(const std::string& line) {
-  std::vector<std::string> words;
-  bool is_in_word = false;
-  char quote = '\0';
-  for (const char c : line) {
-    if (quote == '\0' && c == ' ') {
-      is_in_word = false;
-      continue;
-    }
-    if (!is_in_word) words.emplace_back();
-    is_in_word = true;
-    if (quote == '\0' && (c == '\'' || c == '"')) {
-      quote = c;
-    } else if (c == quote && quote != '\0') {
-      quote = '\0';
-    } else {
-      words.back() += c;
-    }
-  }
-  return words;
-}
-
 /// Leaves what `tarvendo --play` leaves: the try's directory with its mark and the debug file, and
 /// the record under its name. False when the claim is not there or is for another job, or the batch
 /// file's copy is missing.

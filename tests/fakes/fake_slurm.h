@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "fakes/scripted_processes.h"
+#include "play/slurm.h"
 
 namespace tarvendo {
 
@@ -69,30 +70,8 @@ class FakeSlurm {
   int Calls() const { return calls_; }
 
  private:
-  static std::vector<std::string> Words(const std::string& line) {
-    std::vector<std::string> words;
-    bool in_word = false;
-    char quote = '\0';
-    for (const char c : line) {
-      if (quote == '\0' && c == ' ') {
-        in_word = false;
-        continue;
-      }
-      if (!in_word) words.emplace_back();
-      in_word = true;
-      if (quote == '\0' && (c == '\'' || c == '"')) {
-        quote = c;
-      } else if (c == quote && quote != '\0') {
-        quote = '\0';
-      } else {
-        words.back() += c;
-      }
-    }
-    return words;
-  }
-
   int Run(const std::string& line, std::string& said) {
-    const std::vector<std::string> words = Words(line);
+    const std::vector<std::string> words = SplitSlurmWords(line);
     for (std::size_t i = 0; i < words.size(); ++i) {
       const std::vector<std::string> rest(words.begin() + static_cast<std::ptrdiff_t>(i) + 1,
                                           words.end());
