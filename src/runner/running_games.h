@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
 #include <unordered_set>
 #include <vector>
 
@@ -16,45 +14,25 @@ class RunningGames {
  public:
   void Add(const GameOrder& order) {
     orders_.push_back(order);
-    if (!IsUsual(order.number)) {
-      unusual_.insert(order.number);
-      return;
-    }
-    const auto place = static_cast<std::size_t>(order.number);
-    if (place >= counts_.size()) counts_.resize(place + 1);
-    ++counts_[place];
+    numbers_.insert(order.number);
   }
 
   void Remove(const GameOrder& order) {
     const auto is_it = [&](const GameOrder& other) { return IsSameGame(order, other); };
-    const auto removed = std::erase_if(orders_, is_it);
-    for (std::size_t i = 0; i < removed; ++i) {
-      if (IsUsual(order.number)) {
-        --counts_[static_cast<std::size_t>(order.number)];
-      } else {
-        unusual_.erase(unusual_.find(order.number));
-      }
-    }
+    for (auto left = std::erase_if(orders_, is_it); left > 0; --left)
+      numbers_.erase(numbers_.find(order.number));
   }
 
   bool IsEmpty() const { return orders_.empty(); }
 
   /// Whether a game with that number (1-based) is under way, whoever plays it.
-  bool HasNumber(int number) const {
-    if (!IsUsual(number)) return unusual_.contains(number);
-    const auto place = static_cast<std::size_t>(number);
-    return place < counts_.size() && counts_[place] > 0;
-  }
+  bool HasNumber(int number) const { return numbers_.contains(number); }
 
   const std::vector<GameOrder>& Orders() const { return orders_; }
 
  private:
-  /// As many games as a tourney may have; a file may number them otherwise.
-  static bool IsUsual(int number) { return number >= 0 && number <= 4000000; }
-
   std::vector<GameOrder> orders_;
-  std::vector<std::uint16_t> counts_;     ///< how many of those have that number
-  std::unordered_multiset<int> unusual_;  ///< the other numbers of those
+  std::unordered_multiset<int> numbers_;  ///< of those
 };
 
 }  // namespace tarvendo
