@@ -69,13 +69,19 @@ def the_package(pattern):
     return found[0], found[0].name.removesuffix(".tar.gz").removesuffix(".zip")
 
 
-def stand_in_for_xboard():
+def bring_stand_in_for_xboard():
+    """Puts it where an ordinary user comes by, before the first game: what runs cannot be written."""
+    shutil.copy(OPTIONS.stub, OPTIONS.scratch / "stub_winboard")
+    shutil.copy(HERE / "stub_xboard", OPTIONS.scratch / "stub_xboard")
+
+
+def with_stand_in_for_xboard():
     """The environment in which the script winboard.exe plays with a stand-in for XBoard."""
-    stub = OPTIONS.scratch / "stub_winboard"
-    xboard = OPTIONS.scratch / "stub_xboard"
-    shutil.copy(OPTIONS.stub, stub)
-    shutil.copy(HERE / "stub_xboard", xboard)
-    return {"XBOARD": str(xboard), "STUB": str(stub), "DISPLAY": ":7"}
+    return {
+        "XBOARD": str(OPTIONS.scratch / "stub_xboard"),
+        "STUB": str(OPTIONS.scratch / "stub_winboard"),
+        "DISPLAY": ":7",
+    }
 
 
 def install_deb(root):
@@ -138,7 +144,7 @@ class DebianPackage(LinuxPackage, unittest.TestCase):
         install_deb(root)
         # The shell looks for the program the way it does for whoever types its name.
         command = ["sh", "-c", 'exec tarvendo "$@"', "sh"]
-        environment = {"PATH": f"{root}/usr/bin:{os.environ['PATH']}", **stand_in_for_xboard()}
+        environment = {"PATH": f"{root}/usr/bin:{os.environ['PATH']}", **with_stand_in_for_xboard()}
         desk = OPTIONS.scratch / "home of a user"
         pictures = root / "usr/share/tarvendo/pics"
         cls.installed = Installation(command, desk, pictures, environment, ordinary_user())
@@ -196,7 +202,7 @@ class LinuxArchive(LinuxPackage, unittest.TestCase):
     @staticmethod
     def as_started_in(desk, program):
         command = [program / "tarvendo"]
-        environment = stand_in_for_xboard()
+        environment = with_stand_in_for_xboard()
         return Installation(command, desk, program / "pics", environment, ordinary_user())
 
     def test_it_holds_what_it_should(self):
@@ -302,6 +308,7 @@ class WindowsArchive(AnyPackage, unittest.TestCase):
 
 def setUpModule():
     """All tourneys run at the same time, while Wine makes its Windows too."""
+    bring_stand_in_for_xboard()
     for package in (DebianPackage, LinuxArchive, WindowsArchive):
         package.install()
 
