@@ -129,14 +129,16 @@ end_lanes() {
 # --- Builds and tests -----------------------------------------------------------------------------
 
 # make_preset PRESET [TARGET...]: configures and builds one preset, in build-PRESET, or only the targets. Tests that run
-# meanwhile come first.
+# meanwhile come first. TARVENDO_RELEASE_UNIT_TESTS names the rooms whose unit tests the release build gets, if not all.
 make_preset() {
   preset=$1
   shift
+  unit_tests=
+  [ "$preset" != release ] || unit_tests=${TARVENDO_RELEASE_UNIT_TESTS:-}
   {
     # Another lane may want the same.
     flock 9
-    cmake --preset "$preset" >"build-$preset.log" 2>&1 ||
+    cmake --preset "$preset" ${unit_tests:+"-DTARVENDO_UNIT_TESTS=$unit_tests"} >"build-$preset.log" 2>&1 ||
       { cat "build-$preset.log"; fail "$preset does not configure"; }
     nice cmake --build --preset "$preset" ${1:+--target "$@"} -- -j "$(nproc)" >>"build-$preset.log" 2>&1 ||
       { tail -n 60 "build-$preset.log"; fail "$preset does not build"; }

@@ -64,7 +64,7 @@ function(add_room_tests room)
 endfunction()
 
 # All rooms at home. Another host sees those that know of it, and the thread sanitizer those that have threads; the
-# built program is run everywhere.
+# built program is run everywhere. Who builds may want fewer.
 set(rooms platform base play players tourney reports publish pairing runner console)
 set(rooms_with_some_threads "")
 if(WIN32)
@@ -73,18 +73,14 @@ elseif(TARVENDO_SANITIZE MATCHES thread)
   set(rooms platform base play tourney runner console)
   set(rooms_with_some_threads base tourney console)
 endif()
+if(NOT TARVENDO_UNIT_TESTS STREQUAL "ON")
+  set(rooms ${TARVENDO_UNIT_TESTS})
+endif()
 foreach(room ${rooms})
   add_room_tests(${room})
 endforeach()
 if(WIN32)
   keep_windows_apart(platform_tests)
-endif()
-
-# Hands random chains and the program's answers to a second search, which is a script.
-if(NOT WIN32 AND NOT TARVENDO_SANITIZE)
-  add_executable(print_chains pairing/second_search/print_chains.cpp pairing/random_chains.cpp)
-  target_include_directories(print_chains PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
-  target_link_libraries(print_chains PRIVATE tarvendo_pairing)
 endif()
 
 # The longest is started first, so that nobody waits for it alone.

@@ -1,5 +1,7 @@
 #include "base/whole_file.h"
 
+#include <utility>
+
 #include "base/log.h"
 #include "platform/files.h"
 

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <string_view>
 #include <tuple>
+#include <utility>
 
 #include "base/whole_file.h"
 #include "platform/files.h"

@@ -1,6 +1,7 @@
 #include "play/local_game.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/read_file.h"
 #include "play/claim.h"

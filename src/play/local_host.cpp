@@ -1,6 +1,7 @@
 #include "play/local_host.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "play/claim.h"
 #include "play/place.h"

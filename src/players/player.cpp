@@ -1,5 +1,7 @@
 #include "players/player.h"
 
+#include <utility>
+
 #include "base/record_file.h"
 #include "base/text.h"
 #include "platform/faults.h"

@@ -1,6 +1,7 @@
 #include "players/player_database.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/log.h"
 #include "base/text.h"

@@ -1,6 +1,7 @@
 #include "players/player_file.h"
 
 #include <array>
+#include <utility>
 
 #include "base/line_reader.h"
 #include "base/log.h"

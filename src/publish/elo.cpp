@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "publish/information_matrix.h"
 #include "publish/likelihood.h"

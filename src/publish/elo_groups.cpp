@@ -1,6 +1,7 @@
 #include "publish/elo_groups.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvendo {
 namespace {

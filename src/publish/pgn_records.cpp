@@ -1,6 +1,7 @@
 #include "publish/pgn_records.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvendo {
 namespace {

@@ -15,6 +15,8 @@ line "file:line: what is wrong" for every breach, and exits with 1 when there is
 - No conditional compilation asks for the host outside the platform room and its tests.
 - Sources outside the platform room speak of no host, not even in a comment, and do not reach it past that room through the
   parts of the standard library that open files and the like.
+- Who names what one of the usual headers declares includes that header, itself or through own headers. Most builds compile
+  those headers in advance for everybody (cmake/Speed.cmake) and would not notice; one without that would fail.
 - Host types and host headers are named in the two hosts' folders only; of the tests, in those of the platform room and in
   files that are one host's as a whole: "words_posix.cpp", "words_windows.cpp", "base/posix/file_test.cpp".
 """
@@ -53,6 +55,29 @@ ONE_HOSTS_FILE = re.compile(r"/(?:posix|windows)/|_(?:posix|windows)\.cpp$")
 
 # Of other libraries, and who alone may know of them.
 OTHER_LIBRARIES = {"nlohmann/json.hpp": ("players/engines_json.cpp", "publish/json_file.cpp")}
+
+# The headers that are compiled in advance, and what of the library shows that one of them is needed.
+USUAL = {header: re.compile(rf"\bstd::(?:{names})\b") for header, names in {
+    "algorithm": "(?:adjacent_find|(?:all|any|none)_of|binary_search|clamp|copy(?:_if|_n)?|count(?:_if)?|equal(?:_range)?|"
+                 "fill(?:_n)?|find(?:_if(?:_not)?|_first_of)?|for_each|generate|is_sorted|lexicographical_compare|"
+                 "(?:lower|upper)_bound|max|min|(?:max|min|minmax)_element|merge|mismatch|nth_element|partial_sort|"
+                 "(?:stable_)?partition|remove(?:_if)?|replace|reverse|rotate|search|set_difference|(?:stable_)?sort|"
+                 r"swap_ranges|transform|unique)(?=\()",
+    "array": "array|to_array",
+    "chrono": "chrono",
+    "condition_variable": "condition_variable",
+    "cstdint": r"u?int(?:\d+|max|ptr)_t",
+    "functional": "function|less|greater|hash|ref|cref|bind|invoke",
+    "map": "(?:multi)?map",
+    "memory": "(?:unique|shared|weak)_ptr|make_(?:unique|shared)",
+    "mutex": "(?:recursive_|timed_)?mutex|lock_guard|(?:unique|scoped)_lock|call_once|once_flag",
+    "optional": "optional|nullopt|make_optional",
+    "string": "string|to_string|stoi|getline",
+    "string_view": "string_view",
+    "thread": "j?thread|this_thread",
+    "utility": "pair|make_pair|move|forward|exchange|swap|as_const|index_sequence",
+    "vector": "vector",
+}.items()}
 PAST_THE_PLATFORM = {"filesystem", "fstream", "iostream", "csignal", "ctime"}
 
 
@@ -259,6 +284,37 @@ def ways_past_the_platform_room(includes):
                          f"<{include.target}> reaches the host past the platform room")
 
 
+def headers_within_reach(includes):
+    """For each file the other libraries' headers that it includes, itself or through own ones."""
+    direct = {}
+    for include in includes:
+        direct.setdefault(include.path, []).append(include)
+
+    def reach(start):
+        seen, waiting, found = {start}, [start], set()
+        while waiting:
+            for include in direct.get(waiting.pop(), []):
+                if not include.own:
+                    found.add(include.target)
+                elif include.target not in seen:
+                    seen.add(include.target)
+                    waiting.append(include.target)
+        return found
+
+    return {path: reach(path) for path in direct}
+
+
+def forgotten_headers(root, includes):
+    within_reach = headers_within_reach(includes)
+    for path in sources(root, "src"):
+        name = path.relative_to(root / "src").as_posix()
+        missing = [header for header in USUAL if header not in within_reach.get(name, ())]
+        for number, line in enumerate(read(path), 1):
+            for header in [header for header in missing if USUAL[header].search(line)]:
+                missing.remove(header)
+                yield Breach("src/" + name, number, f"nothing that is included here leads to <{header}>")
+
+
 def check(root):
     """All breaches below `root`, in the order of the rules."""
     includes = includes_of(root)
@@ -272,6 +328,7 @@ def check(root):
     breaches += host_types(root)
     breaches += host_headers_of_tests(root)
     breaches += ways_past_the_platform_room(includes)
+    breaches += forgotten_headers(root, includes)
     return breaches
 
 

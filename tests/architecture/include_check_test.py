@@ -4,6 +4,7 @@
 import contextlib
 import io
 import pathlib
+import re
 import tempfile
 import unittest
 
@@ -221,6 +222,23 @@ class IncludeCheck(unittest.TestCase):
     def test_nobody_reaches_the_host_past_the_platform_room(self):
         self.expect_good({"src/platform/a.cpp": "#include <filesystem>\n"})
         self.expect_bad({"src/base/b.cpp": "#include <fstream>\n"}, "src/base/b.cpp:1: <fstream> reaches the host")
+
+    def test_who_names_what_a_usual_header_declares_includes_it(self):
+        self.expect_good({
+            "src/base/a.h": "#include <vector>\n",
+            "src/base/a.cpp": '#include "base/a.h"\nstd::vector<int> numbers;\n// std::string says nothing here\n',
+        })
+        self.expect_bad({
+            "src/base/b.h": "#include <vector>\n",
+            "src/base/b.cpp": '#include "base/b.h"\n\nstd::vector<std::string> a;\nstd::string b;\n',
+            "src/base/c.cpp": "void f() { std::sort(a, b); std::sorted(c); }\n",
+        }, "src/base/b.cpp:3: nothing that is included here leads to <string>",
+                        "src/base/c.cpp:1: nothing that is included here leads to <algorithm>")
+
+    def test_the_usual_headers_are_those_that_are_compiled_in_advance(self):
+        speed = (pathlib.Path(__file__).resolve().parents[2] / "cmake/Speed.cmake").read_text()
+        headers = re.search(r"set\(TARVENDO_USUAL_HEADERS ([^)]*)\)", speed).group(1)
+        self.assertEqual(re.findall(r"<(\w+)>", headers), list(include_check.USUAL))
 
     def test_comments_and_texts_are_no_includes(self):
         self.expect_good({
