@@ -2,15 +2,16 @@
 // starts next settles it, whatever it says: nobody plays the game, and it is still to be played.
 #include "fakes/captured_log.h"
 #include "fuzz_input.h"
+#include "fuzzers.h"
 #include "play/claim.h"
 #include "runner/adoption.h"
 #include "runner/running_games.h"
 #include "runner/spool.h"
 #include "tourney/tourney.h"
 
-using namespace tarvendo;
+namespace tarvendo {
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void FuzzClaim(const std::uint8_t* data, std::size_t size) {
   const std::string text = FuzzText(data, size);
   if (const auto order = ReadClaimText(text, "g1.run")) {
     const auto again = ReadClaimText(ClaimText(*order), "g1.run");
@@ -26,5 +27,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   machine.files.Put("/t/g1.PGN", "1. e4 *");
   Demand(FindGamesToAdopt(tourney, machine.files, RunningGames()).empty());
   Demand(tourney.Games().front().status == kSpooled);
-  return 0;
 }
+
+}  // namespace tarvendo

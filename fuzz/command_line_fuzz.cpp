@@ -7,19 +7,19 @@
 #include "console/line_input.h"
 #include "fakes/captured_log.h"
 #include "fuzz_input.h"
+#include "fuzzers.h"
 #include "platform/input.h"
 #include "play/local_host.h"
 #include "players/player_database.h"
 #include "runner/play_loop.h"
 #include "runner/tourney_room.h"
 
-using namespace tarvendo;
-
+namespace tarvendo {
 namespace {
 
 /// More games of a pair than anybody plays only fill the memory.
-constexpr int kMostSubRounds = 3;
-constexpr std::size_t kMostGames = 300;
+constexpr int kMostTypedSubRounds = 3;
+constexpr std::size_t kMostTypedGames = 300;
 
 /// So many passes, and so long between two of them, are enough for a game.
 constexpr int kPasses = 2;
@@ -66,9 +66,9 @@ struct Machine {
     Typed bytes(line);
     LineInput input(bytes, true);
     interpreter.RunCommandLoop(input, false);
-    if (tourney.Settings().sub_rounds > kMostSubRounds)
-      tourney.ChangeSettings()->sub_rounds = kMostSubRounds;
-    if (tourney.Games().size() > kMostGames) tourney.EraseAllGames();
+    if (tourney.Settings().sub_rounds > kMostTypedSubRounds)
+      tourney.ChangeSettings()->sub_rounds = kMostTypedSubRounds;
+    if (tourney.Games().size() > kMostTypedGames) tourney.EraseAllGames();
     for (int i = 0; i < kPasses; ++i) {
       loop.Pass();
       log.clock.Advance(kBetweenPasses);
@@ -89,7 +89,7 @@ struct Machine {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void FuzzCommandLine(const std::uint8_t* data, std::size_t size) {
   Machine machine;
   const std::string text = FuzzText(data, std::min(size, kMostBytes));
   for (std::size_t begin = 0; begin < text.size();) {
@@ -98,5 +98,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     machine.Type(text.substr(begin, end - begin));
     begin = end + 1;
   }
-  return 0;
 }
+
+}  // namespace tarvendo

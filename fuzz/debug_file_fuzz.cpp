@@ -3,10 +3,10 @@
 #include "base/text.h"
 #include "fakes/memory_file_system.h"
 #include "fuzz_input.h"
+#include "fuzzers.h"
 #include "play/debug_watch.h"
 
-using namespace tarvendo;
-
+namespace tarvendo {
 namespace {
 
 constexpr const char* kHeader = "1\n2\n3\n4\n5\n";
@@ -27,11 +27,12 @@ bool EndsInSteps(const std::string& text, std::size_t step) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (size == 0) return 0;
+void FuzzDebugFile(const std::uint8_t* data, std::size_t size) {
+  if (size == 0) return;
   const std::string text = FuzzText(data + 1, size - 1);
   const bool in_steps = EndsInSteps(text, std::size_t{1} + data[0]);
   const bool at_once = EndsInSteps(text, text.size() + 1);
   Demand(in_steps == at_once);
-  return 0;
 }
+
+}  // namespace tarvendo

@@ -2,10 +2,11 @@
 // one itself is named as its own.
 #include "fuzz_input.h"
 #include "fuzz_tourney.h"
+#include "fuzzers.h"
 
-using namespace tarvendo;
+namespace tarvendo {
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void FuzzEmergency(const std::uint8_t* data, std::size_t size) {
   CapturedLog machine;
   // So the fuzzer has to find the header only in files that are something else.
   const std::string text = (size % 8 == 0 ? "" : "TOURNEY_FILE\n") + FuzzText(data, size);
@@ -16,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   TourneyFile file(machine.files, kFuzzedEmptyRecords);
   if (!file.Load(tourney, "emergency.ini")) {
     Demand(ContentOf(tourney) == before);
-    return 0;
+    return;
   }
   MakeSmall(tourney);
   tourney.ChangeSettings()->auto_save = 1;
@@ -24,5 +25,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const bool names_itself =
       machine.files.FullPath(file.Name()) == machine.files.FullPath("emergency.ini");
   Demand(names_itself || machine.files.Bytes("emergency.ini") == text);
-  return 0;
 }
+
+}  // namespace tarvendo

@@ -2,12 +2,13 @@
 // written and comes back.
 #include "fakes/captured_log.h"
 #include "fuzz_input.h"
+#include "fuzzers.h"
 #include "players/player_database.h"
 #include "players/player_file.h"
 
-using namespace tarvendo;
+namespace tarvendo {
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void FuzzEnginesJson(const std::uint8_t* data, std::size_t size) {
   CapturedLog machine;
   machine.files.Put("/fuzzed", "[" + FuzzText(data, size));
   PlayerDatabase players;
@@ -17,5 +18,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   PlayerDatabase again;
   ReadPlayerFile(machine.files, "/written", "", again);
   Demand(again.Players().size() == players.Players().size());
-  return 0;
 }
+
+}  // namespace tarvendo

@@ -2,14 +2,16 @@
 #include "console/help.h"
 #include "fakes/captured_log.h"
 #include "fuzz_input.h"
+#include "fuzzers.h"
 
-using namespace tarvendo;
+namespace tarvendo {
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void FuzzHelpFile(const std::uint8_t* data, std::size_t size) {
   CapturedLog machine;
   const std::string text = FuzzText(data, size);
   const std::size_t end = text.find('\n');
   machine.files.Put("/program/TourneyHelp.txt", end == std::string::npos ? text : text.substr(end));
   Help("help " + text.substr(0, end) + "\n", machine.files, "/program/");
-  return 0;
 }
+
+}  // namespace tarvendo

@@ -2,9 +2,9 @@
 // which is cut down: every byte arrives once, but for a last line, and an end of the log stays.
 #include "fakes/captured_log.h"
 #include "fuzz_input.h"
+#include "fuzzers.h"
 
-using namespace tarvendo;
-
+namespace tarvendo {
 namespace {
 
 void DemandOutputArrives(CapturedLog& machine, const std::string& text) {
@@ -18,7 +18,7 @@ void DemandOutputArrives(CapturedLog& machine, const std::string& text) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void FuzzLog(const std::uint8_t* data, std::size_t size) {
   CapturedLog machine;
   const std::string text = FuzzText(data, size);
   DemandOutputArrives(machine, text);
@@ -28,5 +28,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Demand(machine.files.Bytes("/home/a.log").size() <= 2 * size);
   log.Write("more\n");
   Demand(machine.files.Bytes("/home/a.log").ends_with("more\n"));
-  return 0;
 }
+
+}  // namespace tarvendo

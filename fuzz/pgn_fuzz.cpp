@@ -1,6 +1,7 @@
 // Any bytes as the record that WinBoard leaves of a game.
 #include "fakes/captured_log.h"
 #include "fuzz_input.h"
+#include "fuzzers.h"
 #include "runner/collect.h"
 #include "runner/pgn_text.h"
 #include "runner/running_games.h"
@@ -8,9 +9,9 @@
 #include "tourney/tourney.h"
 #include "tourney/tourney_file.h"
 
-using namespace tarvendo;
+namespace tarvendo {
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void FuzzPgn(const std::uint8_t* data, std::size_t size) {
   CapturedLog machine;
   machine.files.MakeDirectory("/t");
   Tourney tourney;
@@ -25,5 +26,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Demand(game.IsReady() && game.result == ResultInPgn(pgn));
   Demand(machine.files.Bytes("default.pgn") == MergedPgn(tourney, game, pgn));
   Demand(!machine.files.Has("/t/g1.PGN"));
-  return 0;
 }
+
+}  // namespace tarvendo

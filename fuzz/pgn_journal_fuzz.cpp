@@ -4,10 +4,10 @@
 
 #include "fuzz_input.h"
 #include "fuzz_tourney.h"
+#include "fuzzers.h"
 #include "runner/pgn_journal.h"
 
-using namespace tarvendo;
-
+namespace tarvendo {
 namespace {
 
 constexpr const char* kPgn = "/t/all.pgn";
@@ -33,7 +33,7 @@ void DemandKnownLines(const std::string& journal, const std::string& cut) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void FuzzPgnJournal(const std::uint8_t* data, std::size_t size) {
   TwoGames game;
   MemoryFileSystem& files = game.machine.files;
   PutFiles(game, FuzzText(data, size));
@@ -49,5 +49,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Demand(after.ends_with(kPiece));
   Demand(before.starts_with(after.substr(0, after.size() - std::string(kPiece).size())));
   group.DropJournals(game.tourney);
-  return 0;
 }
+
+}  // namespace tarvendo

@@ -2,11 +2,11 @@
 // read can be listed and written, and comes back as it was.
 #include "fakes/captured_log.h"
 #include "fuzz_input.h"
+#include "fuzzers.h"
 #include "players/player_database.h"
 #include "players/player_file.h"
 
-using namespace tarvendo;
-
+namespace tarvendo {
 namespace {
 
 std::string Written(CapturedLog& machine, const PlayerDatabase& players, const std::string& path) {
@@ -16,7 +16,7 @@ std::string Written(CapturedLog& machine, const PlayerDatabase& players, const s
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void FuzzPlayerFile(const std::uint8_t* data, std::size_t size) {
   CapturedLog machine;
   machine.files.MakeDirectory("/t");
   machine.files.Put("/t/fuzzed", "PLAYER_FILE\n" + FuzzText(data, size));
@@ -30,5 +30,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Written(machine, again, "/t/twice");
   while (!players.Players().empty())
     players.DeletePlayer(1);
-  return 0;
 }
+
+}  // namespace tarvendo

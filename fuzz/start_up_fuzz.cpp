@@ -6,10 +6,11 @@
 #include "console/command_line.h"
 #include "fakes/memory_file_system.h"
 #include "fuzz_input.h"
+#include "fuzzers.h"
 
-using namespace tarvendo;
+namespace tarvendo {
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void FuzzStartUp(const std::uint8_t* data, std::size_t size) {
   const std::string text = FuzzText(data, size);
   std::vector<std::string> words;
   for (std::size_t begin = 0; begin < text.size();) {
@@ -19,11 +20,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   StartUp start = ReadCommandLine(words);
   Demand(start.error.find('\n') == std::string::npos);
-  if (!start.error.empty()) return 0;
+  if (!start.error.empty()) return;
   Demand(start.games >= 0 && start.games <= 512 && start.patience >= 0);
   Demand(start.script.empty() ||
          std::find(words.begin(), words.end(), start.script) != words.end());
   MemoryFileSystem files;
   MakePathsFull(start, files);
-  return 0;
 }
+
+}  // namespace tarvendo

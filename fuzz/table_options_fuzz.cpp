@@ -7,12 +7,12 @@
 #include "console/command_table.h"
 #include "fuzz_input.h"
 #include "fuzz_tourney.h"
+#include "fuzzers.h"
 #include "pairing/bracket_list.h"
 #include "players/player_database.h"
 #include "runner/running_games.h"
 
-using namespace tarvendo;
-
+namespace tarvendo {
 namespace {
 
 constexpr std::array kCommandsWithOptions = {"texttable",   "table",          "showgames",  "spool",
@@ -38,8 +38,8 @@ struct Typist {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  if (size == 0) return 0;
+void FuzzTableOptions(const std::uint8_t* data, std::size_t size) {
+  if (size == 0) return;
   Typist typist;
   std::string words = FuzzText(data + 1, size - 1);
   // A line of the console ends at its first line feed.
@@ -50,5 +50,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string once = typist.Type(line);
   const std::string again = typist.Type(line);
   Demand(!line.starts_with("te") || once == again);
-  return 0;
 }
+
+}  // namespace tarvendo

@@ -4,6 +4,7 @@
 
 #include "fuzz_input.h"
 #include "fuzz_tourney.h"
+#include "fuzzers.h"
 #include "reports/table_driver.h"
 #include "runner/collect.h"
 #include "runner/running_games.h"
@@ -11,8 +12,7 @@
 #include "tourney/game_list.h"
 #include "tourney/participants.h"
 
-using namespace tarvendo;
-
+namespace tarvendo {
 namespace {
 
 /// The first save may cut values that do not fit into a line; from then on nothing is lost.
@@ -44,7 +44,7 @@ void UseEverything(Tourney& tourney, CapturedLog& machine) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void FuzzTourneyFile(const std::uint8_t* data, std::size_t size) {
   CapturedLog machine;
   machine.files.MakeDirectory("/t");
   machine.files.Put("/t/fuzzed", "TOURNEY_FILE\n" + FuzzText(data, size));
@@ -54,5 +54,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const bool has_plain_line_ends = std::find(data, data + size, '\r') == data + size;
   if (has_plain_line_ends) DemandSameAfterReload(tourney, machine);
   UseEverything(tourney, machine);
-  return 0;
 }
+
+}  // namespace tarvendo

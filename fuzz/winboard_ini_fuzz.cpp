@@ -1,13 +1,14 @@
 // Any bytes as WinBoard's configuration, which may include itself.
 #include "fakes/captured_log.h"
 #include "fuzz_input.h"
+#include "fuzzers.h"
 #include "players/player_database.h"
 #include "players/player_file.h"
 #include "players/winboard_import.h"
 
-using namespace tarvendo;
+namespace tarvendo {
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void FuzzWinboardIni(const std::uint8_t* data, std::size_t size) {
   CapturedLog machine;
   const std::string text = FuzzText(data, size);
   machine.files.Put("a", text);
@@ -19,5 +20,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   ImportEngineLine(text, false, EngineList::kSecond, players);
   for (const Player& player : players.Players())
     Demand(!player.texts.name.empty() && !player.texts.program_exe.empty());
-  return 0;
 }
+
+}  // namespace tarvendo
