@@ -12,10 +12,6 @@ namespace {
 constexpr std::string_view kTrimmed = " \t\n";
 constexpr std::string_view kWhiteSpace = " \t\n\v\f\r";
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
 /// `value` with one more decimal digit, stopping at the largest 64-bit number.
 long long AppendDigit(long long value, int digit) {
   constexpr long long kMax = std::numeric_limits<long long>::max();

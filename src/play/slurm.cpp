@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/text.h"
+#include "platform/letters.h"
 #include "platform/paths.h"
 #include "play/game_files.h"
 
@@ -20,8 +21,7 @@ constexpr std::string_view kCapitals = "ABCDEFGHIJKLMNOPQRSTUVWXYZ_";
 constexpr std::string_view kDigits = "0123456789";
 
 bool IsPlain(char c) {
-  const bool is_letter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-  return is_letter || (c >= '0' && c <= '9') || c == '-' || c == '.' || c == '_';
+  return IsLetter(c) || IsDigit(c) || c == '-' || c == '.' || c == '_';
 }
 
 /// A text as one word for the shell, which does nothing with what is in it.

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "base/word_splitter.h"
+#include "platform/letters.h"
 
 namespace tarvendo {
 namespace {
@@ -32,10 +33,6 @@ constexpr std::array<Pair, 13> kPairs = {{
 }};
 constexpr std::string_view kFirst = "first";
 constexpr std::string_view kSecond = "second";
-
-bool IsCapital(char c) {
-  return c >= 'A' && c <= 'Z';
-}
 
 /// Whether the name is `prefix` with a name of its own behind it, as firstTimeOdds has.
 bool IsPrefixed(std::string_view name, std::string_view prefix) {

@@ -11,14 +11,6 @@
 namespace tarvendo {
 namespace {
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-bool IsLetter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-
 bool IsSpace(char c) {
   return c == ' ' || c == '\n' || c == '\r' || c == '\t';
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/letters.h"
+
 namespace tarvendo {
 namespace {
 
@@ -13,10 +15,6 @@ constexpr std::string_view kEndsWord = " \t\r\n\v\f{};()[]";
 bool IsResult(std::string_view word) {
   constexpr std::array<std::string_view, 4> kResults = {"1-0", "0-1", "1/2-1/2", "*"};
   return std::find(kResults.begin(), kResults.end(), word) != kResults.end();
-}
-
-bool IsLetter(char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
 
 /// Goes through the text once.

@@ -236,7 +236,7 @@ PlayLoop::Attempt PlayLoop::MakeReady(int number, const std::string& debug_file,
   if (!is_startable) return Attempt::kAgain;
   const std::string batch_file = game->bat_file;
   const std::string claim_file = ClaimFileOf(game->pgn_file);
-  const auto opening = workplace_.Using().WordsFor(*hold, room_.host.files, *game);
+  const auto opening = workplace_.OpeningsHere().WordsFor(*hold, room_.host.files, *game);
   if (!opening) return Attempt::kHindered;
   // What is being played must be known to the next start, or it would play the game a second time.
   TourneyFile& file = room_.file.With(hold);

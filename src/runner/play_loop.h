@@ -50,7 +50,7 @@ class PlayLoop {
   /// Why no game is started any more, whatever the switch says: those in FilesPath were begun with
   /// other openings (runner/openings_in_use.h). A line without its line feed; empty when there is
   /// no such reason.
-  const std::string& Refusal() const { return workplace_.Using().Refusal(); }
+  const std::string& Refusal() const { return workplace_.OpeningsHere().Refusal(); }
 
   /// At the end of the program: saves the results that still wait for it, deletes the files of
   /// those games and writes the page.

@@ -47,8 +47,8 @@ class Workplace {
   /// Lets other programs in.
   void Leave() { directory_.Release(); }
 
-  OpeningsInUse& Using() { return openings_; }
-  const OpeningsInUse& Using() const { return openings_; }
+  OpeningsInUse& OpeningsHere() { return openings_; }
+  const OpeningsInUse& OpeningsHere() const { return openings_; }
 
  private:
   bool TakeDirectory(const std::string& files_path, Hindrances& hindrances, TimePoint now);

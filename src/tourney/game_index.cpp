@@ -21,8 +21,8 @@ unsigned RankInRunningOrder(const Game& game) {
 
 }  // namespace
 
-void GameIndex::NoteChangeAt(std::size_t place) {
-  if (is_known_) changed_.push_back(place);
+void GameIndex::NoteChangeAt(std::size_t index) {
+  if (is_known_) changed_.push_back(index);
 }
 
 const Game* GameIndex::Find(const std::vector<Game>& games, int number) {
@@ -41,8 +41,8 @@ const Game* GameIndex::Find(const std::vector<Game>& games, int number) {
 const Game* GameIndex::FirstToSpool(const std::vector<Game>& games) {
   Update(games);
   for (; !to_spool_.empty(); to_spool_.pop()) {
-    const auto& [rank, place] = to_spool_.top();
-    const Game& game = games[place];
+    const auto& [rank, index] = to_spool_.top();
+    const Game& game = games[index];
     if (game.status == kNothingDone && RankOfRound(game) == rank) return &game;
   }
   return nullptr;
@@ -65,26 +65,26 @@ const Game* GameIndex::FirstSpooled(const std::vector<Game>& games,
 
 void GameIndex::Update(const std::vector<Game>& games) {
   if (is_known_) {
-    for (const std::size_t place : std::exchange(changed_, {}))
-      Enter(games, place);
+    for (const std::size_t index : std::exchange(changed_, {}))
+      Enter(games, index);
     return;
   }
   to_spool_ = Lowest();
   spooled_.clear();
   changed_.clear();
   numbers_rise_ = true;
-  for (std::size_t place = 0; place < games.size(); ++place)
-    Enter(games, place);
+  for (std::size_t index = 0; index < games.size(); ++index)
+    Enter(games, index);
   is_known_ = true;
 }
 
-void GameIndex::Enter(const std::vector<Game>& games, std::size_t place) {
-  const Game& game = games[place];
-  const bool rises = (place == 0 || games[place - 1].number < game.number) &&
-                     (place + 1 == games.size() || game.number < games[place + 1].number);
+void GameIndex::Enter(const std::vector<Game>& games, std::size_t index) {
+  const Game& game = games[index];
+  const bool rises = (index == 0 || games[index - 1].number < game.number) &&
+                     (index + 1 == games.size() || game.number < games[index + 1].number);
   numbers_rise_ = numbers_rise_ && rises;
-  if (game.status == kNothingDone) to_spool_.emplace(RankOfRound(game), place);
-  if (game.status == kSpooled) spooled_.emplace(RankInRunningOrder(game), place);
+  if (game.status == kNothingDone) to_spool_.emplace(RankOfRound(game), index);
+  if (game.status == kSpooled) spooled_.emplace(RankInRunningOrder(game), index);
 }
 
 }  // namespace tarvendo

@@ -28,9 +28,9 @@ class GameIndex {
   /// The list itself has changed, or any number of its games.
   void Forget() { is_known_ = false; }
 
-  /// The game at that place of the list is about to be changed; nothing is asked before it has
+  /// The game with that index in the list is about to be changed; nothing is asked before it has
   /// been.
-  void NoteChangeAt(std::size_t place);
+  void NoteChangeAt(std::size_t index);
 
   /// The first game with that number; null when there is none.
   const Game* Find(const std::vector<Game>& games, int number);
@@ -45,13 +45,13 @@ class GameIndex {
                            const std::function<bool(const Game&)>& passes);
 
  private:
-  /// A game's round or place in the running order, and then its place in the list. What was true of
+  /// A game's round or place in the running order, and then its index in the list. What was true of
   /// a game once may stand here for longer, and is passed by.
   using Entry = std::pair<unsigned, std::size_t>;
   using Lowest = std::priority_queue<Entry, std::vector<Entry>, std::greater<>>;
 
   void Update(const std::vector<Game>& games);
-  void Enter(const std::vector<Game>& games, std::size_t place);
+  void Enter(const std::vector<Game>& games, std::size_t index);
 
   bool is_known_ = false;
   bool numbers_rise_ = false;  ///< so that a number can be found by halving the list
