@@ -11,5 +11,6 @@ endif()
 option(TARVENDO_FUZZ "Build the fuzzers" OFF)
 option(TARVENDO_FUZZ_GUIDED "Let the fuzzers see where they come" ON)
 if(TARVENDO_FUZZ AND TARVENDO_FUZZ_GUIDED)
-  add_compile_options(-fsanitize=fuzzer-no-link)
+  # To look at every comparison took a third of the time. Those of texts are seen all the same, for they call memcmp.
+  add_compile_options(-fsanitize=fuzzer-no-link -fno-sanitize-coverage=trace-cmp)
 endif()
