@@ -31,7 +31,7 @@ install_packages() {
   # Word splitting is wanted: a list of package names, none of which holds a blank.
   # shellcheck disable=SC2086
   $as_root env DEBIAN_FRONTEND=noninteractive sh -c \
-    'apt-get update -qq && exec apt-get -o DPkg::Lock::Timeout=600 install -y -qq --no-install-recommends "$@"' sh $missing \
+    'apt-get update -qq && exec apt-get install -y -qq --no-install-recommends "$@"' sh $missing \
     >"${TMPDIR:-/tmp}/tarvendo-packages.log" 2>&1 ||
     fail "apt-get could not install$missing; see ${TMPDIR:-/tmp}/tarvendo-packages.log"
 }
@@ -96,7 +96,6 @@ lanes=
 lane=
 
 # begin_lane NAME COMMAND...: runs the command in a lane, its output in build-NAME-lane.log. Its steps stand in the table.
-# Sets `lane_process` to its number.
 begin_lane() {
   end_step
   lanes="$lanes $1"
@@ -108,16 +107,8 @@ begin_lane() {
     "$@"
     end_step
   ) >"build-$1-lane.log" 2>&1 &
-  lane_process=$!
   # What a lane has started is not left behind.
   trap wait EXIT
-}
-
-# await_lane PROCESS: waits for one of them, and goes no further when one has failed.
-await_lane() {
-  end_step
-  wait "$1" || :
-  look_at_lanes
 }
 
 # look_at_lanes: fails with what a lane has printed, if one has failed.
