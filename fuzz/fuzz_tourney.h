@@ -24,10 +24,10 @@ inline std::string ContentOf(const Tourney& tourney) {
 /// Leaves so much of a tourney that whatever is done with it takes no time: more of the same shows
 /// nothing more.
 inline void MakeSmall(Tourney& tourney) {
-  constexpr std::size_t kMostParticipants = 4;
-  constexpr std::size_t kMostGames = 6;
+  constexpr std::size_t kMostParticipants = 6;
+  constexpr std::size_t kMostGames = 8;
   constexpr int kMostSubRounds = 3;
-  constexpr int kMostRounds = 6;
+  constexpr int kMostRounds = 20;
   if (tourney.Participants().size() > kMostParticipants) {
     tourney.ChangeParticipants().resize(kMostParticipants);
   }

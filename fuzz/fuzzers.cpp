@@ -22,8 +22,6 @@ constexpr std::pair<std::string_view, Fuzzer> kFuzzers[] = {
     {"tourney_file", FuzzTourneyFile}, {"winboard_ini", FuzzWinboardIni},
 };
 
-Fuzzer chosen = nullptr;
-
 /// The fuzzer that is asked for; ends the program when there is none of that name.
 Fuzzer FindChosen() {
   const char* const wish = std::getenv("TARVENDO_FUZZER");
@@ -42,12 +40,8 @@ Fuzzer FindChosen() {
 }  // namespace
 }  // namespace tarvendo
 
-extern "C" int LLVMFuzzerInitialize(int* /*count*/, char*** /*words*/) {
-  tarvendo::chosen = tarvendo::FindChosen();
-  return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  tarvendo::chosen(data, size);
+  static const auto fuzzer = tarvendo::FindChosen();
+  fuzzer(data, size);
   return 0;
 }
