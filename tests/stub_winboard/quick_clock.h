@@ -63,7 +63,7 @@ class QuickClock : public Clock {
   static constexpr std::chrono::milliseconds kLockedFileWait{3000};
   static constexpr std::chrono::milliseconds kLongBeat{200};
   static constexpr std::chrono::milliseconds kLook{2000};
-  static constexpr int kSlowness = 8;
+  static constexpr int kSlowness = 8;  ///< real seconds that count as one
   static constexpr const char* kPauseFile = "stub_pause";
   static constexpr const char* kRunsFile = "stub_clock_runs";
 
