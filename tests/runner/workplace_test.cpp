@@ -10,6 +10,7 @@
 
 #include "play/claim.h"
 #include "runner/hindrances.h"
+#include "runner/preparation.h"
 #include "runner/small_tourney.h"
 #include "runner/spool.h"
 #include "tourney/runner_switch_commands.h"
@@ -60,22 +61,17 @@ class FilesPathToPlayIn : public ::testing::Test, protected SmallTourney {
     return workplace_->Enter("/t\\", hindrances_, machine.clock.Steady(), adopted_);
   }
 
-  /// The game with that number is being played, or a scheduler has it.
+  /// An earlier program has begun the game with that number: it is being played, or a scheduler has
+  /// it.
   void LeaveClaim(int number, const std::string& job = "") {
-    const std::string name = "/t/g" + std::to_string(number);
-    const Game& game = GameNumber(number);
-    const GameOrder order{
-        number,
-        tourney.Participants()[static_cast<std::size_t>(game.white - 1)].texts.name,
-        tourney.Participants()[static_cast<std::size_t>(game.black - 1)].texts.name,
-        name + ".BAT",
-        name + ".PGN",
-        "/t/winboard.debug",
-        name + ".run",
-        "",
-        job};
-    machine.files.Put(name + ".run", ClaimText(order));
-    if (job.empty()) machine.files.HoldLock(name + ".run", "game");
+    PreparedGame prepared;
+    ASSERT_EQ(PrepareGame(tourney, machine.host, GameNumber(number), "/t/winboard.debug", prepared),
+              Preparation::kReady);
+    prepared.claim.reset();
+    prepared.order.job = job;
+    machine.files.Put(prepared.order.claim_file, ClaimText(prepared.order));
+    if (job.empty()) machine.files.HoldLock(prepared.order.claim_file, "game");
+    machine.TakeOutput();
   }
 
   static constexpr seconds kRetry{3};
