@@ -176,6 +176,8 @@ bool PlayLoop::IsPlaceFree(const std::string& files_path, TimePoint now) {
 /// The next step is planned, and what of it needs no more than the tourney is done.
 Plan PlayLoop::PlanStepNow(PlanAttempt& attempt) {
   const Hold hold = room_.shared.Take();
+  // The user may have stopped it since the attempt began, and what he does next is no order to play.
+  if (!hold->Switch().IsRunning()) return {PlanStep::kWait};
   const Plan plan = PlanNextStep(*hold, room_.running.With(hold), attempt, hindrances_.Blocked());
   const std::string& files_path = hold->Settings().files_path;
   // An empty or bad FilesPath leaves the current directory as it is.
@@ -267,6 +269,7 @@ PlayLoop::Attempt PlayLoop::TakeBye(int number, TimePoint now) {
   bool is_round_due = false;
   {
     const Hold hold = room_.shared.Take();
+    if (!hold->Switch().IsRunning()) return Attempt::kNothingToDo;
     const Game* game = hold->FindGame(number);
     if (game == nullptr || game->status != kSpooled) return Attempt::kAgain;
     // A game that was begun before its player became a bye is played to its end.
@@ -282,6 +285,7 @@ PlayLoop::Attempt PlayLoop::TakeBye(int number, TimePoint now) {
 
 PlayLoop::Attempt PlayLoop::SpoolOne(PlanAttempt& attempt, TimePoint now) {
   const Hold hold = room_.shared.Take();
+  if (!hold->Switch().IsRunning()) return Attempt::kNothingToDo;
   const Game* next = hold->FirstGameToSpool();
   if (next == nullptr) {
     attempt.has_nothing_to_spool = !Spool(*hold, room_.host.files, 0);

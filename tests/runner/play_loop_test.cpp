@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
+#include <functional>
+#include <optional>
+#include <string>
 
 #include "play/claim.h"
 #include "runner/play_fixture.h"
@@ -10,6 +12,19 @@
 
 namespace tarvendo {
 namespace {
+
+/// A game host that lets the user do something while a pass looks for a game to start.
+class HostWithUser : public LocalHost {
+ public:
+  using LocalHost::LocalHost;
+
+  std::optional<Obstacle> FindObstacle(const std::string& files_path, TimePoint now) override {
+    if (user_does) user_does();
+    return LocalHost::FindObstacle(files_path, now);
+  }
+
+  std::function<void()> user_does;
+};
 
 TEST_F(PlayGames, ASwitchedOffRunnerIsIdleAndAsksForNoPass) {
   tourney.ChangeSwitch()->SetRunning(false);
@@ -195,6 +210,24 @@ TEST_F(PlayGames, StoppedDuringAGameItIsCollectedAndNoOtherStarted) {
   SwitchRunnerOn(tourney);
   Pass();
   EXPECT_EQ(machine.processes.Batches().size(), 2U);
+}
+
+TEST_F(PlayGames, StoppedWhileAGameIsLookedForNothingIsDoneForAutoRunAnyMore) {
+  Unspool(tourney, machine.files, file, running);
+  Output();
+  HostWithUser host(machine.host, game_pace_, 1, [] {});
+  PlayLoop loop(room, host, play_pace_);
+  host.user_does = [this] {
+    const Hold hold = shared.Take();
+    hold->ChangeSwitch()->SetRunning(false);
+    hold->ChangeSettings()->auto_run = 1;
+    machine.files.ChangeDirectory("/home");
+  };
+  loop.Pass();
+  EXPECT_EQ(Output(), "");
+  EXPECT_EQ(GameNumber(1).status, kNothingDone);
+  EXPECT_EQ(machine.files.CurrentDirectory(), "/home");
+  EXPECT_TRUE(loop.IsIdle());
 }
 
 TEST_F(PlayGames, ADebugFileThatNeverComesStopsTheGameWithAPanicFile) {
