@@ -121,7 +121,7 @@ Json ChancesJson(const Report& report, std::size_t a) {
 /// Adds a list to the object that is being written, one thing a line.
 template <typename Make>
 void AddList(std::string& text, const char* name, std::size_t count, const Make& make) {
-  text += std::string(",\n\"") + name + "\": [";
+  text.append(",\n\"").append(name).append("\": [");
   for (std::size_t i = 0; i < count; ++i)
     text += (i == 0 ? "\n" : ",\n") + make(i).dump();
   text += "\n]";
