@@ -176,7 +176,7 @@ bool PlayLoop::IsPlaceFree(const std::string& files_path, TimePoint now) {
 /// The next step is planned, and what of it needs no more than the tourney is done.
 Plan PlayLoop::PlanStepNow(PlanAttempt& attempt) {
   const Hold hold = room_.shared.Take();
-  // The user may have stopped it since the attempt began, and what he does next is no order to play.
+  // The user may have stopped it since the attempt began, and what he does next orders no play.
   if (!hold->Switch().IsRunning()) return {PlanStep::kWait};
   const Plan plan = PlanNextStep(*hold, room_.running.With(hold), attempt, hindrances_.Blocked());
   const std::string& files_path = hold->Settings().files_path;
