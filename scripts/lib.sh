@@ -128,21 +128,42 @@ end_lanes() {
 
 # --- Builds and tests -----------------------------------------------------------------------------
 
+# configure_preset PRESET: configures build-PRESET. With TARVENDO_EVERYDAY set it is the build of every day, from which is
+# left out what another build of the same day has, or what seldom fails and takes long; CONTRIBUTING.md tells all of it.
+configure_preset() {
+  option=
+  if [ -n "${TARVENDO_EVERYDAY:-}" ]; then
+    case $1 in
+      # The address sanitizer sees all unit tests; these try the more cases the quicker the program is.
+      release) option=-DTARVENDO_UNIT_TESTS=pairing ;;
+      asan-ubsan) option=-DTARVENDO_SANITIZE_POINTERS=OFF ;;
+      # What the compiler makes of it hardly counts under Wine.
+      windows64) option="-DCMAKE_CXX_FLAGS_RELEASE=-O1 -DNDEBUG" ;;
+      # No test of it can be run.
+      windows32) option=-DBUILD_TESTING=OFF ;;
+    esac
+    set -- "$1" -DTARVENDO_BENCHMARKS=OFF ${option:+"$option"}
+  fi
+  cmake --preset "$@" >"build-$1.log" 2>&1 || { cat "build-$1.log"; fail "$1 does not configure"; }
+}
+
 # make_preset PRESET [TARGET...]: configures and builds one preset, in build-PRESET, or only the targets. Tests that run
-# meanwhile come first. TARVENDO_RELEASE_UNIT_TESTS names the rooms whose unit tests the release build gets, if not all.
+# meanwhile come first.
 make_preset() {
   preset=$1
   shift
-  unit_tests=
-  [ "$preset" != release ] || unit_tests=${TARVENDO_RELEASE_UNIT_TESTS:-}
   {
     # Another lane may want the same.
     flock 9
-    cmake --preset "$preset" ${unit_tests:+"-DTARVENDO_UNIT_TESTS=$unit_tests"} >"build-$preset.log" 2>&1 ||
-      { cat "build-$preset.log"; fail "$preset does not configure"; }
+    configure_preset "$preset"
     nice cmake --build --preset "$preset" ${1:+--target "$@"} -- -j "$(nproc)" >>"build-$preset.log" 2>&1 ||
       { tail -n 60 "build-$preset.log"; fail "$preset does not build"; }
   } 9>"build-$preset.lock"
+}
+
+# read_sources BUILD-FOLDER: the compiler reads every source of a folder that is configured, and makes nothing of it.
+read_sources() {
+  python3 "$root/tests/architecture/read_sources.py" "$1" >"$1.log" 2>&1 || { cat "$1.log"; fail "$1: what is above"; }
 }
 
 # build_preset PRESET: a step that builds one preset.
