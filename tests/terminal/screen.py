@@ -88,6 +88,15 @@ class Screen:
     def await_text(self, text):
         self.await_that(lambda: text in self.text(), repr(text))
 
+    def await_editing(self):
+        """Waits until the program gets each key as it is typed; until then the terminal shows keys by itself."""
+        tty = self.tmux("display-message", "-p", "#{pane_tty}").strip()
+
+        def gets_keys():
+            told = subprocess.run(["stty", "-a", "-F", tty], check=True, capture_output=True, text=True)
+            return "-icanon" in told.stdout
+        self.await_that(gets_keys, "the editing of lines")
+
     def await_match(self, pattern):
         self.await_that(lambda: re.search(pattern, self.text()), pattern)
 

@@ -294,6 +294,12 @@ class EveryProgram(AtATerminal):
 
 
 class WithEditing(AtATerminal):
+    def start_at_prompt(self, *words, before=""):
+        """The prompt is there a moment before the program gets the keys."""
+        super().start_at_prompt(*words, before=before)
+        if "TERM=dumb" not in before:
+            self.screen.await_editing()
+
     def test_a_line_is_edited(self):
         self.start_at_prompt()
         self.screen.type("set name Spring Turney")
